@@ -1,0 +1,33 @@
+# What every target of the project has in common.
+add_library(quorbit_options INTERFACE)
+target_compile_options(quorbit_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+target_compile_definitions(quorbit_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS
+    QT_NO_FOREACH QT_STRICT_ITERATORS)
+if(QUORBIT_WERROR)
+    target_compile_options(quorbit_options INTERFACE -Werror)
+endif()
+if(QUORBIT_SANITIZE)
+    target_compile_options(quorbit_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                           -fno-omit-frame-pointer)
+    target_link_options(quorbit_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# quorbit_library(NAME sources... [LINK targets...]): one room of the house, included from src/ as "room/File.h".
+function(quorbit_library name)
+    cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
+    add_library(${name} STATIC ${arg_UNPARSED_ARGUMENTS})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE quorbit_options)
+endfunction()
+
+# quorbit_test(NAME sources... [LINK targets...]): a Qt Test program with one line in CTest, on the offscreen platform.
+function(quorbit_test name)
+    cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
+    add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${arg_LINK} Qt6::Test quorbit_options)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LANG=C.UTF-8;LC_ALL=C.UTF-8;no_proxy=*")
+endfunction()
