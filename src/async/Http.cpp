@@ -32,10 +32,8 @@ QCoro::Task<HttpReply> receive(OwnedReply reply, qint64 maximumSize, std::stop_t
         if (received.body.size() > maximumSize)
             reply->abort();
     });
-    if (!reply->isFinished()) {
-        Signal finished(reply.get(), &QNetworkReply::finished, token);
-        co_await finished;
-    }
+    if (!reply->isFinished())
+        co_await Signal(reply.get(), &QNetworkReply::finished, token);
     received.body += reply->readAll();
 
     if (exchangeFailed(*reply))

@@ -25,7 +25,7 @@ struct Stopped {};
 /// The part that all waits share: resumes the coroutine exactly once, by the event or by the stop.
 class StoppableWait {
 public:
-    StoppableWait(const StoppableWait &) = delete;
+    StoppableWait(const StoppableWait &other) : token_(other.token_) {}
     StoppableWait &operator=(const StoppableWait &) = delete;
 
 protected:
@@ -57,7 +57,7 @@ private:
     std::optional<std::stop_callback<Resume>> stopping_;
 };
 
-/// Sleep pause(clock, 2s, token); co_await pause; throws Stopped when the stop comes first.
+/// co_await Sleep(clock, 2s, token): throws Stopped when the stop comes first.
 class Sleep : StoppableWait {
 public:
     Sleep(Clock &clock, std::chrono::milliseconds delay, std::stop_token token)
