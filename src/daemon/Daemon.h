@@ -1,0 +1,69 @@
+#pragma once
+
+#include "daemon/ServiceState.h"
+#include "platform/Clock.h"
+#include "platform/Platform.h"
+#include "platform/UserDefaults.h"
+
+#include <QObject>
+
+#include <QCoroTask>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+
+namespace quorbit {
+
+/// The one object through which the program sees and drives the service. It lives on the main thread; its
+/// commands are coroutines that end when the Daemon is destroyed.
+class Daemon : public QObject {
+    Q_OBJECT
+
+public:
+    /// `relaunch` restarts the whole application.
+    Daemon(Platform &platform, UserDefaults &defaults, Clock &clock, std::function<void()> relaunch,
+           QObject *parent = nullptr);
+    ~Daemon() override;
+
+    /// The last known good state; what the signals announce.
+    const ServiceState &state() const { return state_; }
+
+    /// Finds the service or launches it, then polls it every two seconds. Called once.
+    void start();
+    /// Ends the polling and tells a service that this run launched to terminate; waits for nothing.
+    void stop();
+
+    /// Pauses or resumes syncing. Failures are dropped; a refresh follows in any case.
+    QCoro::Task<> setPaused(bool paused);
+    /// Saves the whole record and refreshes. Throws, without a refresh, when the service did not answer as
+    /// expected.
+    QCoro::Task<UpdateResult> saveSettings(DaemonSettings settings);
+    /// Puts a history entry back on the clipboard. Failures are dropped; a refresh follows in any case.
+    QCoro::Task<> applyHistory(qint64 id);
+    /// Clears the history. The published list is emptied even when the request fails, which is then thrown.
+    QCoro::Task<> clearHistory();
+    /// Removes a paired device. Failures are dropped; a refresh follows in any case.
+    QCoro::Task<> unpair(QString deviceId);
+    /// Asks the service for a PIN to show; absent when it gave none.
+    QCoro::Task<std::optional<QString>> pairShow();
+    /// Pairs with the computer that shows `pin`; true when that succeeded, after a refresh.
+    QCoro::Task<bool> pairConnect(QString host, QString pin);
+    /// Asks the service to show the system's permission prompt. Failures are dropped; a refresh follows in
+    /// any case.
+    QCoro::Task<> promptAccessibility();
+
+Q_SIGNALS:
+    /// Each is emitted at every assignment of its field, whether or not the value differs.
+    void connectionStateChanged();
+    void statusChanged();
+    void settingsChanged();
+    void devicesChanged();
+    void historyChanged();
+
+private:
+    ServiceState state_;
+};
+
+} // namespace quorbit
