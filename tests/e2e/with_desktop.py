@@ -1,0 +1,72 @@
+#!/usr/bin/env python3
+"""Runs a command on a desktop of its own: with_desktop.py COMMAND...
+
+The desktop is an X server without a screen, a session bus, a screen-reader bus and a window manager, with a home and
+runtime folder that are gone afterwards. Trays, portals and services are up to the command. Exits as the command does.
+"""
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+FONTS = Path(__file__).resolve().parent.parent / "support" / "fonts.conf"
+
+
+def start_display(started):
+    read, write = os.pipe()
+    size = os.environ.get("DESKTOP_SIZE", "1280x1000")
+    server = ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{size}x24", "-nolisten", "tcp", "-noreset"]
+    started.append(subprocess.Popen(server, pass_fds=[write], stderr=subprocess.DEVNULL))
+    os.close(write)
+    with os.fdopen(read) as pipe:
+        number = pipe.readline().strip()
+    if not number:
+        sys.exit("no X server")
+    return f":{number}"
+
+
+def start_bus(started, env):
+    bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], env=env, text=True,
+                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+    started.append(bus)
+    return bus.stdout.readline().strip()
+
+
+def main():
+    home = Path(tempfile.mkdtemp(prefix="quorbit-desktop-"))
+    runtime = home / "runtime"
+    runtime.mkdir(mode=0o700)
+    env = {key: value for key, value in os.environ.items() if not key.startswith(("XDG_", "DBUS_", "WAYLAND_", "QT_"))}
+    env |= {
+        "HOME": str(home),
+        "XDG_RUNTIME_DIR": str(runtime),
+        "XDG_CONFIG_HOME": str(home / ".config"),
+        "XDG_DATA_HOME": str(home / ".local/share"),
+        "XDG_CURRENT_DESKTOP": "test",
+        "GTK_USE_PORTAL": "0",
+        "NO_AT_BRIDGE": "0",
+        "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+        "FONTCONFIG_FILE": str(FONTS),
+        "LANG": env.get("LANG", "C.UTF-8"),
+    }
+    started = []
+    try:
+        env["DISPLAY"] = start_display(started)
+        env["DBUS_SESSION_BUS_ADDRESS"] = start_bus(started, env)
+        started.append(subprocess.Popen(["openbox"], env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        return subprocess.call(sys.argv[1:], env=env)
+    finally:
+        for process in reversed(started):
+            process.terminate()
+        for process in started:
+            try:
+                process.wait(5)
+            except subprocess.TimeoutExpired:
+                process.kill()
+        shutil.rmtree(home, ignore_errors=True)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
