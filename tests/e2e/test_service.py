@@ -1,0 +1,90 @@
+#!/usr/bin/env python3
+"""The real executable and the service: found or launched, polled, left alone or ended."""
+import os
+import shutil
+import signal
+import time
+import unittest
+from pathlib import Path
+
+from desktop import Atspi, BIN, CONNECTION, HOME, Application, Sim, XembedTray, has, node, wait_for, windows
+
+
+def processes(executable):
+    found = []
+    for entry in Path("/proc").iterdir():
+        try:
+            if entry.name.isdigit() and os.readlink(entry / "exe") == str(executable):
+                found.append(int(entry.name))
+        except OSError:
+            continue
+    return found
+
+
+class Installed(unittest.TestCase):
+    """An installed application brings its own service."""
+
+    def setUp(self):
+        self.prefix = HOME / "prefix"
+        (self.prefix / "bin").mkdir(parents=True)
+        (self.prefix / "libexec/quorbit").mkdir(parents=True)
+        self.executable = shutil.copy2(BIN / "quorbit", self.prefix / "bin/quorbit")
+        self.service = shutil.copy2(BIN / "quorbitd-sim", self.prefix / "libexec/quorbit/quorbitd")
+
+    def tearDown(self):
+        shutil.rmtree(self.prefix)
+
+    def test_ends_the_service_that_it_launched(self):
+        for stop in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            with self.subTest(stop), Application(executable=self.executable) as application:
+                wait_for("the launched service", lambda: processes(self.service) and (CONNECTION / "ui-url").exists())
+                began = time.monotonic()
+                self.assertEqual(application.end(stop), 0)
+                self.assertLess(time.monotonic() - began, 1)
+                wait_for("the service's end", lambda: not processes(self.service))
+                self.assertFalse((CONNECTION / "ui-url").exists())
+
+    def test_leaves_a_running_service_alone(self):
+        with Sim() as service, Application(executable=self.executable) as application:
+            wait_for("the icon's program", lambda: node(application.pid, showing=False) is not None)
+            time.sleep(1)
+            self.assertEqual(processes(self.service), [])
+            application.end()
+            self.assertTrue(service.running())
+
+    def test_says_why_the_service_did_not_start(self):
+        Path(self.service).write_text("not a program")
+        with Application(executable=self.executable) as application:
+            wait_for("the line", lambda: "[Quorbit] 启动 quorbitd 失败:" in application.printed())
+
+
+class Running(unittest.TestCase):
+    def test_quits_within_a_second_while_requests_hang(self):
+        with Sim("live", "--fault", "hang"), Application() as application:
+            time.sleep(2)
+            began = time.monotonic()
+            self.assertEqual(application.end(), 0)
+            self.assertLess(time.monotonic() - began, 1)
+
+    def test_a_second_start_brings_up_the_panel(self):
+        with XembedTray(), Sim(), Application() as first:
+            wait_for("the icon", lambda: windows("^quorbit$", first.pid))
+            self.assertIsNone(node(first.pid, "push button", "Quit Quorbit"))
+            with Application() as second:
+                self.assertEqual(second.process.wait(5), 0)
+            wait_for("the panel", lambda: node(first.pid, "push button", "Quit Quorbit"))
+
+    def test_finds_a_service_that_was_started_again(self):
+        with XembedTray(), Sim("full") as service, Application() as application:
+            wait_for("the icon", lambda: windows("^quorbit$", application.pid))
+            Application().process.wait(5)
+            switch = wait_for("the switch", lambda: node(application.pid, "check box", "Pause syncing"))
+            wait_for("the first state", lambda: node(application.pid, name="Received text from Office Linux"))
+            self.assertFalse(has(switch, Atspi.StateType.CHECKED))
+            service.end(signal.SIGKILL)
+            with Sim("paused"):
+                wait_for("the new state", lambda: has(switch, Atspi.StateType.CHECKED), 10)
+
+
+if __name__ == "__main__":
+    unittest.main()
