@@ -87,22 +87,31 @@ class Program:
         return self.output.read().decode(errors="replace")
 
 
+def read_address():
+    try:
+        return (CONNECTION / "ui-url").read_text().strip()
+    except OSError:
+        return None
+
+
 class Sim(Program):
     """The simulated service, listening when the constructor returns."""
 
     def __init__(self, scenario="live", *options):
+        self.stale = read_address()
         super().__init__(BIN / "quorbitd-sim", "run", "--no-tray", "--scenario", scenario, *options)
         self.url = wait_for("the service's address", self._address)
         self.token = (CONNECTION / "ui-token").read_text().strip()
 
     def _address(self):
+        address = read_address()
+        if not address or address == self.stale:
+            return None
         try:
-            address = (CONNECTION / "ui-url").read_text().strip()
-            (CONNECTION / "ui-token").read_text()
             urllib.request.urlopen(address, timeout=2)
         except urllib.error.HTTPError:
             return address
-        except (OSError, ValueError):
+        except OSError:
             return None
         return address
 
@@ -110,7 +119,7 @@ class Sim(Program):
         request = urllib.request.Request(self.url.split("?")[0].rstrip("/") + path, method=method,
                                          headers={"Authorization": f"Bearer {self.token}"},
                                          data=json.dumps(body).encode() if body is not None else None)
-        with urllib.request.urlopen(request, timeout=5) as reply:
+        with urllib.request.urlopen(request, timeout=3) as reply:
             text = reply.read()
         return json.loads(text) if text else None
 

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Takes pictures of the running application: screens.py FOLDER. Runs inside with_desktop.py."""
 import shutil
 import subprocess

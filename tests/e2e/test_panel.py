@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """The panel of the real executable: by pointer, by keyboard and through the accessibility tree."""
 import time
 import unittest

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """The real executable and the service: found or launched, polled, left alone or ended."""
 import os
 import shutil

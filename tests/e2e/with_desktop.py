@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Runs a command on a desktop of its own: with_desktop.py COMMAND...
 
 The desktop is an X server without a screen, a session bus, a screen-reader bus and a window manager, with a home and
