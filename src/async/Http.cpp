@@ -6,13 +6,17 @@ namespace quorbit {
 
 namespace {
 
+constexpr int firstErrorStatus = 400;
 /// Errors below this one mean that the exchange itself failed; those from it on, that the server answered
-/// with an error status.
+/// with an error status or that the body cannot be unpacked.
 constexpr int firstContentError = QNetworkReply::ContentAccessDenied;
 
 bool exchangeFailed(const QNetworkReply &reply) {
-    const bool answered = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
-    return reply.error() != QNetworkReply::NoError && (!answered || reply.error() < firstContentError);
+    if (reply.error() == QNetworkReply::NoError)
+        return false;
+    // Zero when no status came at all.
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    return status < firstErrorStatus || reply.error() < firstContentError;
 }
 
 } // namespace
@@ -36,10 +40,10 @@ QCoro::Task<HttpReply> receive(OwnedReply reply, qint64 maximumSize, std::stop_t
         co_await Signal(reply.get(), &QNetworkReply::finished, token);
     received.body += reply->readAll();
 
-    if (exchangeFailed(*reply))
-        throw TransportError(reply->errorString().toStdString());
     if (received.body.size() > maximumSize)
         throw TransportError("the reply is too large");
+    if (exchangeFailed(*reply))
+        throw TransportError(reply->errorString().toStdString());
     received.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     co_return received;
 }

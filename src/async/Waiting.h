@@ -14,8 +14,8 @@
 /// token to every wait, and requests the stop first thing in its destructor: each of its coroutines is then
 /// resumed once, inside that call, leaves by the exception Stopped, and never touches the owner again.
 ///
-/// Name a wait before awaiting it (`Sleep pause(...); co_await pause;`): g++ 12 copies a temporary in a
-/// co_await operand.
+/// Name a wait before awaiting it (`Sleep pause(...); co_await pause;`). g++ 12 then awaits a copy of it, so
+/// that waits can be copied as long as nothing waits for them.
 namespace quorbit {
 
 /// Leaves a coroutine whose owner is going away. Not a std::exception, so that handlers of failures let it
@@ -62,6 +62,7 @@ class Sleep : StoppableWait {
 public:
     Sleep(Clock &clock, std::chrono::milliseconds delay, std::stop_token token)
         : StoppableWait(std::move(token)), clock_(clock), delay_(delay) {}
+    Sleep(const Sleep &other) : StoppableWait(other), clock_(other.clock_), delay_(other.delay_) {}
 
     bool await_ready() const { return isStopped(); }
     void await_suspend(std::coroutine_handle<> waiting) {

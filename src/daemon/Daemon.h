@@ -1,5 +1,8 @@
 #pragma once
 
+#include "daemon/AccessibilityHeal.h"
+#include "daemon/ServiceClient.h"
+#include "daemon/ServiceLauncher.h"
 #include "daemon/ServiceState.h"
 #include "platform/Clock.h"
 #include "platform/Platform.h"
@@ -10,14 +13,13 @@
 #include <QCoroTask>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <stop_token>
 
 namespace quorbit {
 
 /// The one object through which the program sees and drives the service. It lives on the main thread; its
-/// commands are coroutines that end when the Daemon is destroyed.
+/// commands are coroutines, and those that still wait when the Daemon is destroyed leave by Stopped.
 class Daemon : public QObject {
     Q_OBJECT
 
@@ -42,7 +44,8 @@ public:
     QCoro::Task<UpdateResult> saveSettings(DaemonSettings settings);
     /// Puts a history entry back on the clipboard. Failures are dropped; a refresh follows in any case.
     QCoro::Task<> applyHistory(qint64 id);
-    /// Clears the history. The published list is emptied even when the request fails, which is then thrown.
+    /// Clears the history. The published list is emptied at once and stays so even when the request fails,
+    /// which is then thrown.
     QCoro::Task<> clearHistory();
     /// Removes a paired device. Failures are dropped; a refresh follows in any case.
     QCoro::Task<> unpair(QString deviceId);
@@ -63,6 +66,34 @@ Q_SIGNALS:
     void historyChanged();
 
 private:
+    QCoro::Task<> bootstrap();
+    /// Whether the service's connection files are there and the service answers; never throws.
+    QCoro::Task<bool> probe();
+    bool loadConnectionInfo();
+
+    void startPolling();
+    QCoro::Task<> poll(std::stop_token token);
+    /// Fetches everything once and publishes what arrived; never throws.
+    QCoro::Task<> refresh(std::stop_token token);
+    /// What a GET brought, or nothing if it failed in whatever way.
+    template <class Value>
+    QCoro::Task<std::optional<Value>> fetch(QString path, std::stop_token token);
+    /// Waits for a command whose failure does not matter, then refreshes.
+    QCoro::Task<> refreshAfter(QCoro::Task<> command);
+
+    void setConnectionState(ConnectionState state);
+    void publish(std::optional<Status> status);
+    void publish(std::optional<DaemonSettings> settings);
+    void publish(std::optional<std::vector<Device>> devices);
+    void publish(std::optional<std::vector<HistoryEntry>> history);
+
+    Clock &clock_;
+    Platform &platform_;
+    ServiceClient client_;
+    ServiceLauncher launcher_;
+    AccessibilityHeal heal_;
+    std::stop_source lifetime_;
+    std::stop_source polling_;
     ServiceState state_;
 };
 

@@ -1,0 +1,174 @@
+#include "daemon/Daemon.h"
+
+#include "async/Waiting.h"
+
+#include <QPointer>
+
+#include <exception>
+#include <utility>
+
+namespace quorbit {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto requestTimeout = 60s;
+constexpr auto pollPause = 2000ms;
+constexpr auto launchPause = 100ms;
+constexpr int launchAttempts = 50;
+
+} // namespace
+
+Daemon::Daemon(Platform &platform, UserDefaults &defaults, Clock &clock, std::function<void()> relaunch,
+               QObject *parent)
+    : QObject(parent)
+    , clock_(clock)
+    , platform_(platform)
+    , client_(requestTimeout)
+    , launcher_(platform)
+    , heal_(defaults, clock, std::move(relaunch)) {}
+
+Daemon::~Daemon() {
+    blockSignals(true);
+    // In this order, so that a refresh of the poll loop is told that its owner goes and not that polling
+    // ends.
+    lifetime_.request_stop();
+    polling_.request_stop();
+}
+
+void Daemon::start() {
+    platform_.observeAccessibilityChanges([self = QPointer(this)] {
+        if (self)
+            self->heal_.permissionsChanged(self->state_);
+    });
+    bootstrap();
+}
+
+void Daemon::stop() {
+    polling_.request_stop();
+    launcher_.terminate();
+}
+
+QCoro::Task<> Daemon::bootstrap() {
+    if (co_await probe()) {
+        setConnectionState(ConnectionState::connected);
+        startPolling();
+        co_return;
+    }
+    if (launcher_.launch()) {
+        for (int attempt = 0; attempt < launchAttempts; ++attempt) {
+            Sleep pause(clock_, launchPause, lifetime_.get_token());
+            co_await pause;
+            if (co_await probe()) {
+                setConnectionState(ConnectionState::connected);
+                startPolling();
+                co_return;
+            }
+        }
+    }
+    setConnectionState(ConnectionState::disconnected);
+}
+
+QCoro::Task<bool> Daemon::probe() {
+    if (!loadConnectionInfo())
+        co_return false;
+    try {
+        co_await client_.get<Status>(u"/api/status"_s, lifetime_.get_token());
+        co_return true;
+    } catch (const std::exception &) {
+        co_return false;
+    }
+}
+
+bool Daemon::loadConnectionInfo() {
+    auto connection = readConnectionFiles(platform_.homeDirectory());
+    if (!connection)
+        return false;
+    client_.setConnection(*std::move(connection));
+    return true;
+}
+
+void Daemon::startPolling() {
+    polling_.request_stop();
+    polling_ = std::stop_source();
+    poll(polling_.get_token());
+}
+
+QCoro::Task<> Daemon::poll(std::stop_token token) {
+    for (;;) {
+        co_await refresh(token);
+        Sleep pause(clock_, pollPause, token);
+        co_await pause;
+    }
+}
+
+template <class Value>
+QCoro::Task<std::optional<Value>> Daemon::fetch(QString path, std::stop_token token) {
+    try {
+        co_return co_await client_.get<std::optional<Value>>(path, token);
+    } catch (const Stopped &) {
+        // The end of polling alone counts as a failed request; what arrived before it is still published.
+        if (lifetime_.stop_requested())
+            throw;
+    } catch (const std::exception &) {
+        // The last good value stays, and the next refresh asks again.
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<> Daemon::refresh(std::stop_token token) {
+    // All four are under way before the first is awaited.
+    auto statusTask = fetch<Status>(u"/api/status"_s, token);
+    auto settingsTask = fetch<DaemonSettings>(u"/api/settings"_s, token);
+    auto devicesTask = fetch<std::vector<Device>>(u"/api/devices"_s, token);
+    auto historyTask = fetch<std::vector<HistoryEntry>>(u"/api/history"_s, token);
+    auto status = co_await statusTask;
+    auto settings = co_await settingsTask;
+    auto devices = co_await devicesTask;
+    auto history = co_await historyTask;
+
+    publish(std::move(status));
+    publish(std::move(settings));
+    publish(std::move(devices));
+    publish(std::move(history));
+    if (state_.status)
+        setConnectionState(ConnectionState::connected);
+    heal_.refreshed(state_);
+}
+
+void Daemon::setConnectionState(ConnectionState state) {
+    state_.connectionState = state;
+    Q_EMIT connectionStateChanged();
+}
+
+void Daemon::publish(std::optional<Status> status) {
+    if (!status)
+        return;
+    state_.status = std::move(status);
+    Q_EMIT statusChanged();
+}
+
+void Daemon::publish(std::optional<DaemonSettings> settings) {
+    if (!settings)
+        return;
+    state_.settings = std::move(settings);
+    Q_EMIT settingsChanged();
+}
+
+void Daemon::publish(std::optional<std::vector<Device>> devices) {
+    if (!devices)
+        return;
+    state_.devices = *std::move(devices);
+    Q_EMIT devicesChanged();
+}
+
+void Daemon::publish(std::optional<std::vector<HistoryEntry>> history) {
+    if (!history)
+        return;
+    state_.history = *std::move(history);
+    Q_EMIT historyChanged();
+}
+
+} // namespace quorbit

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "async/Http.h"
+#include "daemon/ConnectionFiles.h"
+#include "wire/Wire.h"
+
+#include <QByteArray>
+#include <QNetworkAccessManager>
+#include <QString>
+
+#include <QCoroTask>
+
+#include <chrono>
+#include <exception>
+#include <optional>
+#include <stop_token>
+#include <utility>
+
+namespace quorbit {
+
+/// The client's own failure; everything else that a request throws is a TransportError or a wire error.
+class APIError : public std::exception {
+public:
+    enum Kind {
+        noConnection, ///< the request cannot be formed: no address or token, or not usable ones. Nothing was
+                      ///< sent.
+    };
+
+    explicit APIError(Kind failure) : kind(failure) {}
+    const char *what() const noexcept override { return "no connection"; }
+    bool operator==(const APIError &other) const { return kind == other.kind; }
+
+    Kind kind;
+};
+
+/// Exchanges records with the service. An exchange succeeds when a whole reply came and its body is the
+/// expected record; the HTTP status plays no part. Every wait leaves by Stopped when its token is triggered.
+class ServiceClient {
+public:
+    /// `silence` is how long a reply may make no progress.
+    explicit ServiceClient(std::chrono::milliseconds silence);
+
+    /// The service to which every later request goes.
+    void setConnection(ConnectionInfo connection) { connection_ = std::move(connection); }
+
+    template <class Reply>
+    QCoro::Task<Reply> get(QString path, std::stop_token token);
+    template <class Reply, class Body>
+    QCoro::Task<Reply> put(QString path, Body body, std::stop_token token);
+    template <class Reply, class Body>
+    QCoro::Task<Reply> post(QString path, Body body, std::stop_token token);
+    QCoro::Task<> postEmpty(QString path, std::stop_token token);
+    QCoro::Task<> deleteEmpty(QString path, std::stop_token token);
+
+private:
+    /// Starts a request for a path that begins with "/"; throws APIError.
+    OwnedReply request(const QString &path, const QByteArray &method,
+                       const std::optional<QByteArray> &body = std::nullopt);
+    /// The body of the reply.
+    static QCoro::Task<QByteArray> answer(OwnedReply reply, std::stop_token token);
+
+    std::chrono::milliseconds silence_;
+    std::optional<ConnectionInfo> connection_;
+    QNetworkAccessManager network_;
+};
+
+template <class Reply>
+QCoro::Task<Reply> ServiceClient::get(QString path, std::stop_token token) {
+    co_return wire::decode<Reply>(co_await answer(request(path, "GET"), token));
+}
+
+template <class Reply, class Body>
+QCoro::Task<Reply> ServiceClient::put(QString path, Body body, std::stop_token token) {
+    co_return wire::decode<Reply>(co_await answer(request(path, "PUT", wire::encode(body)), token));
+}
+
+template <class Reply, class Body>
+QCoro::Task<Reply> ServiceClient::post(QString path, Body body, std::stop_token token) {
+    co_return wire::decode<Reply>(co_await answer(request(path, "POST", wire::encode(body)), token));
+}
+
+} // namespace quorbit
