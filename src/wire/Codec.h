@@ -17,6 +17,32 @@ namespace quorbit::wire::detail {
 using Json = nlohmann::json;
 using OrderedJson = nlohmann::ordered_json;
 
+/// Deeper than any record, and shallow enough that a hostile document cannot fill the memory with brackets.
+constexpr int maximumDepth = 512;
+
+/// Whether brackets nest beyond the limit. A pass of its own, because the parser's callback costs several
+/// times as much.
+inline bool isTooDeep(QByteArrayView json) {
+    int depth = 0;
+    bool inString = false;
+    for (auto next = json.begin(); next != json.end(); ++next) {
+        if (inString) {
+            if (*next == '\\' && next + 1 != json.end())
+                ++next;
+            else if (*next == '"')
+                inString = false;
+        } else if (*next == '"') {
+            inString = true;
+        } else if (*next == '[' || *next == '{') {
+            if (++depth > maximumDepth)
+                return true;
+        } else if (*next == ']' || *next == '}') {
+            --depth;
+        }
+    }
+    return false;
+}
+
 /// Where a value lies in its document; kept on the stack and spelled out only when something is wrong.
 class Path {
 public:
@@ -99,7 +125,8 @@ struct Reader<qint64> {
         const auto *number = json.get_ptr<const Json::number_float_t *>();
         if (!number || std::trunc(*number) != *number)
             path.fail("expected a whole number");
-        if (*number < -end || *number >= end)
+        // -2^63 itself is refused in this form: the JSON library also yields it for whole numbers just below.
+        if (*number <= -end || *number >= end)
             path.fail("does not fit in 64 bits");
         return static_cast<qint64>(*number);
     }
@@ -224,6 +251,8 @@ namespace quorbit::wire {
 
 template <class Value>
 Value decode(QByteArrayView json) {
+    if (detail::isTooDeep(json))
+        throw DecodeError("nested too deeply");
     detail::Json document;
     try {
         document = detail::Json::parse(json.begin(), json.end());

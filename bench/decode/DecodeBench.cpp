@@ -1,0 +1,74 @@
+#include "daemon/ServiceState.h"
+#include "support/Samples.h"
+
+#include <nlohmann/json.hpp>
+
+#include <QTextStream>
+
+#include <algorithm>
+#include <chrono>
+#include <vector>
+
+/// What one refresh with a long clipboard history costs beyond the bare parsing of the same bytes.
+
+using namespace quorbit;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int historyEntries = 1000;
+constexpr int rounds = 200;
+
+QByteArray longHistory() {
+    QByteArray json = "[";
+    for (int id = 0; id < historyEntries; ++id) {
+        json += R"({"id":)" + QByteArray::number(id) + R"(,"type":"text","source":"Laptop \u4e2d\u6587",)" +
+                R"("label":"The quick brown fox jumps over the lazy dog, 敏捷的棕色狐狸 number )" +
+                QByteArray::number(id) + R"(","time":)" + QByteArray::number(1700000000000 + id) + "},";
+    }
+    json.back() = ']';
+    return json;
+}
+
+/// The median duration of many calls, in microseconds.
+template <class Action>
+double medianOf(const Action &action) {
+    std::vector<double> durations;
+    for (int round = 0; round < rounds; ++round) {
+        const auto begin = std::chrono::steady_clock::now();
+        action();
+        const std::chrono::duration<double, std::micro> duration = std::chrono::steady_clock::now() - begin;
+        durations.push_back(duration.count());
+    }
+    const auto middle = durations.begin() + rounds / 2;
+    std::nth_element(durations.begin(), middle, durations.end());
+    return *middle;
+}
+
+} // namespace
+
+int main() {
+    const QByteArray history = longHistory();
+    const std::vector<QByteArray> bodies{test::statusJson, test::settingsJson, test::devicesJson, history};
+
+    ServiceState state;
+    const double decoding = medianOf([&] {
+        state.status = wire::decode<std::optional<Status>>(bodies[0]);
+        state.settings = wire::decode<std::optional<DaemonSettings>>(bodies[1]);
+        state.devices = *wire::decode<std::optional<std::vector<Device>>>(bodies[2]);
+        state.history = *wire::decode<std::optional<std::vector<HistoryEntry>>>(bodies[3]);
+    });
+    std::size_t parsed = 0;
+    const double parsing = medianOf([&] {
+        for (const QByteArray &body : bodies)
+            parsed += nlohmann::json::parse(body.begin(), body.end()).size();
+    });
+
+    QTextStream(stdout) << u"decode and publish %1 us, bare parse %2 us, ratio %3 (%4 entries, %5 bytes)\n"_s
+                               .arg(decoding, 0, 'f', 0)
+                               .arg(parsing, 0, 'f', 0)
+                               .arg(decoding / parsing, 0, 'f', 2)
+                               .arg(state.history.size())
+                               .arg(history.size());
+    return parsed > 0 ? 0 : 1;
+}
