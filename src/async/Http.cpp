@@ -7,16 +7,16 @@ namespace quorbit {
 namespace {
 
 constexpr int firstErrorStatus = 400;
-/// Errors below this one mean that the exchange itself failed; those from it on, that the server answered
-/// with an error status or that the body cannot be unpacked.
-constexpr int firstContentError = QNetworkReply::ContentAccessDenied;
 
+/// Whether no whole reply came. Qt also calls it an error when the server answered with an error status.
 bool exchangeFailed(const QNetworkReply &reply) {
     if (reply.error() == QNetworkReply::NoError)
         return false;
     // Zero when no status came at all.
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    return status < firstErrorStatus || reply.error() < firstContentError;
+    const bool isAboutStatus = reply.error() >= QNetworkReply::ContentAccessDenied ||
+                               reply.error() == QNetworkReply::ProxyAuthenticationRequiredError;
+    return status < firstErrorStatus || !isAboutStatus;
 }
 
 } // namespace
@@ -38,7 +38,8 @@ QCoro::Task<HttpReply> receive(OwnedReply reply, qint64 maximumSize, std::stop_t
     });
     if (!reply->isFinished())
         co_await Signal(reply.get(), &QNetworkReply::finished, token);
-    received.body += reply->readAll();
+    if (reply->isOpen()) // an aborted reply is not
+        received.body += reply->readAll();
 
     if (received.body.size() > maximumSize)
         throw TransportError("the reply is too large");
