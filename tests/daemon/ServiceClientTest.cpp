@@ -41,7 +41,8 @@ private Q_SLOTS:
         for (const char *id :
              {" ", "a b", "a\"", "<",  ">",   "\\",       "^",  "`",         "{",    "|",  "}",
               "[", "]",   "%",   "%4", "%zz", "\xc3\xa9", "\n", "a\r\nX: 1", "\x7f", "a#b"})
-            row(QByteArray(id).toHex('-').constData(), service, u"t"_s, "/api/devices/"_L1 + QString::fromUtf8(id));
+            row(QByteArray(id).toHex('-').constData(), service, u"t"_s,
+                "/api/devices/"_L1 + QString::fromUtf8(id));
         row("NUL", service, u"t"_s, u"/api/devices/\0"_s);
         row("relative", service, u"t"_s, u"api/status"_s);
     }

@@ -1,0 +1,331 @@
+#include "daemon/Fixture.h"
+
+using namespace quorbit;
+using namespace quorbit::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr const char *resources[] = {"GET /api/status", "GET /api/settings", "GET /api/devices",
+                                     "GET /api/history"};
+
+/// Rings the alarms of the launch loop one by one, until the Daemon has made up its mind.
+int attemptsUntilDecided(Fixture &world) {
+    int attempts = 0;
+    while (world.state().connectionState == ConnectionState::starting && attempts < 100) {
+        if (!QTest::qWaitFor([&] {
+                return !world.clock.pending().empty() ||
+                       world.state().connectionState != ConnectionState::starting;
+            }))
+            break;
+        if (world.state().connectionState == ConnectionState::starting) {
+            world.clock.advance(100ms);
+            ++attempts;
+        }
+    }
+    return attempts;
+}
+
+class DaemonTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void beginsWithNothing() {
+        Fixture world;
+        QCOMPARE(world.state(), ServiceState());
+        world.clock.advance(1h);
+        QVERIFY(world.service.seen.empty());
+    }
+
+    void findsARunningService() {
+        Fixture world;
+        world.platform.auxiliary = u"/opt/quorbitd"_s;
+        world.service.answerAll();
+        QVERIFY(world.startAndPoll());
+        QCOMPARE(world.state().connectionState, ConnectionState::connected);
+        QVERIFY(world.platform.launched.empty());
+        QCOMPARE(world.announced,
+                 (QByteArrayList{"connection", "status", "settings", "devices", "history", "connection"}));
+        QCOMPARE(world.state().status, wire::decode<Status>(statusJson));
+        QCOMPARE(world.state().settings, wire::decode<std::optional<DaemonSettings>>(settingsJson));
+        QCOMPARE(world.state().devices, wire::decode<std::optional<std::vector<Device>>>(devicesJson));
+        QCOMPARE(world.state().history, wire::decode<std::optional<std::vector<HistoryEntry>>>(historyJson));
+        world.daemon->stop();
+    }
+
+    void launchesAndWaits_data() {
+        QTest::addColumn<QByteArray>("staleAddress"); // empty: no files at first
+        QTest::addColumn<QByteArray>("staleStatus");  // what the service answers at first
+        QTest::newRow("no files") << QByteArray() << QByteArray();
+        QTest::newRow("stale files") << QByteArray("http://127.0.0.1:1/") << QByteArray();
+        QTest::newRow("useless files") << QByteArray("nonsense") << QByteArray();
+        QTest::newRow("null is no status") << QByteArray("service") << QByteArray("null");
+        QTest::newRow("error page") << QByteArray("service") << QByteArray("<html>");
+    }
+    void launchesAndWaits() {
+        QFETCH(QByteArray, staleAddress);
+        QFETCH(QByteArray, staleStatus);
+        Fixture world;
+        world.platform.auxiliary = u"/opt/bundle/quorbitd"_s;
+        world.service.answer("GET /api/status", {staleStatus});
+        if (staleAddress == "service")
+            world.writeFiles();
+        else if (!staleAddress.isEmpty())
+            world.writeFiles(staleAddress);
+        world.daemon->start();
+        QTRY_COMPARE(world.platform.launched.size(), std::size_t{1});
+        QCOMPARE(world.platform.auxiliaryAsked, QStringList{u"quorbitd"_s});
+        QCOMPARE(world.platform.launched[0]->executable, u"/opt/bundle/quorbitd"_s);
+        QCOMPARE(world.platform.launched[0]->arguments, (QStringList{u"run"_s, u"--no-tray"_s}));
+
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            QTRY_COMPARE(world.clock.pending(), std::vector<FakeClock::Delay>{100ms});
+            world.clock.advance(100ms);
+        }
+        QVERIFY(world.refreshed());
+        QCOMPARE(world.state().connectionState, ConnectionState::starting);
+        world.service.answerAll();
+        world.writeFiles();
+        QCOMPARE(attemptsUntilDecided(world), 1);
+        QCOMPARE(world.state().connectionState, ConnectionState::connected);
+        QVERIFY(world.refreshed());
+        QVERIFY(world.state().status);
+
+        world.daemon->stop();
+        QCOMPARE(world.platform.launched[0]->terminations, 1);
+    }
+
+    void fallsBackToTheFolderOfTheProgram() {
+        Fixture world;
+        world.platform.executable = u"/opt/my apps/bin/quorbit"_s;
+        world.daemon->start();
+        QTRY_COMPARE(world.platform.launched.size(), std::size_t{1});
+        QCOMPARE(world.platform.launched[0]->executable, u"/opt/my apps/bin/quorbitd"_s);
+        world.platform.launched[0]->running = false;
+        world.daemon->stop();
+        QCOMPARE(world.platform.launched[0]->terminations, 0);
+    }
+
+    void givesUpWithoutAnExecutable() {
+        Fixture world;
+        world.daemon->start();
+        QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
+        QVERIFY(world.platform.logged.isEmpty());
+        QVERIFY(world.clock.pending().empty());
+        world.daemon->stop();
+    }
+
+    void givesUpAndLogsWhenLaunchingFails() {
+        Fixture world;
+        world.platform.auxiliary = u"/opt/quorbitd"_s;
+        world.platform.launchError = "100%s n\xc3\xa4h %n";
+        world.daemon->start();
+        QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
+        QCOMPARE(world.platform.logged, QStringList{u"[Quorbit] 启动 quorbitd 失败:100%s näh %n"_s});
+        QVERIFY(world.clock.pending().empty());
+        world.daemon->stop();
+    }
+
+    void givesUpAfterFiftyAttempts() {
+        Fixture world;
+        world.platform.auxiliary = u"/opt/quorbitd"_s;
+        world.daemon->start();
+        QCOMPARE(attemptsUntilDecided(world), 50);
+        QCOMPARE(world.state().connectionState, ConnectionState::disconnected);
+        QCOMPARE(world.announced, QByteArrayList{"connection"});
+
+        // The service comes up after all: a command shows it, but nothing polls.
+        world.daemon->stop();
+        QCOMPARE(world.platform.launched.at(0)->terminations, 1);
+    }
+
+    void aCommandRevivesWhatStartUpGaveUp() {
+        Fixture world;
+        world.writeFiles();
+        world.daemon->start();
+        QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
+        world.service.answerAll();
+        finish(world.daemon->setPaused(true));
+        QCOMPARE(world.state().connectionState, ConnectionState::connected);
+        QVERIFY(world.state().status);
+        QVERIFY(world.clock.pending().empty());
+    }
+
+    void pollsTwoSecondsAfterEachRefresh() {
+        Fixture world;
+        world.service.answerAll();
+        QVERIFY(world.startAndPoll());
+        QCOMPARE(world.clock.pending(), std::vector<FakeClock::Delay>{2000ms});
+        world.clock.advance(1999ms);
+        QTest::qWait(20);
+        for (const char *resource : resources)
+            QCOMPARE(world.service.count(resource), resource == resources[0] ? 2 : 1);
+
+        // All four are out before any is answered, and the pause begins only after the last of them.
+        for (const char *resource : resources)
+            world.service.answer(resource, {{}, 200, {}, Answer::hang});
+        world.clock.advance(1ms);
+        QTRY_COMPARE(world.service.seen.size(), std::size_t{9});
+        QVERIFY(world.clock.pending().empty());
+    }
+
+    void eachResourceKeepsItsLastGoodValue_data() {
+        QTest::addColumn<int>("failing");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<int>("manner");
+        for (int failing = 0; failing < 4; ++failing) {
+            QTest::addRow("null %d", failing) << failing << QByteArray("null") << int(Answer::reply);
+            QTest::addRow("page %d", failing) << failing << QByteArray("<html>") << int(Answer::reply);
+            QTest::addRow("cut off %d", failing) << failing << QByteArray("[") << int(Answer::cutOff);
+            QTest::addRow("shut %d", failing) << failing << QByteArray() << int(Answer::shut);
+        }
+    }
+    void eachResourceKeepsItsLastGoodValue() {
+        QFETCH(int, failing);
+        QFETCH(QByteArray, body);
+        QFETCH(int, manner);
+        Fixture world;
+        world.service.answerAll();
+        QVERIFY(world.startAndPoll());
+        const ServiceState before = world.state();
+        world.announced.clear();
+        world.service.answer("GET /api/status", {QByteArray(statusJson).replace("Desk", "New")});
+        world.service.answer("GET /api/settings", {QByteArray(settingsJson).replace("Desk", "New")});
+        world.service.answer("GET /api/devices", {QByteArray(devicesJson).replace("Lap", "New")});
+        world.service.answer("GET /api/history", {"[]"});
+        world.service.answer(resources[failing], {body, 200, {}, static_cast<Answer::Manner>(manner)});
+        QVERIFY(world.pollAgain());
+
+        QByteArrayList expected{"status", "settings", "devices", "history", "connection"};
+        expected.removeAt(failing);
+        QCOMPARE(world.announced, expected);
+        QCOMPARE(world.state().status != before.status, failing != 0);
+        QCOMPARE(world.state().settings != before.settings, failing != 1);
+        QCOMPARE(world.state().devices != before.devices, failing != 2);
+        QCOMPARE(world.state().history.empty(), failing != 3);
+    }
+
+    void aServiceThatIsGoneLeavesEverything() {
+        Fixture world;
+        world.service.answerAll();
+        QVERIFY(world.startAndPoll());
+        const ServiceState before = world.state();
+        world.announced.clear();
+        world.service.close();
+        QVERIFY(world.pollAgain());
+        QVERIFY(world.pollAgain());
+        QCOMPARE(world.state(), before);
+        // That a status is known is enough to say so again.
+        QCOMPARE(world.announced, (QByteArrayList{"connection", "connection"}));
+    }
+
+    void connectedNeedsAStatus() {
+        Fixture world;
+        world.writeFiles();
+        world.daemon->start(); // no executable: gives up
+        QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
+        world.service.answer("GET /api/devices", {devicesJson});
+        finish(world.daemon->setPaused(true));
+        QCOMPARE(world.state().connectionState, ConnectionState::disconnected);
+        QCOMPARE(world.state().devices.size(), std::size_t{1});
+    }
+
+    void stopDuringThePauseEndsThePolling() {
+        Fixture world;
+        world.service.answerAll();
+        QVERIFY(world.startAndPoll());
+        const auto requests = world.service.seen.size();
+        world.daemon->stop();
+        QVERIFY(world.clock.pending().empty());
+        world.clock.advance(1min);
+        QTest::qWait(20);
+        QCOMPARE(world.service.seen.size(), requests);
+    }
+
+    void stopDuringARefreshPublishesWhatArrived() {
+        Fixture world;
+        world.service.answerAll();
+        QVERIFY(world.startAndPoll());
+        world.announced.clear();
+        world.service.answer("GET /api/status", {{}, 200, {}, Answer::hang});
+        world.service.answer("GET /api/history", {"[]"});
+        const auto requests = world.service.seen.size();
+        world.clock.advance(2000ms);
+        QTRY_COMPARE(world.service.seen.size(), requests + 4);
+        QTest::qWait(50);
+        QVERIFY(world.announced.isEmpty());
+        world.daemon->stop();
+        QCOMPARE(world.announced, (QByteArrayList{"settings", "devices", "history", "connection"}));
+        QVERIFY(world.state().history.empty());
+        QVERIFY(world.clock.pending().empty());
+    }
+
+    void refreshAndAnnouncementsReachTheHeal() {
+        Fixture world;
+        world.clock.uptimeAtStart = 60;
+        world.service.answerAll();
+        world.service.answer(
+            "GET /api/settings",
+            {QByteArray(settingsJson).replace("\"kvm_enabled\":false", "\"kvm_enabled\":true")});
+        world.service.answer("GET /api/status", {QByteArray(statusJson)
+                                                     .replace("\"accessibility_granted\":true",
+                                                              "\"accessibility_granted\":false")});
+        QVERIFY(world.startAndPoll());
+        QCOMPARE(world.defaults.integer(u"axHealCount"_s), qint64{1});
+        world.platform.announceAccessibilityChange();
+        world.platform.announceAccessibilityChange();
+        QCOMPARE(world.clock.pending(), (std::vector<FakeClock::Delay>{800ms, 2000ms, 6000ms}));
+        world.clock.advance(800ms);
+        QCOMPARE(world.relaunches, 1);
+        world.daemon.reset();
+        QVERIFY(world.clock.pending().empty());
+        world.platform.announceAccessibilityChange(); // must not reach the Daemon that is gone
+    }
+
+    void destructionEndsEverythingAtOnce_data() {
+        QTest::addColumn<QByteArrayList>("hanging");
+        QTest::newRow("first probe") << QByteArrayList{"GET /api/status"};
+        QTest::newRow("refresh") << QByteArrayList{"GET /api/settings", "GET /api/devices",
+                                                   "GET /api/history"};
+        QTest::newRow("pause") << QByteArrayList();
+        QTest::newRow("one of a refresh") << QByteArrayList{"GET /api/history"};
+    }
+    void destructionEndsEverythingAtOnce() {
+        QFETCH(QByteArrayList, hanging);
+        Fixture world;
+        world.service.answerAll();
+        for (const QByteArray &line : hanging)
+            world.service.answer(line, {{}, 200, {}, Answer::hang});
+        world.writeFiles();
+        world.daemon->start();
+        QTRY_VERIFY(world.service.seen.size() == 5 || hanging.contains("GET /api/status"));
+        QTest::qWait(50);
+        const auto save = outcomeOf(world.daemon->saveSettings(DaemonSettings()));
+        const auto clear = outcomeOf(world.daemon->clearHistory());
+        const auto show = outcomeOf(world.daemon->pairShow());
+        world.announced.clear();
+        world.daemon.reset();
+        QVERIFY(save->stopped);
+        QVERIFY(clear->stopped);
+        QVERIFY(show->stopped);
+        QVERIFY(world.announced.isEmpty());
+        QVERIFY(world.clock.pending().empty());
+        QTest::qWait(20); // whatever was left behind would now run into the Daemon that is gone
+    }
+
+    void destructionDuringTheLaunch() {
+        Fixture world;
+        world.platform.auxiliary = u"/opt/quorbitd"_s;
+        world.daemon->start();
+        QTRY_COMPARE(world.clock.pending().size(), std::size_t{1});
+        world.daemon.reset();
+        QVERIFY(world.clock.pending().empty());
+        QCOMPARE(world.platform.launched[0]->terminations, 0);
+    }
+};
+
+} // namespace
+
+QTEST_GUILESS_MAIN(DaemonTest)
+#include "DaemonTest.moc"

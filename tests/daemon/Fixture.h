@@ -1,0 +1,74 @@
+#pragma once
+
+#include "daemon/Daemon.h"
+#include "support/Await.h"
+#include "support/FakeClock.h"
+#include "support/FakeDefaults.h"
+#include "support/FakePlatform.h"
+#include "support/FakeService.h"
+#include "support/Samples.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace quorbit::test {
+
+/// A Daemon in a world of its own: a home folder, a service on a free port, time that stands still.
+struct Fixture {
+    Fixture() {
+        platform.home = home.path();
+        for (const auto &[signal, name] : std::initializer_list<std::pair<void (Daemon::*)(), const char *>>{
+                 {&Daemon::connectionStateChanged, "connection"},
+                 {&Daemon::statusChanged, "status"},
+                 {&Daemon::settingsChanged, "settings"},
+                 {&Daemon::devicesChanged, "devices"},
+                 {&Daemon::historyChanged, "history"}})
+            QObject::connect(daemon.get(), signal, [this, name] { announced.push_back(QByteArray(name)); });
+    }
+
+    void writeFiles() { writeFiles(service.address().toEncoded() + "/ui?x=y\n"); }
+    void writeFiles(const QByteArray &address) const {
+        const QString folder = home.filePath(QStringLiteral("Library/Application Support/Quorbit/"));
+        QDir().mkpath(folder);
+        write(folder + QStringLiteral("ui-url"), address);
+        write(folder + QStringLiteral("ui-token"), "s3cret\n");
+    }
+
+    const ServiceState &state() const { return daemon->state(); }
+    /// Starts with a service that answers; true once the first refresh is over and the poll loop sleeps.
+    bool startAndPoll() {
+        writeFiles();
+        daemon->start();
+        return refreshed();
+    }
+    /// Lets events pass until the poll loop sleeps.
+    bool refreshed() const {
+        return QTest::qWaitFor([this] { return !clock.pending().empty(); });
+    }
+    /// Lets the poll loop wake up and refresh once.
+    bool pollAgain() {
+        clock.advance(std::chrono::milliseconds(2000));
+        return refreshed();
+    }
+
+    QTemporaryDir home;
+    FakeService service;
+    FakePlatform platform;
+    FakeDefaults defaults;
+    FakeClock clock;
+    int relaunches = 0;
+    QByteArrayList announced; ///< the signals, in order
+    std::unique_ptr<Daemon> daemon =
+        std::make_unique<Daemon>(platform, defaults, clock, [this] { ++relaunches; });
+
+private:
+    static void write(const QString &path, const QByteArray &text) {
+        QFile file(path);
+        if (!file.open(QFile::WriteOnly) || file.write(text) != text.size())
+            qFatal("cannot write %s", qPrintable(path));
+    }
+};
+
+} // namespace quorbit::test
