@@ -50,7 +50,8 @@ QCoro::Task<> Daemon::clearHistory() {
 }
 
 QCoro::Task<> Daemon::unpair(QString deviceId) {
-    return refreshAfter(client_.deleteEmpty("/api/devices/"_L1 + deviceId, lifetime_.get_token()));
+    deviceId.prepend("/api/devices/"_L1);
+    return refreshAfter(client_.deleteEmpty(std::move(deviceId), lifetime_.get_token()));
 }
 
 QCoro::Task<std::optional<QString>> Daemon::pairShow() {

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 maximumSize = 64 * 1024;
+constexpr qint64 maximumSize = 65'536;
 
 /// A regular file's text. Opened without blocking, because a pipe in the file's place would otherwise hold
 /// the program until somebody writes to it.

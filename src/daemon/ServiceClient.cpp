@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 maximumReplySize = 32 * 1024 * 1024;
+constexpr qint64 maximumReplySize = qint64{32} * 1024 * 1024;
 
 /// The path goes out as it is, so it must already be in the form of RFC 3986. A fragment would silently be
 /// cut off on the way, and is refused too.

@@ -23,6 +23,12 @@ struct Connected : Fixture {
 
 using Command = void (*)(Daemon &);
 
+} // namespace
+
+Q_DECLARE_METATYPE(Command)
+
+namespace {
+
 class CommandsTest : public QObject {
     Q_OBJECT
 
@@ -236,8 +242,6 @@ private Q_SLOTS:
 };
 
 } // namespace
-
-Q_DECLARE_METATYPE(Command)
 
 QTEST_GUILESS_MAIN(CommandsTest)
 #include "CommandsTest.moc"

@@ -19,13 +19,11 @@ namespace quorbit::test {
 struct Fixture {
     Fixture() {
         platform.home = home.path();
-        for (const auto &[signal, name] : std::initializer_list<std::pair<void (Daemon::*)(), const char *>>{
-                 {&Daemon::connectionStateChanged, "connection"},
-                 {&Daemon::statusChanged, "status"},
-                 {&Daemon::settingsChanged, "settings"},
-                 {&Daemon::devicesChanged, "devices"},
-                 {&Daemon::historyChanged, "history"}})
-            QObject::connect(daemon.get(), signal, [this, name] { announced.push_back(QByteArray(name)); });
+        record(&Daemon::connectionStateChanged, "connection");
+        record(&Daemon::statusChanged, "status");
+        record(&Daemon::settingsChanged, "settings");
+        record(&Daemon::devicesChanged, "devices");
+        record(&Daemon::historyChanged, "history");
     }
 
     void writeFiles() { writeFiles(service.address().toEncoded() + "/ui?x=y\n"); }
@@ -64,6 +62,9 @@ struct Fixture {
         std::make_unique<Daemon>(platform, defaults, clock, [this] { ++relaunches; });
 
 private:
+    void record(void (Daemon::*signal)(), const char *name) {
+        QObject::connect(daemon.get(), signal, [this, name] { announced.push_back(QByteArray(name)); });
+    }
     static void write(const QString &path, const QByteArray &text) {
         QFile file(path);
         if (!file.open(QFile::WriteOnly) || file.write(text) != text.size())
