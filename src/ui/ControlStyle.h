@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace quorbit {
+
+/// The application's style: the one place that says whether anything may move, so that every widget learns it
+/// from its own style and no control needs to be told. Set it with QApplication::setStyle.
+class ControlStyle final : public QProxyStyle {
+    Q_OBJECT
+
+public:
+    ControlStyle();
+
+    void setReducedMotion(bool reduced) { reducedMotion_ = reduced; }
+    int styleHint(StyleHint hint, const QStyleOption *option = nullptr, const QWidget *widget = nullptr,
+                  QStyleHintReturn *result = nullptr) const override;
+
+private:
+    bool reducedMotion_ = false;
+};
+
+/// How long a change of `widget` may take to be seen, in milliseconds: 0 when motion is reduced or nobody can
+/// see it.
+int animationDuration(const QWidget &widget);
+
+} // namespace quorbit

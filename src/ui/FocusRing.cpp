@@ -1,0 +1,118 @@
+#include "ui/FocusRing.h"
+
+#include "ui/Theme.h"
+
+#include <QFocusEvent>
+#include <QPainter>
+
+namespace quorbit {
+
+namespace {
+constexpr int ringWidth = 2;
+}
+
+/// Lives as long as the control and decides when there is a ring.
+class FocusRing::Watcher final : public QObject {
+public:
+    Watcher(QWidget *control, double radius, int gap)
+        : QObject(control), control_(control), radius_(radius), gap_(gap) {
+        control->installEventFilter(this);
+    }
+
+    ~Watcher() override { delete ring_; }
+
+    bool eventFilter(QObject *, QEvent *event) override {
+        switch (event->type()) {
+        case QEvent::FocusIn: {
+            const auto reason = static_cast<QFocusEvent *>(event)->reason();
+            if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                reason == Qt::ShortcutFocusReason)
+                byKeyboard_ = true;
+            else if (reason == Qt::MouseFocusReason)
+                byKeyboard_ = false;
+            update();
+            break;
+        }
+        case QEvent::KeyPress:
+            byKeyboard_ = true;
+            update();
+            break;
+        case QEvent::MouseButtonPress:
+            byKeyboard_ = false;
+            update();
+            break;
+        case QEvent::FocusOut: {
+            // The focus comes back to the control from menus and other windows as it was.
+            const auto reason = static_cast<QFocusEvent *>(event)->reason();
+            if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+                byKeyboard_ = false;
+            delete ring_;
+            break;
+        }
+        case QEvent::Hide:
+        case QEvent::ParentAboutToChange:
+            delete ring_;
+            break;
+        case QEvent::Show:
+        case QEvent::Move:
+        case QEvent::Resize:
+        case QEvent::ZOrderChange:
+            update();
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+
+private:
+    void update() {
+        const bool wanted = byKeyboard_ && control_->hasFocus() && control_->isVisible() &&
+                            control_->parentWidget() != nullptr && !control_->isWindow();
+        if (!wanted)
+            delete ring_;
+        else if (ring_ == nullptr)
+            ring_ = new FocusRing(control_, radius_, gap_);
+        if (ring_ != nullptr)
+            ring_->follow();
+    }
+
+    QWidget *control_;
+    double radius_;
+    int gap_;
+    bool byKeyboard_ = false;
+    QPointer<FocusRing> ring_;
+};
+
+void FocusRing::install(QWidget *control, double radius, int gap) {
+    new Watcher(control, radius, gap);
+}
+
+FocusRing::FocusRing(QWidget *control, double radius, int gap)
+    : QWidget(control->parentWidget())
+    , AccessibleControl(this)
+    , control_(control)
+    , radius_(radius)
+    , gap_(gap) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void FocusRing::follow() {
+    const int reach = gap_ + ringWidth;
+    setGeometry(control_->geometry().adjusted(-reach, -reach, reach, reach));
+    show();
+    raise();
+}
+
+void FocusRing::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(themeColors(palette()).accent, ringWidth));
+    const double half = ringWidth / 2.0;
+    const double radius = std::max(radius_ + gap_ + half, 2.0);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), radius, radius);
+}
+
+} // namespace quorbit

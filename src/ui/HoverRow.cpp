@@ -1,0 +1,74 @@
+#include "ui/HoverRow.h"
+
+#include "ui/FocusRing.h"
+#include "ui/Theme.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace quorbit {
+
+HoverRow::HoverRow(QWidget *parent) : QAbstractButton(parent), AccessibleControl(this) {
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    FocusRing::install(this, 6, -4);
+}
+
+void HoverRow::addAccessibleState(QAccessible::State &state) const {
+    state.pressed = isDown();
+}
+
+QStringList HoverRow::accessibleActions() const {
+    return {QAccessibleActionInterface::pressAction()};
+}
+
+void HoverRow::performAccessibleAction(const QString &action) {
+    if (action == QAccessibleActionInterface::pressAction())
+        click();
+}
+
+void HoverRow::setHighlighted(bool highlighted) {
+    highlighted_ = highlighted;
+    const QPalette inherited =
+        parentWidget() != nullptr ? parentWidget()->palette() : QApplication::palette();
+    setPalette(highlighted ? highlightedPalette(inherited) : QPalette());
+    update();
+}
+
+bool HoverRow::event(QEvent *event) {
+    const bool handled = QAbstractButton::event(event);
+    switch (event->type()) {
+    case QEvent::Enter:
+        setHighlighted(isEnabled());
+        break;
+    case QEvent::Leave:
+    case QEvent::Hide:
+        if (highlighted_)
+            setHighlighted(false);
+        break;
+    case QEvent::ApplicationPaletteChange:
+        if (highlighted_)
+            setHighlighted(true);
+        break;
+    default:
+        break;
+    }
+    return handled;
+}
+
+void HoverRow::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!event->isAutoRepeat())
+            click();
+        return;
+    }
+    QAbstractButton::keyPressEvent(event);
+}
+
+void HoverRow::paintEvent(QPaintEvent *) {
+    if (highlighted_ || isDown())
+        QPainter(this).fillRect(rect(), themeColors(palette()).hover);
+}
+
+} // namespace quorbit

@@ -1,0 +1,155 @@
+#include "ui/TextLabel.h"
+
+#include <QEvent>
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace quorbit {
+
+namespace {
+
+/// Line breaks and other control characters have no place in a single line.
+QString singleLine(QString text) {
+    for (QChar &c : text) {
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
+            c = QLatin1Char(' ');
+    }
+    return text;
+}
+
+} // namespace
+
+TextLabel::TextLabel(TextStyle style, TextColor color, QWidget *parent)
+    : TextLabel(QString(), style, color, parent) {}
+
+TextLabel::TextLabel(const QString &text, TextStyle style, TextColor color, QWidget *parent)
+    : QWidget(parent), AccessibleControl(this), text_(text), style_(style), color_(color) {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void TextLabel::setText(const QString &text) {
+    if (text == text_)
+        return;
+    text_ = text;
+    relayout();
+    accessibleNameChanged();
+}
+
+void TextLabel::setStyle(TextStyle style) {
+    if (style == style_)
+        return;
+    style_ = style;
+    relayout();
+}
+
+void TextLabel::setColor(TextColor color) {
+    if (color == color_)
+        return;
+    color_ = color;
+    update();
+}
+
+void TextLabel::setOverflow(Overflow overflow) {
+    if (overflow == overflow_)
+        return;
+    overflow_ = overflow;
+    QSizePolicy policy(QSizePolicy::Preferred,
+                       overflow == Overflow::wrap ? QSizePolicy::Minimum : QSizePolicy::Fixed);
+    policy.setHeightForWidth(overflow == Overflow::wrap);
+    setSizePolicy(policy);
+    relayout();
+}
+
+void TextLabel::setAlignment(Qt::Alignment alignment) {
+    if (alignment == alignment_)
+        return;
+    alignment_ = alignment;
+    update();
+}
+
+void TextLabel::setMonospaced(bool monospaced) {
+    if (monospaced == monospaced_)
+        return;
+    monospaced_ = monospaced;
+    relayout();
+}
+
+QFont TextLabel::ownFont() const {
+    return textFont(style_, font(), monospaced_);
+}
+
+int TextLabel::wrapFlags() const {
+    return static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment_)) | Qt::TextWordWrap;
+}
+
+void TextLabel::relayout() {
+    updateGeometry();
+    update();
+}
+
+QSize TextLabel::sizeHint() const {
+    const QFontMetrics metrics(ownFont());
+    if (overflow_ != Overflow::wrap)
+        return {metrics.horizontalAdvance(singleLine(text_)), metrics.height()};
+    // A wrapping text has no width of its own: it takes what its layout gives, and this much if nothing else
+    // decides.
+    const int comfortable = metrics.averageCharWidth() * 60;
+    return {std::min(metrics.horizontalAdvance(text_), comfortable), heightForWidth(comfortable)};
+}
+
+QSize TextLabel::minimumSizeHint() const {
+    const QFontMetrics metrics(ownFont());
+    const int least = metrics.horizontalAdvance(QChar(0x2026)) + metrics.averageCharWidth();
+    return {std::min(least, metrics.horizontalAdvance(text_)), metrics.height()};
+}
+
+int TextLabel::heightForWidth(int width) const {
+    const QFontMetrics metrics(ownFont());
+    if (overflow_ != Overflow::wrap)
+        return metrics.height();
+    return std::max(metrics.boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), wrapFlags(), text_).height(),
+                    metrics.height());
+}
+
+void TextLabel::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.setFont(ownFont());
+    painter.setPen(textColor(palette(), color_));
+    if (!isEnabled())
+        painter.setOpacity(0.5);
+    if (overflow_ == Overflow::wrap) {
+        painter.drawText(rect(), wrapFlags(), text_);
+        return;
+    }
+    const auto mode = overflow_ == Overflow::cutMiddle ? Qt::ElideMiddle : Qt::ElideRight;
+    painter.drawText(
+        rect(), static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment_)) | Qt::TextSingleLine,
+        painter.fontMetrics().elidedText(singleLine(text_), mode, width()));
+}
+
+void TextLabel::changeEvent(QEvent *event) {
+    if (event->type() == QEvent::FontChange)
+        relayout();
+    if (event->type() == QEvent::EnabledChange)
+        update();
+    QWidget::changeEvent(event);
+}
+
+bool TextLabel::event(QEvent *event) {
+    // Text that was cut can be read whole by resting the pointer on it, unless the view has its own tip.
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && overflow_ != Overflow::wrap &&
+        sizeHint().width() > width()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           QStringLiteral("<p>%1</p>").arg(singleLine(text_).toHtmlEscaped()), this);
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+} // namespace quorbit

@@ -1,0 +1,75 @@
+#include "ui/TextStyle.h"
+
+#include <QFontDatabase>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorbit {
+
+namespace {
+
+// A desktop that sets no font has Qt's own default of 9 points, which are 12 pixels at 96 dpi.
+constexpr double defaultPoints = 9;
+constexpr double defaultPixels = 12;
+constexpr double pointsPerPixel = defaultPoints / defaultPixels;
+
+struct Style {
+    double pixels;
+    QFont::Weight weight;
+};
+
+Style styleOf(TextStyle style) {
+    switch (style) {
+    case TextStyle::body:
+        return {13, QFont::Normal};
+    case TextStyle::headline:
+        return {13, QFont::DemiBold};
+    case TextStyle::callout:
+        return {12, QFont::Normal};
+    case TextStyle::caption:
+        return {11, QFont::Normal};
+    case TextStyle::caption2:
+        return {10, QFont::Normal};
+    case TextStyle::title3:
+        return {15, QFont::Bold};
+    case TextStyle::title2:
+        return {17, QFont::DemiBold};
+    case TextStyle::display:
+        return {40, QFont::Bold};
+    }
+    return {13, QFont::Normal};
+}
+
+} // namespace
+
+double fontScale(const QFont &userFont) {
+    if (userFont.pointSizeF() > 0)
+        return userFont.pointSizeF() / defaultPoints;
+    return userFont.pixelSize() > 0 ? userFont.pixelSize() / defaultPixels : 1;
+}
+
+QFont sizedFont(double pixels, QFont::Weight weight, const QFont &userFont) {
+    const double scaled = pixels * fontScale(userFont);
+    QFont font = userFont;
+    // Points follow the screen's dots per inch; a font given in pixels is meant to stay as it is.
+    if (userFont.pointSizeF() > 0)
+        font.setPointSizeF(std::max(scaled * pointsPerPixel, 1.0));
+    else
+        font.setPixelSize(std::max(static_cast<int>(std::lround(scaled)), 1));
+    font.setWeight(weight);
+    return font;
+}
+
+QFont textFont(TextStyle style, const QFont &userFont, bool monospaced) {
+    const Style wanted = styleOf(style);
+    QFont font = sizedFont(wanted.pixels, wanted.weight, userFont);
+    if (monospaced) {
+        font.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
+        font.setStyleHint(QFont::Monospace);
+    }
+    return font;
+}
+
+} // namespace quorbit

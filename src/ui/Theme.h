@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+#include <optional>
+
+namespace quorbit {
+
+/// How the desktop wants programs to look.
+struct Appearance {
+    bool dark = false;
+    /// The desktop's own accent colour, when it has one.
+    std::optional<QColor> accent;
+    bool highContrast = false;
+    bool reducedMotion = false;
+
+    bool operator==(const Appearance &) const = default;
+};
+
+/// The palette that makes every control look like `appearance`. Set it on the application: all views follow
+/// by their palette change events.
+QPalette themePalette(const Appearance &appearance);
+
+/// The palette of what lies on a highlighted row: its text stays readable on the highlight.
+QPalette highlightedPalette(const QPalette &palette);
+
+/// What a text or a symbol is painted in, by meaning.
+enum class TextColor { primary, secondary, tertiary, accent, green, orange, red, yellow, onAccent };
+
+/// The colour for text, readable on the palette's window and card (4.5 : 1, in high contrast 7 : 1).
+QColor textColor(const QPalette &palette, TextColor color);
+
+/// The colour for symbols, dots and other shapes (3 : 1, in high contrast 4.5 : 1).
+QColor shapeColor(const QPalette &palette, TextColor color);
+
+/// The colour for text on another opaque surface than window and card.
+QColor textOn(const QPalette &palette, TextColor color, const QColor &surface);
+
+/// All colours of a view, derived from the palette of the widget that paints. Those with an alpha are painted
+/// over the surface that they lie on.
+struct ThemeColors {
+    bool dark = false;
+    QColor window, card, cardEdge, separator;
+    QColor primary, secondary, tertiary;
+    /// Shapes in the accent colour; `accentFill` is the accent as a background that `onAccent` is read on,
+    /// and `accentText` the accent as text.
+    QColor accent, accentFill, onAccent, accentText;
+    /// Shapes; for text ask textColor().
+    QColor green, orange, red, yellow;
+    /// The highlight of a row under the pointer, and the soft pill behind a chosen tab.
+    QColor hover, pill;
+    /// The face and the edge of buttons, pickers and text fields.
+    QColor control, controlEdge, field, fieldEdge;
+    /// The track of a switch that is off.
+    QColor track;
+};
+ThemeColors themeColors(const QPalette &palette);
+
+/// The contrast of two opaque colours as WCAG 2 defines it, 1 to 21.
+double contrastRatio(const QColor &a, const QColor &b);
+
+/// `top` painted over the opaque `bottom`.
+QColor composed(const QColor &top, const QColor &bottom);
+
+/// `color` with the opacity `alpha`, 0 to 1.
+QColor withAlpha(QColor color, double alpha);
+
+} // namespace quorbit
