@@ -41,11 +41,12 @@ QCoro::Task<HttpReply> receive(OwnedReply reply, qint64 maximumSize, std::stop_t
     if (reply->isOpen()) // an aborted reply is not
         received.body += reply->readAll();
 
+    received.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    // The size comes first: its own abort would pass for a failed exchange.
     if (received.body.size() > maximumSize)
-        throw TransportError("the reply is too large");
+        throw ReplyTooLarge(received.status);
     if (exchangeFailed(*reply))
         throw TransportError(reply->errorString().toStdString());
-    received.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     co_return received;
 }
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+namespace quorbit {
+
+/// A file that is being written and has no name of its own until it is whole. If it is destroyed before that,
+/// nothing is left of it; where the file system knows nameless files, not even when the program is killed.
+/// Its operations throw std::system_error.
+class PackageFile {
+public:
+    /// Creates the folder when it is missing.
+    explicit PackageFile(const QString &folder);
+    ~PackageFile();
+    PackageFile(const PackageFile &) = delete;
+    PackageFile &operator=(const PackageFile &) = delete;
+
+    void write(QByteArrayView bytes);
+    /// Brings the file safely to disk and names it `name`, in its folder. Replaces a file, a link or a whole
+    /// folder of that name.
+    void finish(const QString &name);
+
+private:
+    QString folder_;
+    QByteArray temporaryName_; ///< the whole path, beside the final one
+    int descriptor_ = -1;
+    bool named_ = false; ///< whether something exists under the temporary name
+};
+
+} // namespace quorbit

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "async/Http.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkRequest>
+
+namespace quorbit {
+
+/// Sends GET requests over HTTPS alone: certificates are checked, the system's proxy is used, no reply comes
+/// from a cache, and redirects lead only to other HTTPS addresses.
+class SecureNetwork {
+public:
+    SecureNetwork();
+
+    /// Throws TransportError, before anything is sent, when the address is not an HTTPS one.
+    OwnedReply get(QNetworkRequest request);
+
+private:
+    QNetworkAccessManager manager_;
+};
+
+} // namespace quorbit
