@@ -22,8 +22,9 @@ bool exchangeFailed(const QNetworkReply &reply) {
 } // namespace
 
 void AbandonReply::operator()(QNetworkReply *reply) const {
-    reply->disconnect();
-    reply->abort();
+    // Only what our side listens to: it is by a signal, too, that a reply being deleted ends its exchange.
+    QObject::disconnect(reply, &QNetworkReply::readyRead, nullptr, nullptr);
+    QObject::disconnect(reply, &QNetworkReply::finished, nullptr, nullptr);
     reply->deleteLater();
 }
 
@@ -38,11 +39,10 @@ QCoro::Task<HttpReply> receive(OwnedReply reply, qint64 maximumSize, std::stop_t
     });
     if (!reply->isFinished())
         co_await Signal(reply.get(), &QNetworkReply::finished, token);
-    if (reply->isOpen()) // an aborted reply is not
+    if (reply->isOpen()) // An aborted reply is not.
         received.body += reply->readAll();
 
     received.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    // The size comes first: its own abort would pass for a failed exchange.
     if (received.body.size() > maximumSize)
         throw ReplyTooLarge(received.status);
     if (exchangeFailed(*reply))

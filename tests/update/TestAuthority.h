@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QSslConfiguration>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace quorbit::test {
+
+/// A certificate authority that lives as long as the test. Fails the test by an exception when the openssl
+/// command does not do its work.
+class TestAuthority {
+public:
+    TestAuthority();
+
+    /// Makes this program trust the authority.
+    void trust() const;
+    /// What a server shows to prove that it is `host`.
+    QSslConfiguration identity(const QString &host) const;
+
+private:
+    QString path(const QString &name) const { return folder_.filePath(name); }
+    void makeCertificate(const QString &name, const QStringList &options) const;
+
+    QTemporaryDir folder_;
+};
+
+} // namespace quorbit::test

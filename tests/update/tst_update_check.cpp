@@ -1,0 +1,320 @@
+#include "support/FakeClock.h"
+#include "support/FakePlatform.h"
+#include "update/HttpsServer.h"
+#include "update/TestAuthority.h"
+#include "update/UpdateChecker.h"
+
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace quorbit;
+using namespace quorbit::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QByteArray newer = R"({"version":"2.0","download":{"macos":"https://host/app.dmg"},)"
+                         R"("notes":{"zh":"修复","en":"Fixes"}})";
+const QByteArray older = R"({"version":"1.4","download":{}})";
+
+CheckState failed(FailureReason reason) {
+    return check::Failed{reason};
+}
+
+/// A checker and everything around it; records what it publishes.
+struct Setup {
+    explicit Setup(const QUrl &manifest) {
+        platform.version = u"1.4.1"_s;
+        checker = std::make_unique<UpdateChecker>(platform, clock, manifest, QStringList{u"zh-Hans"_s});
+        QObject::connect(checker.get(), &UpdateChecker::changed, checker.get(),
+                         [this] { published.push_back(checker->state()); });
+    }
+
+    bool isChecking() const { return std::holds_alternative<check::Checking>(checker->state().state); }
+    /// Runs one check to its end.
+    CheckState check() {
+        checker->check();
+        [this] { QTRY_VERIFY(!isChecking()); }();
+        return checker->state().state;
+    }
+
+    FakePlatform platform;
+    FakeClock clock;
+    std::unique_ptr<UpdateChecker> checker;
+    std::vector<UpdateState> published;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Answer)
+Q_DECLARE_METATYPE(CheckState)
+
+class UpdateCheckTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::optional<TestAuthority> authority_;
+    std::unique_ptr<HttpsServer> server_;
+
+    QUrl manifest() const { return server_->address(u"/version.json"_s); }
+    void serve(const Answer &answer) { server_->answer(u"/version.json"_s, answer); }
+
+private Q_SLOTS:
+    void initTestCase() {
+        authority_.emplace();
+        authority_->trust();
+    }
+    void init() { server_ = std::make_unique<HttpsServer>(authority_->identity(u"localhost"_s)); }
+
+    void tellsTheOutcome_data() {
+        QTest::addColumn<Answer>("answer");
+        QTest::addColumn<CheckState>("outcome");
+        const auto row = [](const char *name, const Answer &answer, const CheckState &outcome) {
+            QTest::newRow(name) << answer << outcome;
+        };
+        const CheckState upToDate = check::UpToDate{u"1.4.1"_s};
+        const QByteArray huge(2 * 1024 * 1024, ' ');
+        const CheckState refused = failed(FailureReason::server);
+        const CheckState broken = failed(FailureReason::network);
+        const CheckState unreadable = failed(FailureReason::parse);
+
+        row("older", reply(200, older), upToDate);
+        row("another good status", reply(203, older), upToDate);
+        row("without length", sayAndClose("HTTP/1.1 200 OK\r\n\r\n" + older), upToDate);
+        row("missing, with a manifest", reply(404, newer), refused);
+        row("server error", reply(500, "oops"), refused);
+        row("server error, endless", reply(500, huge), refused);
+        row("not modified", reply(304, {}), refused);
+        row("not JSON", reply(200, "<html>"), unreadable);
+        row("empty", reply(200, {}), unreadable);
+        row("another document", reply(200, "[]"), unreadable);
+        row("too large", reply(200, newer + huge), unreadable);
+        row("deep", reply(200, QByteArray(1'000'000, '[')), unreadable);
+        row("cut off", sayAndClose("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n" + older), broken);
+        row("not HTTP", sayAndClose("SSH-2.0-x\r\n\r\n"), broken);
+        row(
+            "silence", [](QSslSocket &connection) { connection.disconnectFromHost(); }, broken);
+        row("redirect to HTTP", reply(302, {}, "Location: http://localhost:1/version.json\r\n"), broken);
+        row("redirect without end", reply(302, {}, "Location: /version.json\r\n"), broken);
+    }
+    void tellsTheOutcome() {
+        QFETCH(Answer, answer);
+        QFETCH(CheckState, outcome);
+        serve(answer);
+        Setup setup(manifest());
+        const CheckState result = setup.check();
+        QCOMPARE(result.index(), outcome.index());
+        QVERIFY(result == outcome);
+        QVERIFY(!setup.checker->state().available);
+        QVERIFY(setup.checker->state().lastChecked);
+    }
+
+    void publishesAnUpdateStepByStep() {
+        serve(reply(302, "moved", "Location: /elsewhere.json\r\n"));
+        server_->answer(u"/elsewhere.json"_s, reply(200, newer));
+        Setup setup(manifest());
+        setup.check();
+
+        const AvailableUpdate update{u"2.0"_s, QUrl(u"https://host/app.dmg"_s), u"修复"_s,
+                                     wire::decode<Manifest>(newer)};
+        UpdateState expected;
+        std::vector<UpdateState> steps;
+        expected.state = check::Checking{};
+        steps.push_back(expected);
+        expected.lastChecked = QDateTime::fromSecsSinceEpoch(1'700'000'000);
+        steps.push_back(expected);
+        expected.available = update;
+        steps.push_back(expected);
+        expected.state = check::Available{update};
+        steps.push_back(expected);
+        QCOMPARE(setup.published.size(), steps.size());
+        QVERIFY(setup.published == steps);
+        QVERIFY(server_->requests.value(0).contains("\r\nCache-Control: no-cache\r\n"));
+    }
+
+    void offersUpdatesWithoutAnAddress_data() {
+        QTest::addColumn<QByteArray>("download");
+        QTest::newRow("absent") << QByteArray("{}");
+        QTest::newRow("empty") << QByteArray("{\"macos\":\"\"}");
+        QTest::newRow("not an address") << QByteArray("{\"macos\":\"https://host:port/app.dmg\"}");
+    }
+    void offersUpdatesWithoutAnAddress() {
+        QFETCH(QByteArray, download);
+        serve(reply(200, "{\"version\": \"2.0\", \"download\": " + download + "}"));
+        Setup setup(manifest());
+        setup.platform.version.reset(); // counts as 0.0.0
+        setup.check();
+        QVERIFY(setup.checker->state().available);
+        QVERIFY(!setup.checker->state().available->downloadURL);
+        setup.checker->downloadUpdate();
+        QCOMPARE(setup.checker->state().downloadState, DownloadState::idle);
+    }
+
+    void keepsAnUpdateThroughFailures() {
+        Setup setup(manifest());
+        serve(reply(200, newer));
+        setup.check();
+        const auto available = setup.checker->state().available;
+        QVERIFY(available);
+
+        for (const Answer &answer : {reply(500, {}), reply(200, "?"), sayAndClose({})}) {
+            serve(answer);
+            setup.clock.advance(1s);
+            setup.published.clear();
+            QVERIFY(std::holds_alternative<check::Failed>(setup.check()));
+            QVERIFY(setup.checker->state().available == available);
+            QCOMPARE(setup.published.size(), std::size_t(3)); // checking, failed, the time
+            QVERIFY(setup.published[1].lastChecked != setup.published[2].lastChecked);
+        }
+        serve(reply(200, older));
+        setup.check();
+        QVERIFY(!setup.checker->state().available);
+    }
+
+    void trustsNobodyElse_data() {
+        QTest::addColumn<bool>("knownAuthority");
+        QTest::addColumn<QString>("host");
+        QTest::newRow("unknown authority") << false << u"localhost"_s;
+        QTest::newRow("another host's certificate") << true << u"elsewhere.example"_s;
+    }
+    void trustsNobodyElse() {
+        QFETCH(bool, knownAuthority);
+        QFETCH(QString, host);
+        const TestAuthority stranger;
+        HttpsServer impostor((knownAuthority ? *authority_ : stranger).identity(host));
+        impostor.answer(u"/version.json"_s, reply(200, newer));
+        Setup setup(impostor.address(u"/version.json"_s));
+        QVERIFY(setup.check() == failed(FailureReason::network));
+        QVERIFY(impostor.requests.isEmpty());
+    }
+
+    void reportsARefusedConnection() {
+        const QUrl address = manifest();
+        server_.reset();
+        Setup setup(address);
+        QVERIFY(setup.check() == failed(FailureReason::network));
+    }
+
+    void limitsTheWholeExchange() {
+        serve(drip("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n"));
+        Setup setup(manifest());
+        setup.checker->check();
+        QTRY_VERIFY(!server_->requests.isEmpty());
+        for (int second = 0; second < 8; ++second) {
+            QTest::qWait(30); // bytes arrive meanwhile
+            QVERIFY(setup.isChecking());
+            setup.clock.advance(1s);
+        }
+        QVERIFY(setup.checker->state().state == failed(FailureReason::network));
+        QTRY_COMPARE(server_->connections(), 0);
+    }
+
+    void letsTheLastOfOverlappingChecksDecide() {
+        serve(say("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n"));
+        Setup setup(manifest());
+        setup.checker->check();
+        QTRY_COMPARE(server_->requests.size(), 1);
+        setup.clock.advance(1s);
+        serve(reply(200, newer));
+        setup.check();
+        QVERIFY(std::holds_alternative<check::Available>(setup.checker->state().state));
+        setup.clock.advance(7s);
+        QVERIFY(setup.checker->state().state == failed(FailureReason::network));
+        QVERIFY(setup.checker->state().available);
+    }
+
+    void checksAtOnceAndEveryTwelveHours() {
+        serve(reply(200, older));
+        Setup setup(manifest());
+        const auto checks = [&] { return server_->requests.size(); };
+        setup.checker->startAutoChecking();
+        QVERIFY(setup.isChecking());
+        QTRY_VERIFY(!setup.isChecking());
+        QCOMPARE(checks(), 1);
+        for (int period = 2; period <= 3; ++period) {
+            setup.clock.advance(12h - 1s);
+            QVERIFY(!setup.isChecking());
+            setup.clock.advance(1s);
+            QVERIFY(setup.isChecking());
+            QTRY_VERIFY(!setup.isChecking());
+            QCOMPARE(checks(), period);
+        }
+        setup.clock.advance(6h);
+        setup.checker->startAutoChecking();
+        QTRY_VERIFY(!setup.isChecking());
+        setup.clock.advance(12h - 1s);
+        QVERIFY(!setup.isChecking());
+        QCOMPARE(checks(), 4);
+        QCOMPARE(setup.clock.pending(), std::vector<FakeClock::Delay>{1s});
+    }
+
+    void endsAtOnceWhenDestroyed() {
+        serve(drip("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n"));
+        Setup setup(manifest());
+        setup.checker->startAutoChecking();
+        QTRY_VERIFY(!server_->requests.isEmpty());
+        setup.published.clear();
+        setup.checker.reset();
+        QVERIFY(setup.published.empty());
+        QVERIFY(setup.clock.pending().empty());
+        QTRY_COMPARE(server_->connections(), 0);
+    }
+
+    void asksTheSystemsProxy() {
+        QTcpServer proxy;
+        QVERIFY(proxy.listen(QHostAddress::LocalHost));
+        QByteArray asked;
+        connect(&proxy, &QTcpServer::newConnection, &proxy, [&] {
+            QTcpSocket *connection = proxy.nextPendingConnection();
+            connect(connection, &QTcpSocket::readyRead, connection, [&asked, connection] {
+                asked += connection->readAll();
+                connection->write("HTTP/1.1 502 Bad Gateway\r\nContent-Length: 0\r\n\r\n");
+            });
+        });
+        const QByteArray exceptions = qgetenv("no_proxy");
+        qunsetenv("no_proxy");
+        qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.serverPort()));
+        Setup setup(QUrl(u"https://updates.quorbit.example/version.json"_s));
+        const CheckState outcome = setup.check();
+        qunsetenv("https_proxy");
+        qputenv("no_proxy", exceptions);
+        QVERIFY(outcome == failed(FailureReason::network));
+        QVERIFY2(asked.startsWith("CONNECT updates.quorbit.example:443 "), asked.constData());
+    }
+
+    void stopsTheProgramOverABadAddress_data() {
+        QTest::addColumn<QString>("address");
+        QTest::newRow("none") << QString();
+        QTest::newRow("no host") << u"https:///version.json"_s;
+        QTest::newRow("bad port") << u"https://host:99999/version.json"_s;
+        QTest::newRow("relative") << u"version.json"_s;
+        QTest::newRow("plain HTTP") << u"http://localhost/version.json"_s;
+    }
+    void stopsTheProgramOverABadAddress() {
+        QFETCH(QString, address);
+        const pid_t child = fork();
+        if (child == 0) {
+            std::signal(SIGABRT, SIG_DFL);
+            const rlimit noCore{0, 0};
+            setrlimit(RLIMIT_CORE, &noCore);
+            close(STDOUT_FILENO);
+            close(STDERR_FILENO);
+            const Setup setup{QUrl(address)};
+            _exit(0);
+        }
+        int status = 0;
+        QCOMPARE(waitpid(child, &status, 0), child);
+        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
+    }
+};
+
+QTEST_GUILESS_MAIN(UpdateCheckTest)
+#include "tst_update_check.moc"
