@@ -1,5 +1,6 @@
 #include "update/HttpsServer.h"
 
+#include <QTcpSocket>
 #include <QTimer>
 
 #include <algorithm>
@@ -88,6 +89,21 @@ void HttpsServer::serve(QSslSocket &connection) {
     };
     QObject::connect(&connection, &QSslSocket::readyRead, &server_, takeRequests);
     takeRequests();
+}
+
+PlainServer::PlainServer(const QByteArray &bytes) {
+    QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this, bytes] {
+        ++visits;
+        QTcpSocket *connection = server_.nextPendingConnection();
+        connection->write(bytes);
+        connection->disconnectFromHost();
+    });
+    if (!server_.listen(QHostAddress::LocalHost))
+        qFatal("cannot listen: %s", qUtf8Printable(server_.errorString()));
+}
+
+QUrl PlainServer::address(const QString &path) const {
+    return QUrl(u"http://localhost:%1%2"_s.arg(server_.serverPort()).arg(path));
 }
 
 } // namespace quorbit::test

@@ -44,4 +44,17 @@ private:
     int connections_ = 0; ///< those open now
 };
 
+/// A server that answers whatever connects to it with the same bytes, unencrypted.
+class PlainServer {
+public:
+    explicit PlainServer(const QByteArray &bytes);
+
+    QUrl address(const QString &path) const;
+
+    int visits = 0;
+
+private:
+    QTcpServer server_;
+};
+
 } // namespace quorbit::test

@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QProcess>
-#include <QSslCertificate>
 #include <QSslKey>
 
 #include <stdexcept>
@@ -32,10 +31,8 @@ TestAuthority::TestAuthority() {
                                      u"keyUsage=critical,keyCertSign"_s});
 }
 
-void TestAuthority::trust() const {
-    QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
-    trusting.addCaCertificate(QSslCertificate(contents(path(u"authority.pem"_s))));
-    QSslConfiguration::setDefaultConfiguration(trusting);
+QSslCertificate TestAuthority::certificate() const {
+    return QSslCertificate(contents(path(u"authority.pem"_s)));
 }
 
 QSslConfiguration TestAuthority::identity(const QString &host) const {
@@ -67,6 +64,12 @@ void TestAuthority::makeCertificate(const QString &name, const QStringList &opti
     openssl.start(QStringLiteral(OPENSSL_COMMAND), arguments);
     if (!openssl.waitForFinished() || openssl.exitCode() != 0)
         throw std::runtime_error("openssl failed: " + openssl.readAllStandardError().toStdString());
+}
+
+void trust(const QSslCertificate &authority) {
+    QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
+    trusting.addCaCertificate(authority);
+    QSslConfiguration::setDefaultConfiguration(trusting);
 }
 
 } // namespace quorbit::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QString>
 #include <QTemporaryDir>
@@ -12,8 +13,8 @@ class TestAuthority {
 public:
     TestAuthority();
 
-    /// Makes this program trust the authority.
-    void trust() const;
+    /// The authority's own certificate, for those who are to trust it.
+    QSslCertificate certificate() const;
     /// What a server shows to prove that it is `host`.
     QSslConfiguration identity(const QString &host) const;
 
@@ -23,5 +24,8 @@ private:
 
     QTemporaryDir folder_;
 };
+
+/// Makes this program trust an authority, besides those that it trusts anyway.
+void trust(const QSslCertificate &authority);
 
 } // namespace quorbit::test

@@ -1,0 +1,336 @@
+#include "support/FakeClock.h"
+#include "support/FakePlatform.h"
+#include "update/HttpsServer.h"
+#include "update/TestAuthority.h"
+#include "update/UpdateChecker.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace quorbit;
+using namespace quorbit::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString packagePath = u"/pkg/app-2.0.dmg"_s;
+const QString fileName = u"app-2.0.dmg"_s;
+const QByteArray okay = "HTTP/1.1 200 OK\r\n";
+
+/// A few megabytes in which no part looks like another.
+QByteArray packageBody() {
+    QByteArray body;
+    while (body.size() < 3 * 1024 * 1024)
+        body += QByteArray::number(body.size()) + '\n';
+    return body;
+}
+
+QByteArray contents(const QString &path) {
+    QFile file(path);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+void write(const QString &path, const QByteArray &text) {
+    QFile file(path);
+    QVERIFY(file.open(QFile::WriteOnly) && file.write(text) == text.size());
+}
+
+/// Everything in a folder, hidden or not.
+QStringList entries(const QString &folder) {
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+/// Lets this program write no file beyond a size, as a full disk does.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        std::signal(SIGXFSZ, SIG_IGN);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    rlimit before_{};
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Answer)
+
+class PackageDownloadTest : public QObject {
+    Q_OBJECT
+
+private:
+    QSslConfiguration identity_;
+    std::unique_ptr<HttpsServer> server_;
+    PlainServer plainServer_{"HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nevil"};
+    std::unique_ptr<QTemporaryDir> home_;
+    FakePlatform platform_;
+    FakeClock clock_;
+    std::unique_ptr<UpdateChecker> checker_;
+    const QByteArray package_ = packageBody();
+
+    QString downloads() const { return home_->filePath(u"Downloads"_s); }
+    QString file() const { return downloads() + u'/' + fileName; }
+    DownloadState state() const { return checker_->state().downloadState; }
+
+    /// Makes an update known whose package has this address.
+    void offer(const QUrl &address) {
+        server_->answer(u"/version.json"_s, reply(200, "{\"version\": \"2.0\", \"download\": {\"macos\": \"" +
+                                                           address.toEncoded() + "\"}}"));
+        checker_->check();
+        QTRY_VERIFY(checker_->state().available);
+        server_->requests.clear();
+    }
+    void offer(const Answer &answer) {
+        server_->answer(packagePath, answer);
+        offer(server_->address(packagePath));
+    }
+    DownloadState download() {
+        checker_->downloadUpdate();
+        [this] { QTRY_VERIFY(state() != DownloadState::downloading); }();
+        return state();
+    }
+    void keepEarlierDownload() {
+        QVERIFY(QDir().mkpath(downloads()));
+        write(file(), "the one before");
+    }
+    /// The folder is as keepEarlierDownload() left it.
+    bool isUntouched() const {
+        return entries(downloads()) == QStringList{fileName} && contents(file()) == "the one before";
+    }
+
+private Q_SLOTS:
+    void initTestCase() {
+        const TestAuthority authority;
+        trust(authority.certificate());
+        identity_ = authority.identity(u"localhost"_s);
+    }
+    void init() {
+        server_ = std::make_unique<HttpsServer>(identity_);
+        home_ = std::make_unique<QTemporaryDir>();
+        platform_ = FakePlatform();
+        platform_.downloads = downloads();
+        checker_ = std::make_unique<UpdateChecker>(platform_, clock_, server_->address(u"/version.json"_s),
+                                                   QStringList());
+    }
+    void cleanup() { checker_.reset(); }
+
+    void keepsAndRevealsThePackage_data() {
+        QTest::addColumn<Answer>("answer");
+        QTest::newRow("with length") << reply(200, package_,
+                                              "Content-Disposition: attachment; "
+                                              "filename=other.dmg\r\n");
+        QTest::newRow("in chunks") << sayAndClose(okay + "Transfer-Encoding: chunked\r\n\r\n" +
+                                                  QByteArray::number(package_.size(), 16) + "\r\n" +
+                                                  package_ + "\r\n0\r\n\r\n");
+        QTest::newRow("from elsewhere") << reply(302, "moved", "Location: /other/name.bin\r\n");
+    }
+    void keepsAndRevealsThePackage() {
+        QFETCH(Answer, answer);
+        server_->answer(u"/other/name.bin"_s, reply(200, package_));
+        offer(answer);
+        checker_->downloadUpdate();
+        QCOMPARE(state(), DownloadState::downloading);
+        QVERIFY(platform_.revealed.isEmpty());
+        QTRY_COMPARE(state(), DownloadState::done);
+        QCOMPARE(entries(downloads()), QStringList{fileName});
+        QVERIFY(contents(file()) == package_);
+        QCOMPARE(platform_.revealed, QStringList{file()});
+        QVERIFY(clock_.pending().empty());
+
+        struct stat attributes {};
+        QCOMPARE(stat(QFile::encodeName(file()).constData(), &attributes), 0);
+        const mode_t mask = umask(0);
+        umask(mask);
+        QCOMPARE(attributes.st_mode & 0777U, 0666U & ~mask);
+    }
+
+    void replacesWhatHasTheName_data() {
+        QTest::addColumn<QString>("obstacle");
+        for (const char *obstacle :
+             {"file", "protected file", "folder", "link to a file", "link to a folder"})
+            QTest::newRow(obstacle) << QString::fromLatin1(obstacle);
+    }
+    void replacesWhatHasTheName() {
+        QFETCH(QString, obstacle);
+        const QString outside = home_->filePath(u"outside"_s);
+        QVERIFY(QDir().mkpath(outside + u"/folder"_s) && QDir().mkpath(downloads()));
+        write(outside + u"/file"_s, "precious");
+        if (obstacle.endsWith(u"file"))
+            write(file(), "the one before");
+        if (obstacle.startsWith(u"protected"))
+            QVERIFY(QFile::setPermissions(file(), QFile::ReadOwner));
+        if (obstacle == u"folder"_s) {
+            QVERIFY(QDir().mkpath(file() + u"/inside"_s));
+            QVERIFY(QFile::link(outside, file() + u"/inside/link"_s));
+        }
+        if (obstacle.startsWith(u"link")) {
+            QFile::remove(file());
+            QVERIFY(QFile::link(outside + u'/' + obstacle.section(u' ', -1), file()));
+        }
+
+        offer(reply(200, package_));
+        QCOMPARE(download(), DownloadState::done);
+        QCOMPARE(entries(downloads()), QStringList{fileName});
+        QVERIFY(QFileInfo(file()).isFile() && !QFileInfo(file()).isSymLink());
+        QVERIFY(contents(file()) == package_);
+        QCOMPARE(contents(outside + u"/file"_s), "precious");
+        QCOMPARE(entries(outside), (QStringList{u"file"_s, u"folder"_s}));
+    }
+
+    void leavesNothingOfAFailure_data() {
+        QTest::addColumn<Answer>("answer");
+        const QByteArray length = "Content-Length: " + QByteArray::number(package_.size()) + "\r\n\r\n";
+        const QByteArray half = package_.first(package_.size() / 2);
+        QTest::newRow("server error") << reply(500, package_);
+        QTest::newRow("missing") << reply(404, "no");
+        QTest::newRow("cut off") << sayAndClose(okay + length + half);
+        QTest::newRow("cut off between chunks")
+            << sayAndClose(okay + "Transfer-Encoding: chunked\r\n\r\n" + QByteArray::number(half.size(), 16) +
+                           "\r\n" + half + "\r\n");
+        QTest::newRow("of unknown length") << sayAndClose(okay + "\r\n" + package_);
+        QTest::newRow("redirect to HTTP")
+            << reply(302, {}, "Location: " + plainServer_.address(packagePath).toEncoded() + "\r\n");
+        QTest::newRow("redirect to a file") << reply(302, {}, "Location: file:///etc/hostname\r\n");
+        QTest::newRow("no answer") << sayAndClose({});
+    }
+    void leavesNothingOfAFailure() {
+        QFETCH(Answer, answer);
+        keepEarlierDownload();
+        offer(answer);
+        QCOMPARE(download(), DownloadState::failed);
+        QVERIFY(isUntouched());
+        QVERIFY(platform_.revealed.isEmpty());
+        QCOMPARE(plainServer_.visits, 0);
+
+        server_->answer(packagePath, reply(200, package_));
+        QCOMPARE(download(), DownloadState::done);
+        QVERIFY(contents(file()) == package_);
+    }
+
+    void refusesAddresses_data() {
+        QTest::addColumn<QUrl>("address");
+        QTest::newRow("plain HTTP") << plainServer_.address(packagePath);
+        QTest::newRow("file") << QUrl(u"file:///etc/hostname"_s);
+        QTest::newRow("data") << QUrl(u"data:text/plain,app-2.0.dmg"_s);
+        QTest::newRow("relative") << QUrl(u"app-2.0.dmg"_s);
+        QTest::newRow("no host") << QUrl(u"https:///app-2.0.dmg"_s);
+        QTest::newRow("no name") << QUrl(u"https://localhost/"_s);
+        QTest::newRow("way out") << QUrl(u"https://localhost/..%2Fapp-2.0.dmg"_s);
+    }
+    void refusesAddresses() {
+        QFETCH(QUrl, address);
+        keepEarlierDownload();
+        offer(address);
+        QCOMPARE(download(), DownloadState::failed);
+        QVERIFY(isUntouched());
+        QCOMPARE(plainServer_.visits, 0);
+    }
+
+    void failsWithoutAUsableFolder_data() {
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("none") << QString();
+        QTest::newRow("a file in its place") << u"blocked"_s;
+        QTest::newRow("below a file") << u"blocked/Downloads"_s;
+    }
+    void failsWithoutAUsableFolder() {
+        QFETCH(QString, folder);
+        write(home_->filePath(u"blocked"_s), "precious");
+        platform_.downloads = folder.isEmpty() ? std::nullopt : std::optional(home_->filePath(folder));
+        offer(reply(200, package_));
+        QCOMPARE(download(), DownloadState::failed);
+        QCOMPARE(entries(home_->path()), QStringList{u"blocked"_s});
+        QCOMPARE(contents(home_->filePath(u"blocked"_s)), "precious");
+    }
+
+    void leavesNothingWhenTheDiskIsFull() {
+        keepEarlierDownload();
+        offer(reply(200, package_));
+        {
+            const FileSizeLimit limit(1024 * 1024);
+            QCOMPARE(download(), DownloadState::failed);
+        }
+        QVERIFY(isUntouched());
+        QCOMPARE(download(), DownloadState::done);
+    }
+
+    void hangsUpOnAnEndlessErrorPage() {
+        offer(drip("HTTP/1.1 403 Forbidden\r\nContent-Length: 100000\r\n\r\n"));
+        QCOMPARE(download(), DownloadState::failed);
+        QTRY_COMPARE(server_->connections(), 0);
+        QVERIFY(!QFileInfo::exists(downloads()));
+    }
+
+    void givesUpWhenTheServerStalls() {
+        keepEarlierDownload();
+        offer(drip(okay + "Content-Length: 100000\r\n\r\n"));
+        checker_->downloadUpdate();
+        QTRY_VERIFY(!server_->requests.isEmpty());
+        for (int minute = 0; minute < 3; ++minute) {
+            QTest::qWait(30); // something arrives meanwhile
+            clock_.advance(59s);
+            QCOMPARE(state(), DownloadState::downloading);
+        }
+        clock_.advance(60s);
+        QCOMPARE(state(), DownloadState::failed);
+        QVERIFY(isUntouched());
+        QTRY_COMPARE(server_->connections(), 0);
+    }
+
+    void downloadsOnceAtATime() {
+        keepEarlierDownload();
+        offer(say(okay + "Content-Length: 12\r\n\r\nhalf a"));
+        QSignalSpy changes(checker_.get(), &UpdateChecker::changed);
+        checker_->downloadUpdate();
+        checker_->downloadUpdate();
+        QCOMPARE(changes.count(), 1);
+        QTRY_COMPARE(server_->requests.size(), 1);
+        QTest::qWait(50); // the half arrives meanwhile
+        QVERIFY(isUntouched());
+        QCOMPARE(server_->requests.size(), 1);
+        clock_.advance(60s);
+
+        server_->answer(packagePath, reply(200, "first"));
+        QCOMPARE(download(), DownloadState::done);
+        server_->answer(packagePath, reply(200, {}));
+        QCOMPARE(download(), DownloadState::done);
+        QCOMPARE(contents(file()), QByteArray());
+        QCOMPARE(platform_.revealed.size(), 2);
+        QCOMPARE(server_->requests.size(), 3);
+    }
+
+    void leavesNothingWhenDestroyed() {
+        keepEarlierDownload();
+        offer(drip(okay + "Content-Length: 100000\r\n\r\n"));
+        checker_->downloadUpdate();
+        QTRY_VERIFY(!server_->requests.isEmpty());
+        QTest::qWait(50); // something arrives meanwhile
+        QSignalSpy changes(checker_.get(), &UpdateChecker::changed);
+        checker_.reset();
+        QVERIFY(changes.isEmpty());
+        QVERIFY(clock_.pending().empty());
+        QVERIFY(isUntouched());
+        QTRY_COMPARE(server_->connections(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(PackageDownloadTest)
+#include "tst_package_download.moc"

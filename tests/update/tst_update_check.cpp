@@ -62,7 +62,10 @@ class UpdateCheckTest : public QObject {
 
 private:
     std::optional<TestAuthority> authority_;
+    QSslConfiguration identity_;
     std::unique_ptr<HttpsServer> server_;
+    PlainServer plainServer_{"HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(newer.size()) +
+                             "\r\n\r\n" + newer};
 
     QUrl manifest() const { return server_->address(u"/version.json"_s); }
     void serve(const Answer &answer) { server_->answer(u"/version.json"_s, answer); }
@@ -70,9 +73,10 @@ private:
 private Q_SLOTS:
     void initTestCase() {
         authority_.emplace();
-        authority_->trust();
+        trust(authority_->certificate());
+        identity_ = authority_->identity(u"localhost"_s);
     }
-    void init() { server_ = std::make_unique<HttpsServer>(authority_->identity(u"localhost"_s)); }
+    void init() { server_ = std::make_unique<HttpsServer>(identity_); }
 
     void tellsTheOutcome_data() {
         QTest::addColumn<Answer>("answer");
@@ -102,7 +106,9 @@ private Q_SLOTS:
         row("not HTTP", sayAndClose("SSH-2.0-x\r\n\r\n"), broken);
         row(
             "silence", [](QSslSocket &connection) { connection.disconnectFromHost(); }, broken);
-        row("redirect to HTTP", reply(302, {}, "Location: http://localhost:1/version.json\r\n"), broken);
+        row("redirect to HTTP",
+            reply(302, {}, "Location: " + plainServer_.address(u"/version.json"_s).toEncoded() + "\r\n"),
+            broken);
         row("redirect without end", reply(302, {}, "Location: /version.json\r\n"), broken);
     }
     void tellsTheOutcome() {
@@ -115,6 +121,7 @@ private Q_SLOTS:
         QVERIFY(result == outcome);
         QVERIFY(!setup.checker->state().available);
         QVERIFY(setup.checker->state().lastChecked);
+        QCOMPARE(plainServer_.visits, 0);
     }
 
     void publishesAnUpdateStepByStep() {
