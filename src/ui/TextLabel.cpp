@@ -8,6 +8,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
 
 namespace quorbit {
 
@@ -21,6 +22,11 @@ QString singleLine(QString text) {
             c = QLatin1Char(' ');
     }
     return text;
+}
+
+/// QFontMetrics rounds to the nearest pixel, and a text that is given a pixel less than it takes is cut.
+int fittingWidth(const QString &text, const QFont &font) {
+    return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text)));
 }
 
 } // namespace
@@ -96,7 +102,7 @@ void TextLabel::relayout() {
 QSize TextLabel::sizeHint() const {
     const QFontMetrics metrics(ownFont());
     if (overflow_ != Overflow::wrap)
-        return {metrics.horizontalAdvance(singleLine(text_)), metrics.height()};
+        return {fittingWidth(singleLine(text_), ownFont()), metrics.height()};
     // A wrapping text has no width of its own: it takes what its layout gives, and this much if nothing else
     // decides.
     const int comfortable = metrics.averageCharWidth() * 60;
@@ -127,10 +133,14 @@ void TextLabel::paintEvent(QPaintEvent *) {
         painter.drawText(rect(), wrapFlags(), text_);
         return;
     }
-    const auto mode = overflow_ == Overflow::cutMiddle ? Qt::ElideMiddle : Qt::ElideRight;
+    // The screen's own metrics may differ by a fraction from those that the layout went by.
+    QString line = singleLine(text_);
+    if (sizeHint().width() > width())
+        line = painter.fontMetrics().elidedText(
+            line, overflow_ == Overflow::cutMiddle ? Qt::ElideMiddle : Qt::ElideRight, width());
     painter.drawText(
         rect(), static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment_)) | Qt::TextSingleLine,
-        painter.fontMetrics().elidedText(singleLine(text_), mode, width()));
+        line);
 }
 
 void TextLabel::changeEvent(QEvent *event) {
