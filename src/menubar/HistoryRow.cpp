@@ -1,0 +1,53 @@
+#include "menubar/HistoryRow.h"
+
+#include "menubar/PanelMetrics.h"
+#include "ui/SymbolLabel.h"
+#include "ui/TextLabel.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace quorbit {
+
+namespace {
+// However long the source's name is, most of the row belongs to the preview.
+constexpr int widestSource = 110;
+} // namespace
+
+HistoryRow::HistoryRow(const MenuBarModel::HistoryRow &model, QWidget *parent)
+    : HoverRow(parent)
+    , shown_(model)
+    , symbol_(panel::columnSymbol(model.symbol))
+    , preview_(new TextLabel(model.preview, TextStyle::body, TextColor::primary))
+    , source_(new TextLabel(model.source, TextStyle::caption, TextColor::tertiary)) {
+    panel::takeRemainingWidth(preview_);
+    source_->setMaximumWidth(widestSource);
+    source_->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    QHBoxLayout *line = panel::rowLayout(this, panel::rowInset);
+    line->addWidget(symbol_);
+    line->addWidget(preview_, 1);
+    line->addSpacing(panel::columnSpacing);
+    line->addWidget(source_);
+}
+
+void HistoryRow::render(const MenuBarModel::HistoryRow &model) {
+    if (shown_ == model)
+        return;
+    shown_ = model;
+    symbol_->setSymbol(model.symbol);
+    preview_->setText(model.preview);
+    source_->setText(model.source);
+    accessibleNameChanged();
+}
+
+QString HistoryRow::accessibleFallbackName() const {
+    if (shown_.preview.isEmpty() && shown_.source.isEmpty())
+        return qtTrId("common.unnamed");
+    if (shown_.preview.isEmpty() || shown_.source.isEmpty())
+        return shown_.preview + shown_.source;
+    return shown_.preview + u", "_s + shown_.source;
+}
+
+} // namespace quorbit

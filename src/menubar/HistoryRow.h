@@ -1,0 +1,31 @@
+#pragma once
+
+#include "menubar/MenuBarModel.h"
+#include "ui/HoverRow.h"
+
+namespace quorbit {
+
+class SymbolLabel;
+class TextLabel;
+
+/// An entry of the clipboard history; a click chooses it.
+class HistoryRow final : public HoverRow {
+    Q_OBJECT
+
+public:
+    explicit HistoryRow(const MenuBarModel::HistoryRow &model, QWidget *parent = nullptr);
+
+    qint64 id() const { return shown_.id; }
+    bool isFor(const MenuBarModel::HistoryRow &model) const { return shown_.id == model.id; }
+    void render(const MenuBarModel::HistoryRow &model);
+
+    QString accessibleFallbackName() const override;
+
+private:
+    MenuBarModel::HistoryRow shown_;
+    SymbolLabel *symbol_;
+    TextLabel *preview_;
+    TextLabel *source_;
+};
+
+} // namespace quorbit

@@ -1,0 +1,189 @@
+#include "menubar/MenuBarView.h"
+
+#include "menubar/FooterRow.h"
+#include "menubar/HistoryRow.h"
+#include "menubar/MenuRow.h"
+#include "menubar/PanelHeader.h"
+#include "menubar/PanelMetrics.h"
+#include "ui/Divider.h"
+#include "ui/Switch.h"
+#include "ui/SymbolLabel.h"
+#include "ui/TextLabel.h"
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace quorbit {
+
+namespace {
+
+constexpr int spaceUnderHeader = 2;
+constexpr int spaceAroundDivider = 4;
+constexpr int spaceUnderHistoryTitle = 2;
+
+// One set for all systems, shown the way the system writes it.
+const QKeySequence settingsKeys(Qt::CTRL | Qt::Key_Comma);
+const QKeySequence quitKeys(Qt::CTRL | Qt::Key_Q);
+
+QVBoxLayout *stackLayout(QWidget *owner = nullptr) {
+    auto *stack = new QVBoxLayout(owner);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(0);
+    return stack;
+}
+
+void addSpacedDivider(QVBoxLayout *stack) {
+    stack->addSpacing(spaceAroundDivider);
+    stack->addWidget(new Divider);
+    stack->addSpacing(spaceAroundDivider);
+}
+
+} // namespace
+
+MenuBarView::MenuBarView(QWidget *parent)
+    : QWidget(parent)
+    , header_(new PanelHeader(this)) // first in the focus chain
+    , infoLayout_(stackLayout())
+    , infoRows_(infoLayout_)
+    , pauseSwitch_(new Switch(Switch::Size::small))
+    , historyLayout_(stackLayout())
+    , historyRows_(historyLayout_)
+    , historyBlock_(makeHistoryBlock()) {
+    QVBoxLayout *stack = stackLayout(this);
+    stack->setContentsMargins(0, panel::outerInset, 0, panel::outerInset);
+    stack->addWidget(header_);
+    stack->addWidget(new Divider);
+    stack->addSpacing(spaceUnderHeader);
+    stack->addLayout(infoLayout_);
+    stack->addWidget(makePauseRow());
+    stack->addWidget(historyBlock_);
+    addFooter(stack);
+    setFixedWidth(panel::width);
+    setAccessibleName(qtTrId("common.app_name"));
+
+    connect(header_, &PanelHeader::updateRequested, this, &MenuBarView::updateRequested);
+    connect(pauseSwitch_, &Switch::flipped, this, &MenuBarView::pauseRequested);
+    render(menuBarModel(ServiceState(), UpdateState()));
+}
+
+MenuBarView::~MenuBarView() = default;
+
+QWidget *MenuBarView::makePauseRow() {
+    const QString title = qtTrId("menu.pause_sync");
+    auto *row = new QWidget;
+    auto *text = new TextLabel(title, TextStyle::body, TextColor::primary);
+    panel::takeRemainingWidth(text);
+    QHBoxLayout *line = panel::rowLayout(row, panel::pauseInset);
+    line->addWidget(panel::columnSymbol(u"pause.circle"_s));
+    line->addWidget(text, 1);
+    line->addWidget(pauseSwitch_);
+    pauseSwitch_->setAccessibleName(title);
+    return row;
+}
+
+QWidget *MenuBarView::makeHistoryBlock() {
+    auto *block = new QWidget;
+    auto *title = new TextLabel(qtTrId("menu.history_header"), TextStyle::caption, TextColor::secondary);
+    auto *titleLine = new QHBoxLayout;
+    titleLine->setContentsMargins(panel::sideInset, 0, panel::sideInset, spaceUnderHistoryTitle);
+    titleLine->addWidget(title);
+    QVBoxLayout *stack = stackLayout(block);
+    addSpacedDivider(stack);
+    stack->addLayout(titleLine);
+    stack->addLayout(historyLayout_);
+    return block;
+}
+
+void MenuBarView::addFooter(QVBoxLayout *stack) {
+    settingsRow_ = new FooterRow(qtTrId("menu.settings"), settingsKeys);
+    quitRow_ = new FooterRow(qtTrId("menu.quit"), quitKeys);
+    addSpacedDivider(stack);
+    stack->addWidget(settingsRow_);
+    stack->addWidget(quitRow_);
+    connect(settingsRow_, &QAbstractButton::clicked, this, &MenuBarView::settingsRequested);
+    connect(quitRow_, &QAbstractButton::clicked, this, &MenuBarView::quitRequested);
+    auto *quit = new QShortcut(quitKeys, this);
+    connect(quit, &QShortcut::activated, this, &MenuBarView::quitRequested);
+}
+
+HistoryRow *MenuBarView::makeHistoryRow(const MenuBarModel::HistoryRow &model) {
+    auto *row = new HistoryRow(model, historyBlock_);
+    connect(row, &QAbstractButton::clicked, this, [this, row] { Q_EMIT historyChosen(row->id()); });
+    return row;
+}
+
+void MenuBarView::render(const MenuBarModel &model) {
+    if (shown_ == model)
+        return;
+    shown_ = model;
+    header_->render(model);
+    infoRows_.render(model.rows, [this](const MenuBarModel::InfoRow &row) { return new MenuRow(row, this); });
+    pauseSwitch_->setOn(model.isPaused);
+    historyBlock_->setVisible(!model.history.empty());
+    if (historyRows_.render(model.history,
+                            [this](const MenuBarModel::HistoryRow &row) { return makeHistoryRow(row); }))
+        updateTabOrder();
+    updateHeight();
+}
+
+// New rows join the end of the focus chain, wherever they stand.
+void MenuBarView::updateTabOrder() {
+    QWidget *previous = pauseSwitch_;
+    for (HistoryRow *row : historyRows_.rows()) {
+        setTabOrder(previous, row);
+        previous = row;
+    }
+    setTabOrder(previous, settingsRow_);
+    setTabOrder(settingsRow_, quitRow_);
+}
+
+void MenuBarView::updateHeight() {
+    layout()->activate();
+    const int wanted = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(panel::width)
+                                                     : layout()->totalSizeHint().height();
+    setFixedHeight(wanted);
+}
+
+bool MenuBarView::event(QEvent *event) {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest) // a text or the user's font has changed
+        updateHeight();
+    return handled;
+}
+
+void MenuBarView::showEvent(QShowEvent *event) {
+    // Nothing is chosen yet, so that a key pressed by chance does nothing; the first Tab or arrow key starts
+    // at the top.
+    setFocus();
+    QWidget::showEvent(event);
+}
+
+void MenuBarView::keyPressEvent(QKeyEvent *event) {
+    switch (event->key()) {
+    case Qt::Key_Down:
+        focusNextPrevChild(true);
+        return;
+    case Qt::Key_Up:
+        focusNextPrevChild(false);
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        // Buttons take only the space key by themselves.
+        if (auto *button = qobject_cast<QAbstractButton *>(focusWidget()); button && !event->isAutoRepeat()) {
+            button->click();
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+} // namespace quorbit

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QBoxLayout>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace quorbit {
+
+/// The rows of a layout that holds nothing else, one for each value of a list. A row stays with the value
+/// that it was made for, wherever that moves, and so keeps its hover, focus and pointer state.
+template <class Row>
+class RowList {
+public:
+    explicit RowList(QBoxLayout *layout) : layout_(layout) {}
+
+    const std::vector<Row *> &rows() const { return rows_; }
+
+    /// `make` makes the row of a value that has none. True when the rows are others than before, or in
+    /// another order.
+    template <class Value, class Make>
+    bool render(const std::vector<Value> &values, Make make) {
+        std::vector<Row *> old = rows_;
+        std::vector<Row *> next;
+        next.reserve(values.size());
+        for (const Value &value : values) {
+            const auto kept =
+                std::find_if(old.begin(), old.end(), [&](Row *row) { return row && row->isFor(value); });
+            next.push_back(kept == old.end() ? make(value) : std::exchange(*kept, nullptr));
+            next.back()->render(value);
+        }
+        if (next == rows_)
+            return false;
+        for (Row *gone : old) {
+            if (!gone)
+                continue;
+            layout_->removeWidget(gone);
+            gone->hide();
+            gone->deleteLater(); // the row may be the one whose click led here
+        }
+        for (int place = 0; place < static_cast<int>(next.size()); ++place) {
+            Row *row = next[static_cast<std::size_t>(place)];
+            if (layout_->indexOf(row) == place)
+                continue;
+            layout_->removeWidget(row);
+            layout_->insertWidget(place, row);
+            row->show();
+        }
+        rows_ = std::move(next);
+        return true;
+    }
+
+private:
+    QBoxLayout *layout_;
+    std::vector<Row *> rows_;
+};
+
+} // namespace quorbit
