@@ -44,12 +44,10 @@ OwnedReply ServiceClient::request(const QString &path, const QByteArray &method,
     if (!connection_ || !isServiceAddress(connection_->address) || !isPathAndQuery(path))
         throw APIError(APIError::noConnection);
     const QByteArray authorization = "Bearer " + connection_->token.toUtf8();
-    const QUrl reference(path, QUrl::StrictMode);
-    const QUrl url = connection_->address.resolved(reference).adjusted(QUrl::RemoveUserInfo);
-    if (!isHeaderValue(authorization) || !reference.isValid() || !url.isValid())
+    if (!isHeaderValue(authorization))
         throw APIError(APIError::noConnection);
 
-    QNetworkRequest request(url);
+    QNetworkRequest request(connection_->address.resolved(QUrl(path, QUrl::StrictMode)));
     request.setTransferTimeout(static_cast<int>(silence_.count()));
     request.setRawHeader("Authorization", authorization);
     // A redirect would carry the token to wherever it points, and repeat a command there.

@@ -95,10 +95,13 @@ private Q_SLOTS:
         QFETCH(QString, token);
         FakeService service;
         ServiceClient client(silence);
+        service.answer("POST /api/pause", {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
         QUrl address = service.address();
         address.setUserInfo(u"user:password"_s);
         client.setConnection({address, token});
         finish(client.postEmpty(u"/api/pause"_s, {}));
+        // Once: the name and password in the address are no answer to the service's refusal.
+        QCOMPARE(service.seen.size(), std::size_t{1});
         QCOMPARE(service.seen.at(0).header("authorization"), QByteArrayList{"Bearer " + token.toUtf8()});
     }
 
@@ -198,16 +201,15 @@ private Q_SLOTS:
         QVERIFY(service.seen[1].header("if-none-match").isEmpty());
     }
 
+    /// Qt itself asks no proxy for the loopback address, so this is an address that leads nowhere.
     void proxiesAreNotAsked() {
         FakeService proxy;
-        FakeService service;
-        service.answerAll();
         qunsetenv("no_proxy");
         qputenv("http_proxy", proxy.address().toEncoded());
         QNetworkProxyFactory::setUseSystemConfiguration(true);
         ServiceClient client(silence);
-        client.setConnection({service.address(), u"t"_s});
-        finish(client.get<Status>(u"/api/status"_s, {}));
+        client.setConnection({QUrl(u"http://192.0.2.1:9"_s), u"t"_s});
+        QVERIFY_EXCEPTION_THROWN(finish(client.get<Status>(u"/api/status"_s, {})), TransportError);
         QNetworkProxyFactory::setUseSystemConfiguration(false);
         qunsetenv("http_proxy");
         QCOMPARE(proxy.connections, 0);
