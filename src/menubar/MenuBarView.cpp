@@ -12,6 +12,8 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QCursor>
+#include <QEnterEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QShortcut>
@@ -130,6 +132,7 @@ void MenuBarView::render(const MenuBarModel &model) {
                             [this](const MenuBarModel::HistoryRow &row) { return makeHistoryRow(row); }))
         updateTabOrder();
     updateHeight();
+    passPointerOn();
 }
 
 // New rows join the end of the focus chain, wherever they stand.
@@ -143,7 +146,25 @@ void MenuBarView::updateTabOrder() {
     setTabOrder(settingsRow_, quitRow_);
 }
 
+// Qt tells a row that the pointer has come or gone only when the pointer moves, not when the row does.
+void MenuBarView::passPointerOn() {
+    if (!isVisible() || !underMouse())
+        return;
+    const QPointF pointer = QCursor::pos();
+    for (HoverRow *row : findChildren<HoverRow *>()) {
+        const QPointF inRow = row->mapFromGlobal(pointer);
+        const bool isUnder = row->isVisible() && row->rect().contains(inRow.toPoint());
+        if (isUnder == row->underMouse())
+            continue;
+        row->setAttribute(Qt::WA_UnderMouse, isUnder);
+        QEvent leave(QEvent::Leave);
+        QEnterEvent enter(inRow, mapFromGlobal(pointer), pointer);
+        QCoreApplication::sendEvent(row, isUnder ? static_cast<QEvent *>(&enter) : &leave);
+    }
+}
+
 void MenuBarView::updateHeight() {
+    historyBlock_->layout()->activate(); // a layout does not do this for those of its widgets
     layout()->activate();
     const int wanted = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(panel::width)
                                                      : layout()->totalSizeHint().height();

@@ -51,6 +51,7 @@ private:
     HistoryRow *makeHistoryRow(const MenuBarModel::HistoryRow &model);
     void updateTabOrder();
     void updateHeight();
+    void passPointerOn();
 
     MenuBarModel shown_;
     PanelHeader *header_;

@@ -82,6 +82,7 @@ private Q_SLOTS:
     void equalModelPaintsNothing();
     void changedValuePaintsItsRowAlone();
     void rowsStayWithTheirValues();
+    void highlightStaysUnderThePointer();
     void goneRowsLeave();
     void controlsAskAndShowOnlyWhatTheyAreTold();
     void keyboardReachesEveryControl();
@@ -174,6 +175,23 @@ void MenuBarViewTest::rowsStayWithTheirValues() {
     QCOMPARE(named<MenuRow>(*panel_, u"Renamed, Connected"_s), peer);
     QTest::keyClick(panel_.get(), Qt::Key_Tab);
     QCOMPARE(nameOf(panel_->focusWidget()), history[2]);
+}
+
+void MenuBarViewTest::highlightStaysUnderThePointer() {
+    show();
+    const auto rows = panel_->findChildren<HistoryRow *>();
+    QCursor::setPos(rows[2]->mapToGlobal(rows[2]->rect().center()));
+    QTest::mouseMove(panel_->windowHandle(), rows[2]->mapTo(panel_.get(), rows[2]->rect().center()));
+    QTRY_VERIFY(rows[2]->underMouse());
+    const QColor lit = rows[2]->palette().color(QPalette::Dark);
+    QVERIFY(lit != panel_->palette().color(QPalette::Dark));
+
+    ServiceState service = busy_.service;
+    std::swap(service.history[1], service.history[2]);
+    render(service);
+    QVERIFY(!rows[2]->underMouse() && rows[1]->underMouse());
+    QCOMPARE(rows[1]->palette().color(QPalette::Dark), lit);
+    QCOMPARE(rows[2]->palette().color(QPalette::Dark), panel_->palette().color(QPalette::Dark));
 }
 
 void MenuBarViewTest::goneRowsLeave() {
