@@ -4,8 +4,9 @@
 
 namespace quorbit {
 
-/// The application's style: the one place that says whether anything may move, so that every widget learns it
-/// from its own style and no control needs to be told. Set it with QApplication::setStyle.
+/// The application's style: it says whether anything may move, so that every widget learns it from its own
+/// style and no control needs to be told, and it draws what Qt's own widgets show of themselves, menus and
+/// scroll bars. Set it with QApplication::setStyle.
 class ControlStyle final : public QProxyStyle {
     Q_OBJECT
 
@@ -13,8 +14,19 @@ public:
     ControlStyle();
 
     void setReducedMotion(bool reduced) { reducedMotion_ = reduced; }
+
     int styleHint(StyleHint hint, const QStyleOption *option = nullptr, const QWidget *widget = nullptr,
                   QStyleHintReturn *result = nullptr) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption *option = nullptr,
+                    const QWidget *widget = nullptr) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                           const QWidget *widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override;
 
 private:
     bool reducedMotion_ = false;

@@ -5,6 +5,8 @@
 #include <QFocusEvent>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace quorbit {
 
 namespace {
@@ -46,12 +48,12 @@ public:
             const auto reason = static_cast<QFocusEvent *>(event)->reason();
             if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
                 byKeyboard_ = false;
-            delete ring_;
+            remove();
             break;
         }
         case QEvent::Hide:
         case QEvent::ParentAboutToChange:
-            delete ring_;
+            remove();
             break;
         case QEvent::Show:
         case QEvent::Move:
@@ -69,12 +71,22 @@ private:
     void update() {
         const bool wanted = byKeyboard_ && control_->hasFocus() && control_->isVisible() &&
                             control_->parentWidget() != nullptr && !control_->isWindow();
-        if (!wanted)
-            delete ring_;
-        else if (ring_ == nullptr)
+        if (!wanted) {
+            remove();
+            return;
+        }
+        if (ring_ == nullptr)
             ring_ = new FocusRing(control_, radius_, gap_);
-        if (ring_ != nullptr)
-            ring_->follow();
+        ring_->follow();
+    }
+
+    /// The parent may be walking through its children, this ring among them, when it must go.
+    void remove() {
+        if (ring_ == nullptr)
+            return;
+        ring_->hide();
+        ring_->deleteLater();
+        ring_ = nullptr;
     }
 
     QWidget *control_;
@@ -89,15 +101,7 @@ void FocusRing::install(QWidget *control, double radius, int gap) {
 }
 
 FocusRing::FocusRing(QWidget *control, double radius, int gap)
-    : QWidget(control->parentWidget())
-    , AccessibleControl(this)
-    , control_(control)
-    , radius_(radius)
-    , gap_(gap) {
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setAttribute(Qt::WA_NoSystemBackground);
-    setFocusPolicy(Qt::NoFocus);
-}
+    : QFocusFrame(control->parentWidget()), control_(control), radius_(radius), gap_(gap) {}
 
 void FocusRing::follow() {
     const int reach = gap_ + ringWidth;

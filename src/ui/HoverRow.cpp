@@ -9,10 +9,23 @@
 
 namespace quorbit {
 
+namespace {
+// The corner of a card, inside its edge.
+constexpr double cornerRadius = 7;
+} // namespace
+
 HoverRow::HoverRow(QWidget *parent) : QAbstractButton(parent), AccessibleControl(this) {
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     FocusRing::install(this, 6, -4);
+}
+
+void HoverRow::setRoundedCorners(bool top, bool bottom) {
+    if (top == roundTop_ && bottom == roundBottom_)
+        return;
+    roundTop_ = top;
+    roundBottom_ = bottom;
+    update();
 }
 
 void HoverRow::addAccessibleState(QAccessible::State &state) const {
@@ -67,8 +80,17 @@ void HoverRow::keyPressEvent(QKeyEvent *event) {
 }
 
 void HoverRow::paintEvent(QPaintEvent *) {
-    if (highlighted_ || isDown())
-        QPainter(this).fillRect(rect(), themeColors(palette()).hover);
+    if (!highlighted_ && !isDown())
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(themeColors(palette()).hover);
+    // A corner that is not wanted is pushed out of sight.
+    const QRectF shape =
+        QRectF(rect()).adjusted(0, roundTop_ ? 0 : -cornerRadius, 0, roundBottom_ ? 0 : cornerRadius);
+    const double radius = roundTop_ || roundBottom_ ? cornerRadius : 0;
+    painter.drawRoundedRect(shape, radius, radius);
 }
 
 } // namespace quorbit

@@ -14,6 +14,9 @@ class HoverRow : public QAbstractButton, public AccessibleControl {
 public:
     explicit HoverRow(QWidget *parent = nullptr);
 
+    /// Rounds the highlight at the ends of a card.
+    void setRoundedCorners(bool top, bool bottom);
+
     QSize sizeHint() const override { return QWidget::sizeHint(); }
     QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
     void addAccessibleState(QAccessible::State &state) const override;
@@ -29,6 +32,8 @@ private:
     void setHighlighted(bool highlighted);
 
     bool highlighted_ = false;
+    bool roundTop_ = false;
+    bool roundBottom_ = false;
 };
 
 } // namespace quorbit

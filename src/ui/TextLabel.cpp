@@ -8,7 +8,6 @@
 #include <QToolTip>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quorbit {
 
@@ -22,11 +21,6 @@ QString singleLine(QString text) {
             c = QLatin1Char(' ');
     }
     return text;
-}
-
-/// QFontMetrics rounds to the nearest pixel, and a text that is given a pixel less than it takes is cut.
-int fittingWidth(const QString &text, const QFont &font) {
-    return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text)));
 }
 
 } // namespace
@@ -102,17 +96,17 @@ void TextLabel::relayout() {
 QSize TextLabel::sizeHint() const {
     const QFontMetrics metrics(ownFont());
     if (overflow_ != Overflow::wrap)
-        return {fittingWidth(singleLine(text_), ownFont()), metrics.height()};
+        return {textWidth(ownFont(), singleLine(text_)), metrics.height()};
     // A wrapping text has no width of its own: it takes what its layout gives, and this much if nothing else
     // decides.
     const int comfortable = metrics.averageCharWidth() * 60;
-    return {std::min(metrics.horizontalAdvance(text_), comfortable), heightForWidth(comfortable)};
+    return {std::min(textWidth(ownFont(), text_), comfortable), heightForWidth(comfortable)};
 }
 
 QSize TextLabel::minimumSizeHint() const {
     const QFontMetrics metrics(ownFont());
     const int least = metrics.horizontalAdvance(QChar(0x2026)) + metrics.averageCharWidth();
-    return {std::min(least, metrics.horizontalAdvance(text_)), metrics.height()};
+    return {std::min(least, textWidth(ownFont(), text_)), metrics.height()};
 }
 
 int TextLabel::heightForWidth(int width) const {
@@ -133,14 +127,10 @@ void TextLabel::paintEvent(QPaintEvent *) {
         painter.drawText(rect(), wrapFlags(), text_);
         return;
     }
-    // The screen's own metrics may differ by a fraction from those that the layout went by.
-    QString line = singleLine(text_);
-    if (sizeHint().width() > width())
-        line = painter.fontMetrics().elidedText(
-            line, overflow_ == Overflow::cutMiddle ? Qt::ElideMiddle : Qt::ElideRight, width());
+    const auto mode = overflow_ == Overflow::cutMiddle ? Qt::ElideMiddle : Qt::ElideRight;
     painter.drawText(
         rect(), static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment_)) | Qt::TextSingleLine,
-        line);
+        painter.fontMetrics().elidedText(singleLine(text_), mode, width()));
 }
 
 void TextLabel::changeEvent(QEvent *event) {

@@ -14,8 +14,8 @@ class TextLabel final : public QWidget, public AccessibleControl {
 
 public:
     /// What becomes of text that does not fit: cut with an ellipsis at its end or in its middle, or broken
-    /// into as many lines as it needs.
-    enum class Overflow { cutEnd, cutMiddle, wrap };
+    /// into as many lines as it needs. With `keep` the label is never narrower than its text.
+    enum class Overflow { cutEnd, cutMiddle, wrap, keep };
 
     explicit TextLabel(TextStyle style = TextStyle::body, TextColor color = TextColor::primary,
                        QWidget *parent = nullptr);

@@ -1,6 +1,7 @@
 #include "ui/TextStyle.h"
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QStringList>
 
 #include <algorithm>
@@ -14,6 +15,8 @@ namespace {
 constexpr double defaultPoints = 9;
 constexpr double defaultPixels = 12;
 constexpr double pointsPerPixel = defaultPoints / defaultPixels;
+
+constexpr double monospacedBody = 12;
 
 struct Style {
     double pixels;
@@ -62,8 +65,14 @@ QFont sizedFont(double pixels, QFont::Weight weight, const QFont &userFont) {
     return font;
 }
 
+int textWidth(const QFont &font, const QString &text) {
+    return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text)));
+}
+
 QFont textFont(TextStyle style, const QFont &userFont, bool monospaced) {
-    const Style wanted = styleOf(style);
+    Style wanted = styleOf(style);
+    if (monospaced && style == TextStyle::body)
+        wanted.pixels = monospacedBody;
     QFont font = sizedFont(wanted.pixels, wanted.weight, userFont);
     if (monospaced) {
         font.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());

@@ -52,7 +52,14 @@ QColor mixed(const QColor &from, const QColor &to, double part) {
         .toRgb();
 }
 
-/// `color`, moved towards black or white no farther than it takes to stand out from every surface.
+/// `color` at another lightness, from 0 for black to 1 for white; hue and saturation stay.
+QColor atLightness(const QColor &color, double lightness) {
+    return QColor::fromHslF(std::max(color.hslHueF(), 0.0F), color.hslSaturationF(),
+                            static_cast<float>(lightness))
+        .rgb();
+}
+
+/// `color`, made darker or lighter no farther than it takes to stand out from every surface.
 QColor legible(const QColor &color, std::initializer_list<QColor> surfaces, double wanted) {
     std::array<double, 4> levels{};
     std::size_t count = 0;
@@ -67,15 +74,13 @@ QColor legible(const QColor &color, std::initializer_list<QColor> surfaces, doub
     };
     if (worst(color) >= wanted)
         return color;
-    const QColor target = worst(Qt::black) >= worst(Qt::white) ? Qt::black : Qt::white;
-    double near = 0;
-    double far = 1;
-    for (int step = 0; step < 8; ++step) {
+    double near = color.lightnessF();
+    double far = worst(Qt::black) >= worst(Qt::white) ? 0 : 1;
+    for (int step = 0; step < 10; ++step) {
         const double middle = (near + far) / 2;
-        // The colour is judged as it will be painted, in eight bits a channel.
-        (worst(QColor(mixed(color, target, middle).rgb())) >= wanted ? far : near) = middle;
+        (worst(atLightness(color, middle)) >= wanted ? far : near) = middle;
     }
-    return QColor(mixed(color, target, far).rgb());
+    return atLightness(color, far);
 }
 
 bool isDark(const QPalette &palette) {
@@ -201,6 +206,10 @@ QColor textColor(const QPalette &palette, TextColor color) {
 QColor textOn(const QPalette &palette, TextColor color, const QColor &surface) {
     return legible(shade(palette, color), {surface},
                    isHighContrast(palette) ? strongTextContrast : textContrast);
+}
+
+QColor fillUnder(const QColor &text, const QColor &fill, const QPalette &palette) {
+    return legible(fill, {text}, isHighContrast(palette) ? strongTextContrast : textContrast);
 }
 
 QColor shapeColor(const QPalette &palette, TextColor color) {

@@ -37,6 +37,9 @@ QColor shapeColor(const QPalette &palette, TextColor color);
 /// The colour for text on another opaque surface than window and card.
 QColor textOn(const QPalette &palette, TextColor color, const QColor &surface);
 
+/// `fill`, moved as far from the colour of the text as text on it needs.
+QColor fillUnder(const QColor &text, const QColor &fill, const QPalette &palette);
+
 /// All colours of a view, derived from the palette of the widget that paints. Those with an alpha are painted
 /// over the surface that they lie on.
 struct ThemeColors {

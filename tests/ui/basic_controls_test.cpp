@@ -207,7 +207,10 @@ void BasicControlsTest::theRingShowsForTheKeyboardOnly() {
     layout->addWidget(other);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    const auto rings = [&] { return window.findChildren<FocusRing *>(); };
+    const auto rings = [&] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return window.findChildren<FocusRing *>();
+    };
     flip->setFocus(Qt::MouseFocusReason);
     QVERIFY(rings().isEmpty());
     flip->setFocus(Qt::OtherFocusReason);

@@ -1,0 +1,165 @@
+#include "ui/Overlay.h"
+
+#include "ui/Button.h"
+#include "ui/Frame.h"
+#include "ui/TextStyle.h"
+#include "ui/Theme.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorbit {
+
+namespace {
+
+constexpr double dimming = 0.28;
+constexpr double panelRadius = 10;
+constexpr int shadowReach = 18;
+constexpr int windowMargin = 12;
+
+/// Takes mouse events from the panel's empty places.
+class Panel final : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent *) override {
+        const ThemeColors colors = themeColors(palette());
+        QPainter painter(this);
+        paintFrame(painter, rect(), panelRadius, colors.window, colors.cardEdge);
+    }
+};
+
+} // namespace
+
+Overlay::Overlay(QWidget *over)
+    : QWidget(over->window())
+    , AccessibleControl(this)
+    , panel_(new Panel(this))
+    , column_(new QVBoxLayout(panel_)) {
+    // The overlay is what has the focus while none of its controls does.
+    setFocusPolicy(Qt::ClickFocus);
+    hide();
+    parentWidget()->installEventFilter(this);
+}
+
+void Overlay::setPanelSize(QSize size) {
+    panelSize_ = size;
+    place();
+}
+
+void Overlay::setDefaultButton(Button *button) {
+    defaultButton_ = button;
+}
+
+void Overlay::open() {
+    if (open_)
+        return;
+    open_ = true;
+    focusBefore_ = window()->focusWidget();
+    place();
+    show();
+    raise();
+    setFocus(Qt::OtherFocusReason);
+    if (QAccessible::isActive()) {
+        QAccessibleEvent event(this, accessibleRole() == QAccessible::AlertMessage
+                                         ? QAccessible::Alert
+                                         : QAccessible::DialogStart);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void Overlay::dismiss() {
+    if (!open_)
+        return;
+    open_ = false;
+    hide();
+    if (focusBefore_ != nullptr)
+        focusBefore_->setFocus(Qt::OtherFocusReason);
+    Q_EMIT dismissed();
+    deleteLater();
+}
+
+void Overlay::addAccessibleState(QAccessible::State &state) const {
+    state.modal = true;
+}
+
+void Overlay::place() {
+    setGeometry(parentWidget()->rect());
+    const double scale = fontScale(font());
+    const int width =
+        std::min(static_cast<int>(std::lround(panelSize_.width() * scale)), this->width() - 2 * windowMargin);
+    const int content = column_->hasHeightForWidth() ? column_->totalHeightForWidth(width)
+                                                     : column_->totalMinimumSize().height();
+    const int height = std::max(content, static_cast<int>(std::lround(panelSize_.height() * scale)));
+    panel_->setGeometry((this->width() - width) / 2, std::max(0, (this->height() - height) / 2), width,
+                        std::min(height, this->height()));
+}
+
+bool Overlay::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == parentWidget() && event->type() == QEvent::Resize)
+        place();
+    return QWidget::eventFilter(watched, event);
+}
+
+bool Overlay::event(QEvent *event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+        // Nothing below may be reached.
+        event->accept();
+        return true;
+    case QEvent::LayoutRequest:
+    case QEvent::FontChange:
+        place();
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void Overlay::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.fillRect(rect(), withAlpha(Qt::black, dimming));
+    for (int reach = shadowReach; reach > 0; reach -= 2) {
+        const QRect shadow = panel_->geometry().adjusted(-reach, -reach + 6, reach, reach + 6);
+        paintFrame(painter, shadow, panelRadius + reach, withAlpha(Qt::black, 0.025), Qt::transparent);
+    }
+}
+
+void Overlay::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Escape) {
+        dismiss();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (defaultButton_ != nullptr && !event->isAutoRepeat())
+            defaultButton_->click();
+    }
+    // Keys that nobody here wants must not reach the window below.
+    event->accept();
+}
+
+bool Overlay::focusNextPrevChild(bool next) {
+    QWidget *start = window()->focusWidget() != nullptr ? window()->focusWidget() : this;
+    QWidget *candidate = start;
+    do {
+        candidate = next ? candidate->nextInFocusChain() : candidate->previousInFocusChain();
+        if (candidate != this && isAncestorOf(candidate) && candidate->isVisible() &&
+            candidate->isEnabled() && (candidate->focusPolicy() & Qt::TabFocus) != 0 &&
+            candidate->focusProxy() == nullptr) {
+            candidate->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    } while (candidate != start);
+    // There is nothing to go to, and the focus stays where it is.
+    return true;
+}
+
+} // namespace quorbit

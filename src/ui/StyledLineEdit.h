@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ui/TextStyle.h"
+#include "ui/Theme.h"
+
+#include <QLineEdit>
+
+namespace quorbit {
+
+/// A line edit without a look of its own, in one of the text styles, that follows the application's font and
+/// palette.
+class StyledLineEdit : public QLineEdit {
+    Q_OBJECT
+
+public:
+    StyledLineEdit(TextStyle style, TextColor color, bool monospaced, QWidget *parent);
+
+    /// Shows `value`; the same value leaves selection and cursor alone.
+    void setValue(const QString &value);
+    /// Extra space between characters, in pixels at the default font size.
+    void setLetterSpacing(double pixels);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    void restyle();
+
+    TextStyle style_;
+    TextColor color_;
+    bool monospaced_;
+    double letterSpacing_ = 0;
+    bool restyling_ = false;
+};
+
+} // namespace quorbit

@@ -1,0 +1,48 @@
+#include "ui/TextField.h"
+
+#include "ui/Frame.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include <cmath>
+
+namespace quorbit {
+
+namespace {
+constexpr double fieldHeight = 27;
+constexpr double fieldWidth = 240;
+constexpr double radius = 5;
+constexpr int textMargin = 6;
+} // namespace
+
+TextField::TextField(const QString &placeholder, QWidget *parent)
+    : StyledLineEdit(TextStyle::body, TextColor::primary, false, parent) {
+    setPlaceholderText(placeholder);
+    setTextMargins(textMargin, 0, textMargin, 0);
+    connect(this, &QLineEdit::returnPressed, this, &TextField::submitted);
+}
+
+QSize TextField::sizeHint() const {
+    const double scale = fontScale(QApplication::font(this));
+    return {static_cast<int>(std::lround(fieldWidth * scale)),
+            static_cast<int>(std::lround(fieldHeight * scale))};
+}
+
+QSize TextField::minimumSizeHint() const {
+    return {sizeHint().width() / 3, sizeHint().height()};
+}
+
+void TextField::paintEvent(QPaintEvent *event) {
+    {
+        const ThemeColors colors = themeColors(palette().color(QPalette::Base).alpha() == 0 && parentWidget()
+                                                   ? parentWidget()->palette()
+                                                   : palette());
+        QPainter painter(this);
+        paintFrame(painter, rect(), radius, colors.field, hasFocus() ? colors.accent : colors.fieldEdge,
+                   hasFocus() ? 2 : 1);
+    }
+    QLineEdit::paintEvent(event);
+}
+
+} // namespace quorbit
