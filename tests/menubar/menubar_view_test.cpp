@@ -345,8 +345,9 @@ void MenuBarViewTest::everythingFits() {
     useLanguage(QLatin1String(language.toLatin1()));
     useAppearance({}, points);
     QSet<QString> ownTexts;
-    for (const char *key : {"common.app_name", "menu.connected", "menu.pause_sync", "menu.history_header",
-                            "menu.settings", "menu.quit"})
+    for (const char *key :
+         {"common.app_name", "menu.connected", "menu.pause_sync", "menu.history_header", "menu.settings",
+          "menu.quit", "menu.no_devices", "menu.waiting_peer", "menu.daemon_disconnected"})
         ownTexts.insert(qtTrId(key));
 
     for (const PanelState &state : panelStates()) {
@@ -355,6 +356,8 @@ void MenuBarViewTest::everythingFits() {
         panel.show();
         QCoreApplication::processEvents();
         QCOMPARE(panel.width(), 320);
+        for (HistoryRow *row : panel.findChildren<HistoryRow *>())
+            QVERIFY(row->findChild<TextLabel *>()->width() >= 120); // the preview, beside any source
         QList<QPair<QWidget *, QRect>> placed;
         for (QWidget *widget : panel.findChildren<QWidget *>()) {
             if (!widget->isVisible() || !widget->findChildren<QWidget *>().isEmpty())
@@ -369,7 +372,7 @@ void MenuBarViewTest::everythingFits() {
             if (!label)
                 continue;
             QVERIFY2(label->height() >= label->heightForWidth(label->width()), qPrintable(label->text()));
-            if (ownTexts.contains(label->text()))
+            if (ownTexts.contains(label->text()) && !label->hasHeightForWidth())
                 QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->text()));
         }
     }

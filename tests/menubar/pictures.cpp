@@ -1,5 +1,6 @@
-// Draws the panel in every state, language, appearance and scale: panel_pictures --out DIR
+// Draws the panel in every state, language, appearance and scale: panel_pictures --out DIR [--font POINTS]
 
+#include "menubar/HistoryRow.h"
 #include "menubar/MenuBarView.h"
 #include "menubar/PanelStates.h"
 #include "menubar/TestWorld.h"
@@ -8,6 +9,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QEnterEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -16,7 +18,6 @@ using namespace quorbit;
 
 namespace {
 
-constexpr double defaultFontPoints = 9;
 constexpr int backdropMargin = 16;
 constexpr double cornerRadius = 10;
 
@@ -46,6 +47,11 @@ QImage picture(QWidget &panel, bool dark, int scale) {
     return image;
 }
 
+void hover(HistoryRow &row) {
+    QEnterEvent enter{QPointF(), QPointF(), QPointF()};
+    QCoreApplication::sendEvent(&row, &enter);
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -57,7 +63,8 @@ int main(int argc, char **argv) {
 
     QCommandLineParser arguments;
     const QCommandLineOption out(u"out"_s, u"The folder that the pictures are written to."_s, u"folder"_s);
-    arguments.addOption(out);
+    const QCommandLineOption font(u"font"_s, u"The size of the user's font."_s, u"points"_s, u"9"_s);
+    arguments.addOptions({out, font});
     arguments.addHelpOption();
     arguments.process(app);
     const QDir folder(arguments.value(out));
@@ -65,7 +72,7 @@ int main(int argc, char **argv) {
         qFatal("--out needs a folder that can be written to");
 
     for (const bool dark : {false, true}) {
-        useAppearance({.dark = dark, .accent = {}}, defaultFontPoints);
+        useAppearance({.dark = dark, .accent = {}}, arguments.value(font).toDouble());
         for (const QLatin1String language : {"en"_L1, "zh_Hans"_L1}) {
             useLanguage(language);
             for (const PanelState &state : panelStates()) {
@@ -73,6 +80,8 @@ int main(int argc, char **argv) {
                 panel.render(state.model());
                 panel.setAttribute(Qt::WA_DontShowOnScreen);
                 panel.show();
+                if (state.name == "transfer"_L1)
+                    hover(*panel.findChildren<HistoryRow *>().at(1));
                 for (const int scale : {1, 2}) {
                     const QString name = u"%1-%2-%3@%4x.png"_s.arg(state.name, dark ? "dark"_L1 : "light"_L1,
                                                                    language, QString::number(scale));
