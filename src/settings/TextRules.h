@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace quorbit {
+
+/// `text` without the tabs and space separators of any script at its ends; line breaks stay.
+QString trimmedSpaces(const QString &text);
+
+/// The first `count` characters as a reader counts them: no accent is parted from its letter.
+QString firstCharacters(const QString &text, int count);
+
+} // namespace quorbit
