@@ -2,8 +2,6 @@
 
 #include "settings/TextRules.h"
 
-#include <QStringMatcher>
-
 #include <algorithm>
 #include <numeric>
 
@@ -51,7 +49,6 @@ std::vector<std::size_t> HistoryFilter::matches(const std::vector<HistoryEntry> 
         folded_.clear(); // Most of it is of entries that are gone.
     folded_.reserve(size);
 
-    const QStringMatcher matcher(query);
     std::vector<std::size_t> found;
     for (std::size_t index = 0; index < history.size(); ++index) {
         const std::optional<QString> &preview = history[index].preview;
@@ -60,7 +57,7 @@ std::vector<std::size_t> HistoryFilter::matches(const std::vector<HistoryEntry> 
         Folded &kept = folded_[history[index].id];
         if (kept.preview != *preview)
             kept = {*preview, folded(*preview)};
-        if (matcher.indexIn(kept.folded) >= 0)
+        if (kept.folded.contains(query))
             found.push_back(index);
     }
     return found;
