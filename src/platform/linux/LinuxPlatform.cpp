@@ -1,0 +1,176 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include "platform/linux/AccessibilitySettings.h"
+#include "platform/linux/Child.h"
+#include "platform/linux/X11.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QStandardPaths>
+
+#include <array>
+#include <climits>
+
+#include <syslog.h>
+#include <unistd.h>
+
+namespace quorbit {
+
+namespace {
+
+/// Runs as `sh -c <this> <name> <process> <executable> <arguments>...`. The shell is a child of the process
+/// that it waits for and gets another parent the moment that process ends, so a number that is given to a
+/// new process does not mislead it. After half a minute it stops waiting.
+constexpr auto reopenScript = R"(
+old=$1
+shift
+sleep 0.5
+tries=300
+while [ "$tries" -gt 0 ] && read -r own name state parent rest <"/proc/$$/stat" && [ "$parent" = "$old" ]
+do
+    sleep 0.1
+    tries=$((tries - 1))
+done
+exec "$@"
+)";
+
+QString ownExecutable() {
+    std::array<char, PATH_MAX> target{};
+    const ssize_t length = ::readlink("/proc/self/exe", target.data(), target.size());
+    if (length <= 0)
+        return {};
+    QString path = QFile::decodeName(QByteArray(target.data(), length));
+    const QString replaced = QStringLiteral(" (deleted)");
+    if (path.endsWith(replaced) && !QFile::exists(path))
+        path.chop(replaced.size());
+    return path;
+}
+
+} // namespace
+
+Bundle Bundle::ofThisProcess(std::optional<QString> version, QStringList arguments) {
+    const QString executable = ownExecutable();
+    return {executable.isEmpty() ? std::nullopt : std::optional(executable), std::move(version),
+            std::move(arguments)};
+}
+
+LinuxPlatform::LinuxPlatform(Bundle bundle)
+    : bundle_(std::move(bundle)), environment_(Environment::ofThisProcess()) {}
+
+std::optional<QString> LinuxPlatform::auxiliaryExecutable(const QString &name) const {
+    if (!bundle_.executable)
+        return std::nullopt;
+    const QDir bin = QFileInfo(*bundle_.executable).dir();
+    const QString path = QDir::cleanPath(bin.filePath(QStringLiteral("../libexec/quorbit/") + name));
+    const QFileInfo file(path);
+    return file.isFile() && file.isExecutable() ? std::optional(path) : std::nullopt;
+}
+
+QString LinuxPlatform::homeDirectory() const {
+    return QDir::homePath();
+}
+
+std::optional<QString> LinuxPlatform::downloadsDirectory() const {
+    const QString path = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+    return path.isEmpty() ? std::nullopt : std::optional(path);
+}
+
+QStringList LinuxPlatform::systemLanguages() const {
+    return QLocale::system().uiLanguages();
+}
+
+std::unique_ptr<ChildProcess> LinuxPlatform::launch(const QString &executable, const QStringList &arguments) {
+    const pid_t pid = spawn(executable, arguments, environment_, ProcessGroup::own);
+    return std::make_unique<ChildHandle>(new Child(pid, this));
+}
+
+void LinuxPlatform::reopenAfterExit() {
+    if (reopening_ || !bundle_.executable)
+        return;
+    reopening_ = true;
+    const QStringList command{QStringLiteral("-c"), QString::fromLatin1(reopenScript),
+                              QStringLiteral("quorbit-reopen"), QString::number(::getpid()),
+                              *bundle_.executable};
+    try {
+        spawn(QStringLiteral("/bin/sh"), command + bundle_.arguments, environment_, ProcessGroup::session);
+    } catch (const LaunchError &) {
+        // The program then ends without coming back.
+    }
+}
+
+void LinuxPlatform::log(const QString &line) {
+    QByteArray text = line.toUtf8();
+    ::syslog(LOG_USER | LOG_NOTICE, "%s", text.constData());
+    text += '\n';
+    QFile standardError;
+    if (standardError.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered))
+        standardError.write(text);
+}
+
+bool LinuxPlatform::isAccessibilityTrusted() const {
+    // On a Wayland session XTEST reaches none but the few X11 programs.
+    if (!mayInjectThroughX11_)
+        mayInjectThroughX11_ = qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && x11::hasXTest();
+    return *mayInjectThroughX11_ || ::access("/dev/uinput", W_OK) == 0;
+}
+
+void LinuxPlatform::observeAccessibilityChanges(std::function<void()> changed) {
+    accessibilityObservers_.push_back(std::move(changed));
+    if (accessibilityObservers_.size() > 1)
+        return;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.isConnected())
+        bus.connect(QString(), QString(), QStringLiteral("com.apple.accessibility"), QStringLiteral("api"),
+                    this, SLOT(accessibilityChanged()));
+}
+
+void LinuxPlatform::accessibilityChanged() {
+    for (const auto &changed : accessibilityObservers_)
+        changed();
+}
+
+void LinuxPlatform::openAccessibilitySettings() {
+    const auto command =
+        accessibilitySettingsCommand(qEnvironmentVariable("XDG_CURRENT_DESKTOP"), [](const QString &name) {
+            return QStandardPaths::findExecutable(name);
+        });
+    if (!command)
+        return;
+    try {
+        new Child(spawn(command->executable, command->arguments, environment_, ProcessGroup::session), this);
+    } catch (const LaunchError &) {
+        // There is no other page to show instead.
+    }
+}
+
+void LinuxPlatform::open(const QUrl &address) {
+    QDesktopServices::openUrl(address);
+}
+
+void LinuxPlatform::reveal(const QString &path) {
+    const QUrl folder = QUrl::fromLocalFile(QFileInfo(path).absolutePath());
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        open(folder);
+        return;
+    }
+    QDBusMessage request = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    request << QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)} << QString();
+    auto *answer = new QDBusPendingCallWatcher(bus.asyncCall(request), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, folder] {
+        answer->deleteLater();
+        if (answer->isError())
+            open(folder);
+    });
+}
+
+} // namespace quorbit

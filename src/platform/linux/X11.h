@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QWindow>
+
+#include <cstdint>
+
+/// What Qt has no word for on an X11 session; on other sessions all of it answers no and does nothing.
+namespace quorbit::x11 {
+
+bool isSession();
+/// Whether programs may inject keyboard and pointer events.
+bool hasXTest();
+/// Whether a compositor blends translucent windows.
+bool hasCompositor();
+/// Whether a tray takes icons in.
+bool hasTray();
+/// Whether a native event announces a tray that has just come up.
+bool announcesTray(const QByteArray &eventType, const void *message);
+/// Asks the window manager to bring a window to the front on behalf of the user's action at `timestamp`
+/// (milliseconds of the server's clock).
+void activate(const QWindow &window, std::uint32_t timestamp);
+
+} // namespace quorbit::x11

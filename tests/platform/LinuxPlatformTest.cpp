@@ -1,0 +1,230 @@
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/AccessibilitySettings.h"
+#include "platform/linux/SystemClock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace quorbit;
+using namespace std::chrono_literals;
+
+namespace {
+
+QByteArray contents(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The last field but one before the parent's number says Z for a child that nobody has reaped.
+int zombies() {
+    int count = 0;
+    const QByteArray parent = QByteArray::number(::getpid());
+    for (const QString &process : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        const QByteArray stat = contents(QStringLiteral("/proc/%1/stat").arg(process));
+        count += stat.mid(stat.lastIndexOf(')')).startsWith(") Z " + parent + ' ') ? 1 : 0;
+    }
+    return count;
+}
+
+} // namespace
+
+class LinuxPlatformTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir folder_;
+    QString path(const char *name) const { return folder_.filePath(QString::fromLatin1(name)); }
+    std::unique_ptr<ChildProcess> shell(LinuxPlatform &platform, const QString &script) const {
+        return platform.launch(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script, path("out")});
+    }
+
+private Q_SLOTS:
+    void init() { QFile::remove(path("out")); }
+
+    void launchedProgramStartsAfresh() {
+        // Neither this process's signal settings nor its open files may reach the program, but its
+        // environment and working directory do.
+        const int descriptor = ::open("/dev/null", O_RDONLY);
+        sigset_t blocked;
+        sigemptyset(&blocked);
+        sigaddset(&blocked, SIGTERM);
+        ::pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
+        const auto previous = ::signal(SIGPIPE, SIG_IGN);
+        qputenv("QUORBIT_TEST_MARK", "marked");
+        LinuxPlatform platform{Bundle{}};
+        // The threading library keeps the signals 32 and 33 for itself.
+        const auto child =
+            shell(platform, QStringLiteral("{ awk '/^SigBlk/ {print $2} /^SigIgn/ {print $2}' "
+                                           "/proc/self/status | sed s/180000000/000000000/; "
+                                           "[ -e /proc/$$/fd/%1 ] && echo leak; "
+                                           "echo $QUORBIT_TEST_MARK $PWD; } >$0.new; mv $0.new $0")
+                                .arg(descriptor));
+        QTRY_VERIFY(QFile::exists(path("out")));
+        const QByteArray none = QByteArray(16, '0') + '\n';
+        QCOMPARE(contents(path("out")), none + none + "marked " + QDir::currentPath().toLocal8Bit() + '\n');
+        ::signal(SIGPIPE, previous);
+        ::pthread_sigmask(SIG_UNBLOCK, &blocked, nullptr);
+        ::close(descriptor);
+    }
+
+    void terminatesAndLeavesNoZombie() {
+        LinuxPlatform platform{Bundle{}};
+        const auto child =
+            shell(platform,
+                  QStringLiteral("trap 'echo term >>$0; exit' TERM; touch $0; while :; do sleep 0.05; done"));
+        QTRY_VERIFY(QFile::exists(path("out")));
+        QVERIFY(child->isRunning());
+        child->terminate();
+        QTRY_VERIFY(!child->isRunning());
+        child->terminate();
+        QCOMPARE(contents(path("out")), QByteArray("term\n"));
+
+        // Nobody asks about this one; it is reaped all the same, also after its handle is gone.
+        shell(platform, QStringLiteral("touch $0.second"));
+        QTRY_VERIFY(QFile::exists(path("out.second")));
+        QTRY_COMPARE(zombies(), 0);
+    }
+
+    void neverSignalsAnotherProcessOfTheSameNumber() {
+        LinuxPlatform platform{Bundle{}};
+        const auto child = shell(platform, QStringLiteral("echo $$ >$0.new; mv $0.new $0"));
+        QTRY_VERIFY(QFile::exists(path("out")));
+        const int number = contents(path("out")).trimmed().toInt();
+        QTRY_COMPARE(zombies(), 0);
+
+        // The next process gets the number after this one, if we may say so.
+        QFile last(QStringLiteral("/proc/sys/kernel/ns_last_pid"));
+        if (!last.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+            last.write(QByteArray::number(number - 1)) < 0)
+            QSKIP("needs the right to choose process numbers");
+        const pid_t other = ::fork();
+        if (other == 0) {
+            ::pause();
+            ::_exit(0);
+        }
+        const bool sameNumber = other == number;
+        child->terminate();
+        QTest::qWait(100);
+        int status = 0;
+        const pid_t ended = ::waitpid(other, &status, WNOHANG);
+        ::kill(other, SIGKILL);
+        ::waitpid(other, &status, 0);
+        if (!sameNumber)
+            QSKIP("another process was faster");
+        QCOMPARE(ended, 0);
+    }
+
+    void failedLaunchTellsTheSystemsReason_data() {
+        QTest::addColumn<QString>("executable");
+        QTest::addColumn<int>("error");
+        QTest::newRow("missing") << path("nothing here") << ENOENT;
+        QTest::newRow("a folder") << folder_.path() << EACCES;
+    }
+    void failedLaunchTellsTheSystemsReason() {
+        QFETCH(QString, executable);
+        QFETCH(int, error);
+        LinuxPlatform platform{Bundle{}};
+        QString message;
+        try {
+            platform.launch(executable, {});
+        } catch (const LaunchError &failure) {
+            message = QString::fromUtf8(failure.what());
+        }
+        QVERIFY2(message.endsWith(qt_error_string(error)), qPrintable(message));
+    }
+
+    void bundleNamesOnlyExecutablesThatAreThere() {
+        QDir(folder_.path()).mkpath(QStringLiteral("libexec/quorbit"));
+        LinuxPlatform platform{Bundle{path("bin/quorbit"), std::nullopt, {}}};
+        const QString name = QStringLiteral("quorbitd");
+        QCOMPARE(platform.auxiliaryExecutable(name), std::nullopt);
+        QFile file(path("libexec/quorbit/quorbitd"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(platform.auxiliaryExecutable(name), std::nullopt);
+        file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        QCOMPARE(platform.auxiliaryExecutable(name), file.fileName());
+    }
+
+    void logsEveryCharacterAsItIs() {
+        QFile captured(path("stderr"));
+        QVERIFY(captured.open(QIODevice::WriteOnly));
+        const int saved = ::dup(STDERR_FILENO);
+        ::dup2(captured.handle(), STDERR_FILENO);
+        LinuxPlatform{Bundle{}}.log(QStringLiteral("启动 100% %s %n %d"));
+        ::dup2(saved, STDERR_FILENO);
+        ::close(saved);
+        QCOMPARE(contents(path("stderr")), QByteArray("启动 100% %s %n %d\n"));
+    }
+
+    void reopensOnceAfterTheOldProcessHasEnded() {
+        const QString folder = path("it's a \"$HOME\" `id`\n\\ folder");
+        QVERIFY(QDir().mkpath(folder));
+        const QString executable = folder + QStringLiteral("/the program");
+        QVERIFY(QFile::copy(QStringLiteral(REOPENING_PROGRAM), executable));
+        const QString notes = folder + QStringLiteral("/no'tes");
+
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QUORBIT_TEST_MARK"), QStringLiteral("a 'b' $c"));
+        program.setProcessEnvironment(environment);
+        program.start(executable, {notes});
+        QVERIFY(program.waitForFinished(10000));
+        QCOMPARE(contents(notes), QByteArray("start a 'b' $c\nend a 'b' $c\n"));
+        QTRY_COMPARE(contents(notes).count("end"), 2);
+        QTest::qWait(1000);
+        QCOMPARE(contents(notes).count("start"), 2);
+        QCOMPARE(contents(notes).count("a 'b' $c\n"), 4);
+    }
+
+    void choosesTheDesktopsOwnSettingsPage_data() {
+        QTest::addColumn<QString>("desktops");
+        QTest::addColumn<QStringList>("installed");
+        QTest::addColumn<QString>("command");
+        const auto row = [](const char *desktops, const QStringList &installed, const char *command) {
+            QTest::newRow(desktops) << QString::fromLatin1(desktops) << installed
+                                    << QString::fromLatin1(command);
+        };
+        const QString gnome = QStringLiteral("gnome-control-center");
+        const QString kde = QStringLiteral("kcmshell5");
+        row("ubuntu:GNOME", {gnome, kde}, "/gnome-control-center universal-access");
+        row("KDE", {gnome, kde}, "/kcmshell5 kcm_access");
+        row("XFCE", {QStringLiteral("xfce4-accessibility-settings")}, "/xfce4-accessibility-settings");
+        row("GNOME", {kde}, "");
+        row("", {gnome, kde}, "");
+    }
+    void choosesTheDesktopsOwnSettingsPage() {
+        QFETCH(QString, desktops);
+        QFETCH(QStringList, installed);
+        QFETCH(QString, command);
+        const auto chosen = accessibilitySettingsCommand(desktops, [&installed](const QString &name) {
+            return installed.contains(name) ? QLatin1Char('/') + name : QString();
+        });
+        const QString words =
+            chosen ? (QStringList(chosen->executable) + chosen->arguments).join(QLatin1Char(' ')) : QString();
+        QCOMPARE(words, command);
+    }
+
+    void alarmsRingOnceUnlessTheyAreDestroyed() {
+        SystemClock clock;
+        int rings = 0;
+        std::unique_ptr<Clock::Alarm> alarm;
+        alarm = clock.after(20ms, [&] {
+            ++rings;
+            alarm.reset();
+        });
+        clock.after(10ms, [&] { rings += 100; }).reset();
+        QTest::qWait(100);
+        QCOMPARE(rings, 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(LinuxPlatformTest)
+#include "LinuxPlatformTest.moc"
