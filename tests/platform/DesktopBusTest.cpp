@@ -150,7 +150,7 @@ private Q_SLOTS:
                                          QDBusConnection::ExportAllContents));
         QVERIFY(desktop_->registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
         QTRY_COMPARE(changed.count(), 1);
-        const Appearance expected{true, QColor::fromRgbF(1.0F, 0.5F, 0.0F), true, true};
+        const DesktopPreferences expected{true, QColor::fromRgbF(1.0F, 0.5F, 0.0F), true, true};
         QVERIFY(appearance.current() == expected);
 
         const auto announce = [this](const char *key, const QVariant &value) {

@@ -45,8 +45,8 @@ std::optional<QColor> accentColor(const QVariant &value) {
 
 } // namespace
 
-Appearance withPortalSetting(Appearance appearance, const QString &group, const QString &key,
-                             const QVariant &value, bool darkByPalette) {
+DesktopPreferences withPortalSetting(DesktopPreferences appearance, const QString &group, const QString &key,
+                                     const QVariant &value, bool darkByPalette) {
     if (group == desktopGroup && key == QLatin1String("enable-animations")) {
         if (value.typeId() == QMetaType::Bool)
             appearance.reducedMotion = !value.toBool();
@@ -98,7 +98,7 @@ void DesktopAppearance::ask() {
         const QDBusPendingReply<SettingsByGroup> settings = *answer;
         if (settings.isError())
             return;
-        Appearance next = current_;
+        DesktopPreferences next = current_;
         const SettingsByGroup groups = settings.value();
         for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
             for (auto setting = group->cbegin(); setting != group->cend(); ++setting)
@@ -115,7 +115,7 @@ void DesktopAppearance::settingChanged(const QDBusMessage &message) {
                                   arguments[2].value<QDBusVariant>().variant(), darkByPalette_));
 }
 
-void DesktopAppearance::publish(const Appearance &next) {
+void DesktopAppearance::publish(const DesktopPreferences &next) {
     if (next == current_)
         return;
     current_ = next;

@@ -10,13 +10,13 @@
 namespace quorbit {
 
 /// How the user wants programs to look.
-struct Appearance {
+struct DesktopPreferences {
     bool dark = false;
     std::optional<QColor> accent; ///< absent when the desktop names none
     bool highContrast = false;
     bool reducedMotion = false;
 
-    bool operator==(const Appearance &) const = default;
+    bool operator==(const DesktopPreferences &) const = default;
 };
 
 /// Follows the desktop portal's settings. Until the portal answers, and where there is none, the lightness of
@@ -27,7 +27,7 @@ class DesktopAppearance : public QObject {
 public:
     explicit DesktopAppearance(QObject *parent = nullptr);
 
-    const Appearance &current() const { return current_; }
+    const DesktopPreferences &current() const { return current_; }
 
     /// Asks the portal and listens to it from now on, without waiting for either.
     void start();
@@ -37,17 +37,17 @@ Q_SIGNALS:
 
 private:
     void ask();
-    void publish(const Appearance &next);
+    void publish(const DesktopPreferences &next);
 
     bool darkByPalette_;
-    Appearance current_;
+    DesktopPreferences current_;
 
 private Q_SLOTS:
     void settingChanged(const QDBusMessage &message);
 };
 
 /// `appearance` after one setting of the portal was read; unknown settings and values leave it as it is.
-Appearance withPortalSetting(Appearance appearance, const QString &group, const QString &key,
-                             const QVariant &value, bool darkByPalette);
+DesktopPreferences withPortalSetting(DesktopPreferences appearance, const QString &group, const QString &key,
+                                     const QVariant &value, bool darkByPalette);
 
 } // namespace quorbit

@@ -1,0 +1,154 @@
+#include "app/PanelWindow.h"
+
+#include "platform/linux/X11.h"
+#include "ui/Theme.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+
+namespace quorbit {
+
+namespace {
+
+constexpr int cornerRadius = 10;
+/// A click on the icon takes the focus from the panel before it arrives as a click.
+constexpr int sameClick = 300;
+
+constexpr Qt::WindowFlags dropDownFlags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+constexpr Qt::WindowFlags ordinaryFlags = Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                          Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
+
+QPainterPath outline(const QRectF &rectangle) {
+    QPainterPath path;
+    path.addRoundedRect(rectangle, cornerRadius, cornerRadius);
+    return path;
+}
+
+} // namespace
+
+PanelWindow::PanelWindow(QWidget *content)
+    : QWidget(nullptr, dropDownFlags), content_(content), scroller_(new QScrollArea(this)) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setWindowTitle(qtTrId("common.app_name"));
+    setAccessibleName(windowTitle());
+
+    scroller_->setFrameShape(QFrame::NoFrame);
+    scroller_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller_->setFocusPolicy(Qt::NoFocus);
+    scroller_->viewport()->setAutoFillBackground(false);
+    scroller_->setWidget(content);
+    content->setAutoFillBackground(false);
+    content->installEventFilter(this);
+}
+
+PanelWindow::~PanelWindow() {
+    content_->removeEventFilter(this);
+}
+
+void PanelWindow::dropDown(const QRect &icon) {
+    const QRect beside = icon.isEmpty() ? QRect(QCursor::pos(), QSize(1, 1)) : icon;
+    QScreen *screen = QGuiApplication::screenAt(beside.center());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    available_ = screen->availableGeometry();
+    anchor_ = panelAnchor(beside, available_);
+    if (windowFlags() != dropDownFlags)
+        setWindowFlags(dropDownFlags);
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    fit();
+    roundCorners();
+    show();
+    raise();
+    activateWindow();
+    content_->setFocus();
+}
+
+void PanelWindow::toggle(const QRect &icon) {
+    const bool closedByThisClick = sinceFocusWasLost_.isValid() && sinceFocusWasLost_.elapsed() < sameClick;
+    if (isVisible())
+        hide();
+    else if (!closedByThisClick)
+        dropDown(icon);
+}
+
+void PanelWindow::showAsWindow() {
+    anchor_.reset();
+    available_ = (screen() ? screen() : QGuiApplication::primaryScreen())->availableGeometry();
+    if (windowFlags() != ordinaryFlags)
+        setWindowFlags(ordinaryFlags);
+    clearMask();
+    fit();
+    show();
+    raise();
+    activateWindow();
+}
+
+void PanelWindow::fit() {
+    const int height = std::min(content_->height(), available_.height());
+    const bool isCut = height < content_->height();
+    const QSize size(content_->width() + (isCut ? scroller_->verticalScrollBar()->sizeHint().width() : 0),
+                     height);
+    if (anchor_)
+        setGeometry(panelGeometry(*anchor_, size, available_));
+    else
+        setFixedSize(size);
+}
+
+void PanelWindow::roundCorners() {
+    // Without a compositor the translucent corners would be black.
+    if (x11::isSession() && !x11::hasCompositor())
+        setMask(QRegion(outline(rect()).toFillPolygon().toPolygon()));
+    else
+        clearMask();
+}
+
+bool PanelWindow::event(QEvent *event) {
+    if (event->type() == QEvent::WindowDeactivate && isVisible() && !isOrdinaryWindow()) {
+        sinceFocusWasLost_.start();
+        hide();
+    }
+    return QWidget::event(event);
+}
+
+bool PanelWindow::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == content_ && event->type() == QEvent::Resize && isVisible())
+        fit();
+    return QWidget::eventFilter(watched, event);
+}
+
+void PanelWindow::keyPressEvent(QKeyEvent *event) {
+    if (event->matches(QKeySequence::Cancel))
+        hide();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void PanelWindow::paintEvent(QPaintEvent *) {
+    const ThemeColors colors = themeColors(palette());
+    QPainter painter(this);
+    if (isOrdinaryWindow()) {
+        painter.fillRect(rect(), colors.window);
+        return;
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(colors.window);
+    painter.setPen(colors.cardEdge);
+    painter.drawPath(outline(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5)));
+}
+
+void PanelWindow::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    scroller_->setGeometry(rect());
+    if (!isOrdinaryWindow())
+        roundCorners();
+}
+
+} // namespace quorbit

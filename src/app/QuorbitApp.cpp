@@ -1,0 +1,160 @@
+#include "app/QuorbitApp.h"
+
+#include "app/Localization.h"
+#include "app/PanelWindow.h"
+#include "app/QuitSignals.h"
+#include "app/Relaunch.h"
+#include "app/SettingsWindow.h"
+#include "app/TerminationHook.h"
+#include "app/TrayIcon.h"
+#include "menubar/MenuBarView.h"
+#include "platform/linux/X11.h"
+#include "ui/ControlStyle.h"
+#include "ui/Theme.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QSessionManager>
+#include <QWindow>
+
+namespace quorbit {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// What can wait gives the icon this long to be there first.
+constexpr auto iconFirst = 150ms;
+/// How long a tray may take to come before the user is given a window instead.
+constexpr auto trayPatience = 5s;
+
+void neverRestart(QSessionManager &session) {
+    session.setRestartHint(QSessionManager::RestartNever);
+}
+
+} // namespace
+
+QuorbitApp::QuorbitApp(Platform &platform, UserDefaults &defaults, Clock &clock, Start start)
+    : platform_(platform)
+    , defaults_(defaults)
+    , clock_(clock)
+    , start_(std::move(start))
+    , termination_(std::make_unique<TerminationHook>([this] {
+        if (delegate_)
+            delegate_->applicationWillTerminate();
+    }))
+    , tray_(new TrayIcon(this)) {
+    applyStoredLanguageOverride(defaults_);
+    localizations_ = preferredLocalizations(defaults_, platform_);
+    QLocale::setDefault(localeFor(localizations_.front()));
+    installTranslations(localizations_.front());
+
+    QApplication::setQuitOnLastWindowClosed(false);
+    connect(new QuitSignals(this), &QuitSignals::received, this, terminateApplication);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, neverRestart, Qt::DirectConnection);
+    connect(qApp, &QGuiApplication::saveStateRequest, this, neverRestart, Qt::DirectConnection);
+
+    rendering_.setSingleShot(true);
+    connect(&rendering_, &QTimer::timeout, this, &QuorbitApp::render);
+    connectTray();
+    tray_->start();
+    QTimer::singleShot(iconFirst, this, &QuorbitApp::finishLaunching);
+}
+
+QuorbitApp::~QuorbitApp() = default;
+
+void QuorbitApp::connectTray() {
+    connect(tray_, &TrayIcon::shown, this, &QuorbitApp::finishLaunching, Qt::QueuedConnection);
+    connect(tray_, &TrayIcon::clicked, this, [this] { panel().toggle(tray_->geometry()); });
+    connect(tray_, &TrayIcon::openRequested, this, &QuorbitApp::openPanel);
+    connect(tray_, &TrayIcon::settingsRequested, this, &QuorbitApp::openSettings);
+    connect(tray_, &TrayIcon::quitRequested, this, terminateApplication);
+    connect(tray_, &TrayIcon::pauseRequested, this, [this](bool pause) {
+        finishLaunching();
+        delegate_->daemon().setPaused(pause);
+    });
+}
+
+void QuorbitApp::finishLaunching() {
+    if (delegate_)
+        return;
+    delegate_.emplace(platform_, defaults_, clock_, start_.manifest, localizations_);
+
+    style_ = new ControlStyle;
+    QApplication::setStyle(style_);
+    connect(&appearance_, &DesktopAppearance::changed, this, &QuorbitApp::adoptAppearance);
+    adoptAppearance();
+
+    // A refresh publishes field by field; the views are made of all of them once it is through.
+    const auto renderSoon = [this] { rendering_.start(0); };
+    Daemon &daemon = delegate_->daemon();
+    connect(&daemon, &Daemon::connectionStateChanged, this, renderSoon);
+    connect(&daemon, &Daemon::statusChanged, this, renderSoon);
+    connect(&daemon, &Daemon::settingsChanged, this, renderSoon);
+    connect(&daemon, &Daemon::devicesChanged, this, renderSoon);
+    connect(&daemon, &Daemon::historyChanged, this, renderSoon);
+    connect(&delegate_->updater(), &UpdateChecker::changed, this, renderSoon);
+
+    delegate_->applicationDidFinishLaunching();
+    appearance_.start();
+    QTimer::singleShot(trayPatience, this, [this] {
+        if (start_.isByUser && !tray_->isShown())
+            openPanel();
+    });
+}
+
+void QuorbitApp::adoptAppearance() {
+    const DesktopPreferences &wanted = appearance_.current();
+    style_->setReducedMotion(wanted.reducedMotion);
+    QApplication::setPalette(
+        themePalette({wanted.dark, wanted.accent, wanted.highContrast, wanted.reducedMotion}));
+}
+
+void QuorbitApp::render() {
+    const ServiceState &service = delegate_->daemon().state();
+    tray_->setPaused(service.status && service.status->paused);
+    if (auto *view = panel_ ? panel_->findChild<MenuBarView *>() : nullptr)
+        view->render(menuBarModel(service, delegate_->updater().state()));
+}
+
+PanelWindow &QuorbitApp::panel() {
+    if (panel_)
+        return *panel_;
+    finishLaunching();
+    auto *view = new MenuBarView;
+    connect(view, &MenuBarView::pauseRequested, this,
+            [this](bool pause) { delegate_->daemon().setPaused(pause); });
+    connect(view, &MenuBarView::historyChosen, this,
+            [this](qint64 id) { delegate_->daemon().applyHistory(id); });
+    connect(view, &MenuBarView::updateRequested, this, &QuorbitApp::openSettings);
+    connect(view, &MenuBarView::settingsRequested, this, &QuorbitApp::openSettings);
+    connect(view, &MenuBarView::quitRequested, this, terminateApplication);
+    panel_ = std::make_unique<PanelWindow>(view);
+    render();
+    return *panel_;
+}
+
+void QuorbitApp::openPanel() {
+    if (tray_->isShown())
+        panel().dropDown(tray_->geometry());
+    else
+        panel().showAsWindow();
+}
+
+void QuorbitApp::showPanel(const StartRequest &request) {
+    // On Wayland the toolkit takes the token from the environment when it raises a window.
+    if (!x11::isSession() && !request.activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", request.activationToken);
+    openPanel();
+    if (const auto timestamp = request.timestamp())
+        x11::activate(*panel_->windowHandle(), *timestamp);
+}
+
+void QuorbitApp::openSettings() {
+    finishLaunching();
+    if (!settings_)
+        settings_ = std::make_unique<SettingsWindow>([] { return new QWidget; });
+    settings_->open();
+}
+
+} // namespace quorbit

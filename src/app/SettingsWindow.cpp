@@ -1,0 +1,52 @@
+#include "app/SettingsWindow.h"
+
+#include <QCloseEvent>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace quorbit {
+
+namespace {
+
+constexpr QSize leastSize(560, 460);
+constexpr QSize idealSize(580, 520);
+
+QString title() {
+    // The menu says by its dots that a window follows.
+    return qtTrId("menu.settings").remove(QChar(0x2026)).remove(QStringLiteral("..."));
+}
+
+} // namespace
+
+SettingsWindow::SettingsWindow(std::function<QWidget *()> makeContent)
+    : makeContent_(std::move(makeContent)) {
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setWindowTitle(title());
+    setMinimumSize(leastSize);
+    resize(idealSize);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *closing = new QShortcut(QKeySequence::Close, this);
+    connect(closing, &QShortcut::activated, this, &QWidget::close);
+}
+
+void SettingsWindow::open() {
+    if (!content_) {
+        content_ = makeContent_();
+        layout()->addWidget(content_);
+    }
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void SettingsWindow::closeEvent(QCloseEvent *event) {
+    QWidget::closeEvent(event);
+    // The closing may have come from within the content.
+    if (content_)
+        content_->deleteLater();
+    content_.clear();
+}
+
+} // namespace quorbit

@@ -1,0 +1,68 @@
+#include "app/TrayIcon.h"
+
+#include "platform/linux/TrayHosts.h"
+#include "ui/Symbol.h"
+
+#include <QMenu>
+#include <QSystemTrayIcon>
+
+namespace quorbit {
+
+namespace {
+
+/// Nobody tells whether the tray is light or dark; this grey keeps more than 3 : 1 on white and on black.
+constexpr QColor glyphColor(0x80, 0x80, 0x80);
+
+} // namespace
+
+TrayIcon::TrayIcon(QObject *parent) : QObject(parent), hosts_(new TrayHosts(this)) {
+    connect(hosts_, &TrayHosts::available, this, &TrayIcon::show);
+}
+
+TrayIcon::~TrayIcon() = default;
+
+void TrayIcon::start() {
+    hosts_->start();
+}
+
+void TrayIcon::show() {
+    makeMenu();
+    icon_ = new QSystemTrayIcon(
+        symbolIcon(QStringLiteral("cursorarrow.and.square.on.square.dashed"), glyphColor), this);
+    icon_->setToolTip(qtTrId("common.app_name"));
+    icon_->setContextMenu(menu_.get());
+    connect(icon_, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger)
+            Q_EMIT clicked();
+    });
+    icon_->show();
+    Q_EMIT shown();
+}
+
+void TrayIcon::makeMenu() {
+    menu_ = std::make_unique<QMenu>();
+    connect(menu_->addAction(qtTrId("common.app_name")), &QAction::triggered, this, &TrayIcon::openRequested);
+    pause_ = menu_->addAction(qtTrId("menu.pause_sync"));
+    pause_->setCheckable(true);
+    pause_->setChecked(paused_);
+    connect(pause_, &QAction::triggered, this, [this](bool pause) {
+        pause_->setChecked(paused_);
+        Q_EMIT pauseRequested(pause);
+    });
+    menu_->addSeparator();
+    connect(menu_->addAction(qtTrId("menu.settings")), &QAction::triggered, this,
+            &TrayIcon::settingsRequested);
+    connect(menu_->addAction(qtTrId("menu.quit")), &QAction::triggered, this, &TrayIcon::quitRequested);
+}
+
+QRect TrayIcon::geometry() const {
+    return icon_ ? icon_->geometry() : QRect();
+}
+
+void TrayIcon::setPaused(bool paused) {
+    paused_ = paused;
+    if (pause_)
+        pause_->setChecked(paused);
+}
+
+} // namespace quorbit
