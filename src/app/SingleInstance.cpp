@@ -113,8 +113,8 @@ SingleInstance::SingleInstance(std::optional<QString> folder, std::chrono::milli
 
 SingleInstance::~SingleInstance() {
     close();
-    closeDescriptor(lock_);
     closeDescriptor(folder_);
+    // The lock stays until the process has ended, whatever is still being cleaned up.
 }
 
 std::optional<QString> SingleInstance::userFolder() {

@@ -1,0 +1,107 @@
+#include "app/PanelWindow.h"
+#include "app/PanelPlacement.h"
+
+#include <QScreen>
+#include <QTest>
+
+using namespace quorbit;
+
+class PanelWindowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void standsBesideTheIconInsideTheScreen_data() {
+        QTest::addColumn<QRect>("icon");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QRect>("expected");
+        const QSize size(320, 200);
+        // Of the screen from (0, 0) to (1280, 1000), bars of 30 are taken at the top and at the bottom.
+        QTest::newRow("under the upper bar") << QRect(600, 3, 24, 24) << size << QRect(451, 31, 320, 200);
+        QTest::newRow("in the upper right corner")
+            << QRect(1250, 3, 24, 24) << size << QRect(960, 31, 320, 200);
+        QTest::newRow("above the lower bar") << QRect(600, 973, 24, 24) << size << QRect(451, 769, 320, 200);
+        QTest::newRow("in the lower left corner") << QRect(2, 973, 24, 24) << size << QRect(0, 769, 320, 200);
+        QTest::newRow("at the pointer") << QRect(600, 300, 1, 1) << size << QRect(440, 305, 320, 200);
+        QTest::newRow("high") << QRect(600, 973, 24, 24) << QSize(320, 2000) << QRect(451, 30, 320, 940);
+        QTest::newRow("elsewhere") << QRect(5000, 5000, 24, 24) << size << QRect(960, 770, 320, 200);
+    }
+    void standsBesideTheIconInsideTheScreen() {
+        QFETCH(QRect, icon);
+        QFETCH(QSize, size);
+        const QRect available(0, 30, 1280, 940);
+        QTEST(panelGeometry(panelAnchor(icon, available), size, available), "expected");
+    }
+
+    void keepsTheIconsEdgeWhenItsHeightChanges() {
+        const QRect available(0, 30, 1280, 940);
+        const PanelAnchor upper = panelAnchor(QRect(600, 3, 24, 24), available);
+        const PanelAnchor lower = panelAnchor(QRect(600, 973, 24, 24), available);
+        for (const int height : {100, 300, 500}) {
+            QCOMPARE(panelGeometry(upper, {320, height}, available).top(), 31);
+            QCOMPARE(panelGeometry(lower, {320, height}, available).bottom(), 968);
+        }
+    }
+
+    void followsItsContentAndNeverOutgrowsTheScreen() {
+        auto *content = new QWidget;
+        content->setFixedSize(320, 200);
+        PanelWindow panel(content);
+        panel.dropDown(QRect(100, 0, 20, 20));
+        QCOMPARE(panel.size(), QSize(320, 200));
+        const QPoint place = panel.pos();
+        content->setFixedSize(320, 300);
+        QCOMPARE(panel.size(), QSize(320, 300));
+        QCOMPARE(panel.pos(), place);
+        content->setFixedSize(320, 5000);
+        QVERIFY(panel.screen()->availableGeometry().contains(panel.geometry()));
+        panel.hide();
+        content->setFixedSize(320, 100);
+        panel.dropDown(QRect(100, 0, 20, 20));
+        QCOMPARE(panel.size(), QSize(320, 100));
+    }
+
+    void theClickThatTakesTheFocusClosesAndDoesNotReopen() {
+        PanelWindow panel(new QWidget);
+        panel.toggle(QRect(100, 0, 20, 20));
+        QVERIFY(panel.isVisible());
+        QEvent focusLost(QEvent::WindowDeactivate);
+        QCoreApplication::sendEvent(&panel, &focusLost);
+        QVERIFY(!panel.isVisible());
+        panel.toggle(QRect(100, 0, 20, 20));
+        QVERIFY(!panel.isVisible());
+        QTest::qWait(350);
+        panel.toggle(QRect(100, 0, 20, 20));
+        QVERIFY(panel.isVisible());
+        panel.toggle(QRect(100, 0, 20, 20));
+        QVERIFY(!panel.isVisible());
+    }
+
+    void escapeHidesIt() {
+        PanelWindow panel(new QWidget);
+        panel.dropDown(QRect(100, 0, 20, 20));
+        QTest::keyClick(&panel, Qt::Key_Escape);
+        QVERIFY(!panel.isVisible());
+    }
+
+    void withoutATrayItIsAWindowThatStays() {
+        auto *content = new QWidget;
+        content->setFixedSize(320, 200);
+        PanelWindow panel(content);
+        panel.showAsWindow();
+        QEvent focusLost(QEvent::WindowDeactivate);
+        QCoreApplication::sendEvent(&panel, &focusLost);
+        QVERIFY(panel.isVisible());
+        QVERIFY(panel.windowType() == Qt::Window && !(panel.windowFlags() & Qt::FramelessWindowHint));
+        content->setFixedSize(320, 250);
+        QCOMPARE(panel.size(), QSize(320, 250));
+        panel.hide();
+        // A tray has come.
+        panel.dropDown(QRect(100, 0, 20, 20));
+        QVERIFY(panel.isVisible() && panel.windowFlags() & Qt::FramelessWindowHint);
+        content->setFixedSize(320, 150);
+        QCOMPARE(panel.size(), QSize(320, 150));
+    }
+};
+
+QTEST_MAIN(PanelWindowTest)
+#include "PanelWindowTest.moc"

@@ -1,0 +1,181 @@
+// One instance a user, and a clean end: watched from outside, on processes of their own.
+
+#include "app/SingleInstance.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLocalSocket>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+using namespace quorbit;
+
+namespace {
+
+class Program : public QProcess {
+public:
+    Program(const QString &folder, const QString &mode = {}, int patience = 5000,
+            const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment()) {
+        setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        setProcessEnvironment(environment);
+        start(QStringLiteral(SHELL_PROGRAM), {folder, QString::number(patience), mode});
+    }
+    ~Program() override {
+        kill();
+        waitForFinished();
+    }
+
+    bool says(const QByteArray &line) {
+        return QTest::qWaitFor([&] { return (output_ += readAllStandardOutput()).contains(line + '\n'); },
+                               10000);
+    }
+    const QByteArray &output() { return output_ += readAllStandardOutput(); }
+    void send(int signal) const { ::kill(static_cast<pid_t>(processId()), signal); }
+
+private:
+    QByteArray output_;
+};
+
+} // namespace
+
+class ProcessTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir folder_;
+
+private Q_SLOTS:
+    void endsCleanlyWithinASecond_data() {
+        QTest::addColumn<int>("signal");
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<int>("status");
+        QTest::newRow("SIGTERM") << SIGTERM << QString() << 0;
+        QTest::newRow("SIGINT") << SIGINT << QString() << 0;
+        QTest::newRow("SIGHUP") << SIGHUP << QString() << 0;
+        QTest::newRow("while something takes its time") << SIGTERM << QStringLiteral("slow") << 0;
+        QTest::newRow("by exit(), as Qt does without a display") << 0 << QStringLiteral("exit") << 1;
+    }
+    void endsCleanlyWithinASecond() {
+        QFETCH(int, signal);
+        QFETCH(QString, mode);
+        QFETCH(int, status);
+        Program program(folder_.path(), mode);
+        QVERIFY(program.says("first"));
+        QElapsedTimer timer;
+        timer.start();
+        if (signal != 0) {
+            program.send(signal);
+            program.send(signal);
+        }
+        QVERIFY(program.waitForFinished(5000));
+        QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), status);
+        QCOMPARE(program.output(), QByteArray("first\nhook\n"));
+    }
+
+    void aSecondStartHandsOverItsRequest() {
+        Program first(folder_.path());
+        QVERIFY(first.says("first"));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), QStringLiteral("to\tken"));
+        environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"), QStringLiteral("id_TIME42"));
+        Program second(folder_.path(), {}, 5000, environment);
+        QVERIFY(second.waitForFinished(5000));
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(second.output(), QByteArray("second\n"));
+        QVERIFY(first.says("started again token id_TIME42"));
+        QCOMPARE((StartRequest{{}, "id_TIME42"}.timestamp()), std::optional<quint32>(42));
+        QCOMPARE((StartRequest{{}, "id_TIMEx"}.timestamp()), std::nullopt);
+    }
+
+    void nonsenseOnTheSocketChangesNothing() {
+        Program first(folder_.path());
+        QVERIFY(first.says("first"));
+        for (const QByteArray &nonsense :
+             {QByteArray("open\n"), QByteArray("x\ty\tz\n"), QByteArray(100000, 'x'),
+              QByteArray("\0\xff\n", 3), QByteArray()}) {
+            QLocalSocket client;
+            client.connectToServer(folder_.filePath(QStringLiteral("instance.socket")));
+            QVERIFY(client.waitForConnected());
+            client.write(nonsense);
+            if (!nonsense.isEmpty())
+                QVERIFY(client.waitForDisconnected(5000) || client.state() == QLocalSocket::UnconnectedState);
+        }
+        Program second(folder_.path());
+        QVERIFY(second.says("second"));
+        QVERIFY(first.says("started again  "));
+    }
+
+    void takesOverFromOneThatIsEnding() {
+        Program first(folder_.path(), QStringLiteral("slow"));
+        QVERIFY(first.says("first"));
+        first.send(SIGTERM);
+        QVERIFY(first.says("hook"));
+        QCOMPARE(first.state(), QProcess::Running);
+        Program second(folder_.path());
+        QVERIFY(second.says("first"));
+        // No sooner than the other had ended.
+        QVERIFY(first.state() == QProcess::NotRunning || first.waitForFinished(50));
+    }
+
+    void takesOverFromOneThatCrashed() {
+        {
+            Program first(folder_.path());
+            QVERIFY(first.says("first"));
+            first.send(SIGKILL);
+            first.waitForFinished();
+        }
+        QVERIFY(QFile::exists(folder_.filePath(QStringLiteral("instance.socket"))));
+        Program second(folder_.path());
+        QVERIFY(second.says("first"));
+        Program third(folder_.path());
+        QVERIFY(third.says("second"));
+    }
+
+    void takesOverFromOneThatHangs_data() {
+        QTest::addColumn<bool>("stopped");
+        QTest::newRow("at work") << false;
+        QTest::newRow("stopped") << true;
+    }
+    void takesOverFromOneThatHangs() {
+        QFETCH(bool, stopped);
+        Program first(folder_.path(), QStringLiteral("hang"));
+        QVERIFY(first.says("first"));
+        if (stopped)
+            first.send(SIGSTOP);
+        Program second(folder_.path(), {}, 300);
+        QVERIFY(second.says("first"));
+        QVERIFY(first.waitForFinished(1000) || first.state() == QProcess::NotRunning);
+    }
+
+    void worksInAFolderOfAnyLength() {
+        QString folder = folder_.filePath(QString(120, QLatin1Char('d')));
+        QVERIFY(QDir().mkpath(folder));
+        Program first(folder);
+        QVERIFY(first.says("first"));
+        Program second(folder);
+        QVERIFY(second.says("second"));
+    }
+
+    void theFolderIsThisUsersAlone() {
+        qputenv("XDG_RUNTIME_DIR", folder_.path().toLocal8Bit());
+        QCOMPARE(SingleInstance::userFolder(), folder_.filePath(QStringLiteral("quorbit")));
+        const auto permissions = QFile::permissions(folder_.filePath(QStringLiteral("quorbit")));
+        QVERIFY(!(permissions & (QFile::ReadGroup | QFile::ReadOther | QFile::ExeOther | QFile::WriteOther)));
+
+        // Where others may write, they might have prepared something.
+        QFile::setPermissions(folder_.path(), QFile::Permissions(0x7777));
+        qputenv("XDG_CACHE_HOME", folder_.filePath(QStringLiteral("cache")).toLocal8Bit());
+        const auto folder = SingleInstance::userFolder();
+        QVERIFY(folder && *folder != folder_.filePath(QStringLiteral("quorbit")));
+        qputenv("XDG_RUNTIME_DIR", "relative");
+        QCOMPARE(SingleInstance::userFolder(), folder);
+    }
+};
+
+QTEST_GUILESS_MAIN(ProcessTest)
+#include "ProcessTest.moc"
