@@ -13,7 +13,7 @@ namespace quorbit {
 namespace {
 
 constexpr std::chrono::seconds longestStall(60);
-constexpr qint64 readBufferSize = 256 * 1024;
+constexpr qint64 readBufferSize = 256LL * 1024;
 constexpr qsizetype longestName = 255; // bytes, in every file system in common use
 
 /// Fails unless the server is sending the package and tells where it ends.

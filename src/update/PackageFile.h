@@ -26,6 +26,7 @@ private:
     QString folder_;
     QByteArray temporaryName_; ///< the whole path, beside the final one
     int descriptor_ = -1;
+    qint64 unsent_ = 0;  ///< bytes written since the disk was last set to work
     bool named_ = false; ///< whether something exists under the temporary name
 };
 

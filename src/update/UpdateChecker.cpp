@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::chrono::seconds checkPeriod = 12h;
 constexpr std::chrono::seconds checkTimeLimit = 8s;
-constexpr qint64 largestManifest = 1024 * 1024; // bytes
+constexpr qint64 largestManifest = 1024LL * 1024; // bytes
 
 /// The server answered, but not with a manifest.
 struct ServerFailure {};

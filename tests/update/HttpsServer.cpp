@@ -47,7 +47,7 @@ Answer stream(qint64 size) {
     return [size](QSslSocket &connection) {
         const auto left = std::make_shared<qint64>(size);
         const auto feed = [&connection, left] {
-            constexpr qint64 most = 1024 * 1024;
+            constexpr qint64 most = 1024LL * 1024;
             while (*left > 0 && connection.bytesToWrite() + connection.encryptedBytesToWrite() < most)
                 *left -= connection.write(QByteArray(std::min<qint64>(*left, most / 4), 'q'));
         };

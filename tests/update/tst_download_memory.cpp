@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 megabyte = 1024 * 1024;
+constexpr qint64 megabyte = 1024LL * 1024;
 constexpr qint64 packageSize = 300 * megabyte;
 
 /// A line of /proc/self/status such as "VmRSS", in bytes.

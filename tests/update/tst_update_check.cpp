@@ -85,7 +85,7 @@ private Q_SLOTS:
             QTest::newRow(name) << answer << outcome;
         };
         const CheckState upToDate = check::UpToDate{u"1.4.1"_s};
-        const QByteArray huge(2 * 1024 * 1024, ' ');
+        const QByteArray huge(2LL * 1024 * 1024, ' ');
         const CheckState refused = failed(FailureReason::server);
         const CheckState broken = failed(FailureReason::network);
         const CheckState unreadable = failed(FailureReason::parse);
