@@ -4,6 +4,7 @@
 #include "update/TestAuthority.h"
 #include "update/UpdateChecker.h"
 
+#include <QNetworkProxyFactory>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
@@ -286,6 +287,7 @@ private Q_SLOTS:
                 connection->write("HTTP/1.1 502 Bad Gateway\r\nContent-Length: 0\r\n\r\n");
             });
         });
+        QNetworkProxyFactory::setUseSystemConfiguration(false); // whatever the rest of the program does
         const QByteArray exceptions = qgetenv("no_proxy");
         qunsetenv("no_proxy");
         qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.serverPort()));
