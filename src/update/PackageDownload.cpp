@@ -16,15 +16,73 @@ constexpr std::chrono::seconds longestStall(60);
 constexpr qint64 readBufferSize = 256LL * 1024;
 constexpr qsizetype longestName = 255; // bytes, in every file system in common use
 
-/// Fails unless the server is sending the package and tells where it ends.
-void requirePackage(const QNetworkReply &reply) {
-    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (status < 200 || status > 299)
-        throw DownloadError("the server answered with status " + std::to_string(status));
-    // A body that ends with its connection cannot be told from one that was cut off.
-    if (!reply.hasRawHeader("Content-Length") && !reply.hasRawHeader("Transfer-Encoding"))
-        throw DownloadError("the server does not tell where the package ends");
-}
+/// Keeps the body of a reply as it arrives.
+class Arrival : public QObject {
+    Q_OBJECT
+
+public:
+    Arrival(QNetworkReply &reply, Clock &clock, const QString &folder)
+        : reply_(reply), clock_(clock), folder_(folder) {
+        connect(&reply_, &QNetworkReply::readyRead, this, &Arrival::keep);
+        connect(&reply_, &QNetworkReply::finished, this, &Arrival::ended);
+        expectMore();
+    }
+
+    /// The whole file, after the end. Throws what went wrong.
+    PackageFile &whole() {
+        if (failure_)
+            std::rethrow_exception(failure_);
+        if (reply_.error() != QNetworkReply::NoError)
+            throw TransportError(reply_.errorString().toStdString());
+        keepAvailable();
+        return *file_;
+    }
+
+Q_SIGNALS:
+    /// The reply is finished, or there is no use in waiting for the rest of it.
+    void ended();
+
+private:
+    void expectMore() {
+        stall_ = clock_.after(longestStall, [this] {
+            failWith(std::make_exception_ptr(TransportError("the server sends nothing more")));
+        });
+    }
+    void keep() {
+        expectMore();
+        try {
+            keepAvailable();
+        } catch (...) {
+            failWith(std::current_exception());
+        }
+    }
+    void keepAvailable() {
+        requirePackage();
+        if (!file_)
+            file_.emplace(folder_);
+        file_->write(reply_.readAll());
+    }
+    /// Fails unless the server is sending the package and tells where it ends.
+    void requirePackage() const {
+        const int status = reply_.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        if (status < 200 || status > 299)
+            throw DownloadError("the server answered with status " + std::to_string(status));
+        // A body that ends with its connection cannot be told from one that was cut off.
+        if (!reply_.hasRawHeader("Content-Length") && !reply_.hasRawHeader("Transfer-Encoding"))
+            throw DownloadError("the server does not tell where the package ends");
+    }
+    void failWith(std::exception_ptr failure) {
+        failure_ = std::move(failure);
+        Q_EMIT ended(); // Whoever waits may destroy this object.
+    }
+
+    QNetworkReply &reply_;
+    Clock &clock_;
+    QString folder_;
+    std::optional<PackageFile> file_;
+    std::unique_ptr<Clock::Alarm> stall_;
+    std::exception_ptr failure_;
+};
 
 } // namespace
 
@@ -55,41 +113,15 @@ QCoro::Task<QString> downloadPackage(SecureNetwork &network, Clock &clock, QUrl 
     request.setRawHeader("Accept-Encoding", "identity");
     const OwnedReply reply = network.get(request);
     reply->setReadBufferSize(readBufferSize);
-
-    std::unique_ptr<Clock::Alarm> stall;
-    const auto expectMore = [&] { stall = clock.after(longestStall, [&] { reply->abort(); }); };
-    expectMore();
-
-    std::optional<PackageFile> file;
-    const auto keep = [&] {
-        requirePackage(*reply);
-        if (!file)
-            file.emplace(folder);
-        file->write(reply->readAll());
-    };
-    std::exception_ptr failure;
-    QObject::connect(reply.get(), &QNetworkReply::readyRead, reply.get(), [&] {
-        expectMore();
-        try {
-            keep();
-        } catch (...) {
-            failure = std::current_exception();
-        }
-        if (failure)
-            reply->abort(); // Ends the wait below, and with it this coroutine.
-    });
+    Arrival arrival(*reply, clock, folder);
     if (!reply->isFinished()) {
-        Signal finished(reply.get(), &QNetworkReply::finished, token);
-        co_await finished;
+        Signal end(&arrival, &Arrival::ended, token);
+        co_await end;
     }
-
-    if (failure)
-        std::rethrow_exception(failure);
-    if (reply->error() != QNetworkReply::NoError)
-        throw TransportError(reply->errorString().toStdString());
-    keep();
-    file->finish(*name);
+    arrival.whole().finish(*name);
     co_return folder + u'/' + *name;
 }
 
 } // namespace quorbit
+
+#include "PackageDownload.moc"

@@ -333,4 +333,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(PackageDownloadTest)
-#include "tst_package_download.moc"
+#include "PackageDownloadTest.moc"

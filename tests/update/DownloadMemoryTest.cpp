@@ -113,4 +113,4 @@ int main(int argc, char **argv) {
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "tst_download_memory.moc"
+#include "DownloadMemoryTest.moc"

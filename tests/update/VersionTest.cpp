@@ -1,6 +1,6 @@
+#include "update/Version.h"
 #include "update/ManifestAddress.h"
 #include "update/PackageDownload.h"
-#include "update/Version.h"
 
 #include <QTest>
 
@@ -187,4 +187,4 @@ private Q_SLOTS:
 };
 
 QTEST_APPLESS_MAIN(VersionTest)
-#include "tst_version.moc"
+#include "VersionTest.moc"

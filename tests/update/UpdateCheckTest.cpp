@@ -326,4 +326,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(UpdateCheckTest)
-#include "tst_update_check.moc"
+#include "UpdateCheckTest.moc"
