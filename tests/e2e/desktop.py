@@ -52,6 +52,18 @@ def stays(condition, seconds):
     return True
 
 
+def processes(executable):
+    """The ids of the processes that run that file."""
+    found = []
+    for entry in Path("/proc").iterdir():
+        try:
+            if entry.name.isdigit() and os.readlink(entry / "exe") == str(executable):
+                found.append(int(entry.name))
+        except OSError:
+            continue
+    return found
+
+
 class Program:
     """A started program with what it printed; ended when the block ends."""
 
@@ -122,6 +134,11 @@ class Sim(Program):
         with urllib.request.urlopen(request, timeout=3) as reply:
             text = reply.read()
         return json.loads(text) if text else None
+
+
+    def requests(self, path):
+        """How many requests for that path came; needs --log."""
+        return self.printed().count(f" {path} ")
 
 
 class Application(Program):

@@ -1,24 +1,12 @@
 #!/usr/bin/python3
 """The real executable and the service: found or launched, polled, left alone or ended."""
-import os
 import shutil
 import signal
 import time
 import unittest
 from pathlib import Path
 
-from desktop import Atspi, BIN, CONNECTION, HOME, Application, Sim, XembedTray, has, node, wait_for, windows
-
-
-def processes(executable):
-    found = []
-    for entry in Path("/proc").iterdir():
-        try:
-            if entry.name.isdigit() and os.readlink(entry / "exe") == str(executable):
-                found.append(int(entry.name))
-        except OSError:
-            continue
-    return found
+from desktop import Atspi, BIN, CONNECTION, HOME, Application, Sim, XembedTray, has, node, processes, wait_for, windows
 
 
 class Installed(unittest.TestCase):

@@ -44,6 +44,7 @@ QUORBITD_SIM_SCENARIO=paused for --scenario paused.
   --fault KIND        misbehaves on every path; --fault PATH=KIND on one path. KIND is one of
                       slow, hang, garbage, truncate, redirect, error500, html, null.
                       Several, separated by commas, are possible.
+  --log               prints a line for each request
   --help              prints this page
 
 The PIN that it shows and accepts is 482 913. A shown PIN is used by a new computer some
@@ -124,6 +125,8 @@ Options parseOptions(int argc, char **argv) {
         }
         if (argument == "run") {
             run = true;
+        } else if (argument == "--log") {
+            options.log = true;
         } else if (argument.rfind("--", 0) != 0) {
             refuse("\"" + argument + "\" is not a command");
         } else if (argument != "--no-tray") {

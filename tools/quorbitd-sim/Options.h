@@ -16,6 +16,7 @@ struct Options {
     int history = -1;                    ///< number of history entries; -1 leaves that to the scenario
     int port = 0;                        ///< 0 takes a free one
     std::string token;                   ///< empty makes a random one
+    bool log = false;                    ///< prints each request
     std::string stateFile;               ///< where changes are kept from run to run; empty keeps none
     std::map<std::string, Fault> faults; ///< by path; "" stands for every path
 };
