@@ -98,7 +98,9 @@ void Daemon::startPolling() {
 
 QCoro::Task<> Daemon::poll(std::stop_token token) {
     for (;;) {
-        co_await refresh(token);
+        // A service that was started again listens elsewhere, with another token.
+        if (!co_await refresh(token))
+            loadConnectionInfo();
         Sleep pause(clock_, pollPause, token);
         co_await pause;
     }
@@ -118,7 +120,7 @@ QCoro::Task<std::optional<Value>> Daemon::fetch(QString path, std::stop_token to
     co_return std::nullopt;
 }
 
-QCoro::Task<> Daemon::refresh(std::stop_token token) {
+QCoro::Task<bool> Daemon::refresh(std::stop_token token) {
     // All four are under way before the first is awaited.
     auto statusTask = fetch<Status>(u"/api/status"_s, token);
     auto settingsTask = fetch<DaemonSettings>(u"/api/settings"_s, token);
@@ -129,6 +131,7 @@ QCoro::Task<> Daemon::refresh(std::stop_token token) {
     auto devices = co_await devicesTask;
     auto history = co_await historyTask;
 
+    const bool reached = status || settings || devices || history;
     publish(std::move(status));
     publish(std::move(settings));
     publish(std::move(devices));
@@ -136,6 +139,7 @@ QCoro::Task<> Daemon::refresh(std::stop_token token) {
     if (state_.status)
         setConnectionState(ConnectionState::connected);
     heal_.refreshed(state_);
+    co_return reached;
 }
 
 void Daemon::setConnectionState(ConnectionState state) {

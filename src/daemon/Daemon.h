@@ -73,8 +73,8 @@ private:
 
     void startPolling();
     QCoro::Task<> poll(std::stop_token token);
-    /// Fetches everything once and publishes what arrived; never throws.
-    QCoro::Task<> refresh(std::stop_token token);
+    /// Fetches everything once and publishes what arrived; whether anything did. Never throws.
+    QCoro::Task<bool> refresh(std::stop_token token);
     /// What a GET brought, or nothing if it failed in whatever way.
     template <class Value>
     QCoro::Task<std::optional<Value>> fetch(QString path, std::stop_token token);

@@ -1,11 +1,13 @@
 """What the end-to-end checks have in common: the programs, the tray hosts, the portal and the accessibility tree.
 
-They run inside with_desktop.py and take the folder of the executables from QUORBIT_BIN.
+They run inside with_desktop.py and take the folder of the executables from QUORBIT_BIN, build/release/bin unless it is
+set.
 """
 import json
 import os
 import re
 import signal
+import socket
 import subprocess
 import tempfile
 import time
@@ -17,8 +19,10 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
-BIN = Path(os.environ["QUORBIT_BIN"])
+BIN = Path(os.environ.get("QUORBIT_BIN", Path(__file__).resolve().parents[2] / "build/release/bin"))
 HOME = Path(os.environ["HOME"])
+# Asked first, so that the screen-reader bus is there before any program looks for it.
+DESKTOP = Atspi.get_desktop(0)
 CONNECTION = HOME / "Library" / "Application Support" / "Quorbit"
 
 
@@ -77,6 +81,7 @@ class Program:
 
     def __exit__(self, *_):
         self.end()
+        self.output.close()
 
     @property
     def pid(self):
@@ -120,10 +125,9 @@ class Sim(Program):
         if not address or address == self.stale:
             return None
         try:
-            urllib.request.urlopen(address, timeout=2)
-        except urllib.error.HTTPError:
-            return address
-        except OSError:
+            port = int(address.rsplit(":", 1)[1])
+            socket.create_connection(("127.0.0.1", port), timeout=1).close()
+        except (OSError, ValueError):
             return None
         return address
 
@@ -157,13 +161,20 @@ class XembedTray(Program):
 # Windows, as the window manager knows them
 
 
-def windows(name=None, pid=None):
-    command = ["xdotool", "search", "--onlyvisible"]
-    if pid:
-        command += ["--all", "--pid", str(pid)]
-    command += ["--name", name or ".+"]
-    found = subprocess.run(command, capture_output=True, text=True, check=False).stdout.split()
-    return found
+def windows(name=".+", pid=None):
+    """The visible windows with a title like that."""
+    return search(["--name", name], pid)
+
+
+def tray_icons():
+    """The application's icons in an X11 tray, which have no title."""
+    return search(["--classname", "^quorbit$"])
+
+
+def search(terms, pid=None):
+    owner = ["--all", "--pid", str(pid)] if pid else []
+    return subprocess.run(["xdotool", "search", "--onlyvisible", *owner, *terms], capture_output=True, text=True,
+                          check=False).stdout.split()
 
 
 def geometry(window):
@@ -190,9 +201,8 @@ def picture(path):
 
 
 def application_node(pid):
-    desktop = Atspi.get_desktop(0)
-    for index in range(desktop.get_child_count()):
-        child = desktop.get_child_at_index(index)
+    for index in range(DESKTOP.get_child_count()):
+        child = DESKTOP.get_child_at_index(index)
         try:
             if child and child.get_process_id() == pid:
                 return child
@@ -207,12 +217,13 @@ def nodes(root, role=None, name=None, showing=True):
     while todo:
         node = todo.pop()
         try:
-            node.clear_cache_single()
+            node.clear_cache()
             if ((role is None or node.get_role_name() == role) and (name is None or node.get_name() == name)
                     and (not showing or node.get_state_set().contains(Atspi.StateType.SHOWING))):
                 found.append(node)
-            todo.extend(reversed([node.get_child_at_index(i) for i in range(node.get_child_count())]))
-        except (GLib.Error, AttributeError):
+            children = [node.get_child_at_index(i) for i in range(node.get_child_count())]
+            todo.extend(child for child in reversed(children) if child)
+        except GLib.Error:
             continue
     return found
 
@@ -225,7 +236,7 @@ def node(pid, role=None, name=None, showing=True):
 
 
 def has(accessible, state):
-    accessible.clear_cache_single()
+    accessible.clear_cache()
     return accessible.get_state_set().contains(state)
 
 

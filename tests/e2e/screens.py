@@ -5,7 +5,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-from desktop import Application, Portal, Sim, XembedTray, geometry, picture, pointer, wait_for, windows
+from desktop import Application, Portal, Sim, XembedTray, geometry, picture, pointer, tray_icons, wait_for, windows
 
 STATES = ["full", "paused", "waiting", "empty", "transfer"]
 LANGUAGES = {"english": "en_US.UTF-8", "chinese": "zh_CN.UTF-8"}
@@ -15,7 +15,7 @@ def take(folder, scenario, language, dark):
     name = f"panel-{scenario}-{language}-{'dark' if dark else 'light'}.png"
     with Portal(dark), XembedTray(), Sim(scenario):
         with Application(env={"LANG": LANGUAGES[language], "LANGUAGE": ""}) as application:
-            icon = wait_for("the icon", lambda: windows("^quorbit$", application.pid))[0]
+            icon = wait_for("the icon", lambda: tray_icons())[0]
             x, y, width, height = geometry(icon)
             pointer(x + width // 2, y + height // 2)
             panel = wait_for("the panel", lambda: [w for w in windows(pid=application.pid) if w != icon])[0]

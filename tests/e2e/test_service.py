@@ -6,7 +6,7 @@ import time
 import unittest
 from pathlib import Path
 
-from desktop import Atspi, BIN, CONNECTION, HOME, Application, Sim, XembedTray, has, node, processes, wait_for, windows
+from desktop import Atspi, BIN, CONNECTION, HOME, Application, Sim, XembedTray, has, node, processes, tray_icons, wait_for
 
 
 class Installed(unittest.TestCase):
@@ -56,7 +56,7 @@ class Running(unittest.TestCase):
 
     def test_a_second_start_brings_up_the_panel(self):
         with XembedTray(), Sim(), Application() as first:
-            wait_for("the icon", lambda: windows("^quorbit$", first.pid))
+            wait_for("the icon", lambda: tray_icons())
             self.assertIsNone(node(first.pid, "push button", "Quit Quorbit"))
             with Application() as second:
                 self.assertEqual(second.process.wait(5), 0)
@@ -64,7 +64,7 @@ class Running(unittest.TestCase):
 
     def test_finds_a_service_that_was_started_again(self):
         with XembedTray(), Sim("full") as service, Application() as application:
-            wait_for("the icon", lambda: windows("^quorbit$", application.pid))
+            wait_for("the icon", lambda: tray_icons())
             Application().process.wait(5)
             switch = wait_for("the switch", lambda: node(application.pid, "check box", "Pause syncing"))
             wait_for("the first state", lambda: node(application.pid, name="Received text from Office Linux"))
