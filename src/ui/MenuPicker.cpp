@@ -144,9 +144,7 @@ void MenuPicker::paintEvent(QPaintEvent *) {
     const double reserved = edge + side;
     const QRectF text = mirrored ? QRectF(rect()).adjusted(reserved, 0, -leading * scale, 0)
                                  : QRectF(rect()).adjusted(leading * scale, 0, -reserved, 0);
-    painter.drawText(text,
-                     static_cast<int>((mirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter) |
-                         Qt::TextSingleLine,
+    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, // mirrored with the layout
                      options_.value(current_));
 }
 

@@ -96,7 +96,8 @@ void Stepper::paintEvent(QPaintEvent *) {
                                 : rect().adjusted(0, 0, -box.width() - space, 0);
     painter.setFont(textFont(TextStyle::body, font(), true));
     painter.setPen(colors.primary);
-    painter.drawText(text, static_cast<int>((mirrored ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter),
+    painter.drawText(text, Qt::AlignRight | Qt::AlignVCenter, // mirrored with the layout
+
                      QString::number(value_));
 
     paintFrame(painter, box, radius, colors.control, colors.controlEdge);

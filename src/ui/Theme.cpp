@@ -243,6 +243,7 @@ ThemeColors themeColors(const QPalette &palette) {
     colors.controlEdge = colors.cardEdge;
     colors.field = colors.dark ? colors.window : colors.card;
     colors.fieldEdge = colors.cardEdge;
+    colors.segment = colors.dark ? QColor(shades.track) : colors.card;
     colors.track = isHighContrast(palette) ? shapeColor(palette, TextColor::tertiary) : QColor(shades.track);
     return colors;
 }

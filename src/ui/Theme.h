@@ -55,8 +55,8 @@ struct ThemeColors {
     QColor hover, pill;
     /// The face and the edge of buttons, pickers and text fields.
     QColor control, controlEdge, field, fieldEdge;
-    /// The track of a switch that is off.
-    QColor track;
+    /// The track of a switch that is off, and the chosen one of several segments.
+    QColor track, segment;
 };
 ThemeColors themeColors(const QPalette &palette);
 

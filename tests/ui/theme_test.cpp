@@ -66,7 +66,8 @@ void ThemeTest::textAndShapesStandOut() {
     }
     const ThemeColors colors = themeColors(palette);
     QVERIFY(contrastRatio(colors.accentText, composed(colors.pill, colors.window)) >= text);
-    for (const QColor &surface : {colors.control, colors.field, composed(colors.pill, colors.window)})
+    for (const QColor &surface :
+         {colors.control, colors.field, colors.segment, composed(colors.pill, colors.window)})
         QVERIFY(contrastRatio(colors.primary, surface) >= text);
     for (const QColor &surface : {colors.control, colors.field}) {
         QVERIFY(contrastRatio(textOn(palette, TextColor::secondary, surface), surface) >= text);
