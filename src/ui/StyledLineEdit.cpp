@@ -9,6 +9,8 @@ StyledLineEdit::StyledLineEdit(TextStyle style, TextColor color, bool monospaced
     : QLineEdit(parent), style_(style), color_(color), monospaced_(monospaced) {
     setFrame(false);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    if (parent != nullptr)
+        parent->installEventFilter(this);
     restyle();
 }
 
@@ -28,36 +30,40 @@ void StyledLineEdit::setLetterSpacing(double pixels) {
 }
 
 void StyledLineEdit::restyle() {
-    // Setting font and palette reports changes of its own, which need no answer.
-    restyling_ = true;
-    const QFont base = QApplication::font(this);
+    const QWidget *parent = parentWidget();
+    const QFont base = parent != nullptr ? parent->font() : QApplication::font();
     QFont font = textFont(style_, base, monospaced_);
     if (letterSpacing_ > 0)
         font.setLetterSpacing(QFont::AbsoluteSpacing, letterSpacing_ * fontScale(base));
     setFont(font);
 
-    const QPalette inherited =
-        parentWidget() != nullptr ? parentWidget()->palette() : QApplication::palette();
     QPalette own;
-    own.setColor(QPalette::Text, textColor(inherited, color_));
+    own.setColor(QPalette::Text,
+                 textColor(parent != nullptr ? parent->palette() : QApplication::palette(), color_));
     own.setColor(QPalette::Base, Qt::transparent);
     setPalette(own);
-    restyling_ = false;
     updateGeometry();
 }
 
-void StyledLineEdit::changeEvent(QEvent *event) {
-    QLineEdit::changeEvent(event);
-    if (!restyling_ && event->type() == QEvent::ParentChange)
+bool StyledLineEdit::event(QEvent *event) {
+    // A font and a palette of its own hide changes of the parent's from the line edit, so it watches the
+    // parent.
+    if (event->type() == QEvent::ParentAboutToChange && parentWidget() != nullptr)
+        parentWidget()->removeEventFilter(this);
+    const bool handled = QLineEdit::event(event);
+    if (event->type() == QEvent::ParentChange) {
+        if (parentWidget() != nullptr)
+            parentWidget()->installEventFilter(this);
         restyle();
+    }
+    return handled;
 }
 
-bool StyledLineEdit::event(QEvent *event) {
-    const bool handled = QLineEdit::event(event);
-    if (!restyling_ &&
-        (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::ApplicationFontChange))
+bool StyledLineEdit::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == parentWidget() &&
+        (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange))
         restyle();
-    return handled;
+    return QLineEdit::eventFilter(watched, event);
 }
 
 } // namespace quorbit

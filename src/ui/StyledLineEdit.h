@@ -7,7 +7,7 @@
 
 namespace quorbit {
 
-/// A line edit without a look of its own, in one of the text styles, that follows the application's font and
+/// A line edit without a look of its own, in one of the text styles, that follows its parent's font and
 /// palette.
 class StyledLineEdit : public QLineEdit {
     Q_OBJECT
@@ -21,8 +21,8 @@ public:
     void setLetterSpacing(double pixels);
 
 protected:
-    void changeEvent(QEvent *event) override;
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void restyle();
@@ -31,7 +31,6 @@ private:
     TextColor color_;
     bool monospaced_;
     double letterSpacing_ = 0;
-    bool restyling_ = false;
 };
 
 } // namespace quorbit

@@ -24,7 +24,7 @@ TextField::TextField(const QString &placeholder, QWidget *parent)
 }
 
 QSize TextField::sizeHint() const {
-    const double scale = fontScale(QApplication::font(this));
+    const double scale = fontScale(parentWidget() != nullptr ? parentWidget()->font() : QApplication::font());
     return {static_cast<int>(std::lround(fieldWidth * scale)),
             static_cast<int>(std::lround(fieldHeight * scale))};
 }
@@ -35,9 +35,8 @@ QSize TextField::minimumSizeHint() const {
 
 void TextField::paintEvent(QPaintEvent *event) {
     {
-        const ThemeColors colors = themeColors(palette().color(QPalette::Base).alpha() == 0 && parentWidget()
-                                                   ? parentWidget()->palette()
-                                                   : palette());
+        const ThemeColors colors =
+            themeColors(parentWidget() != nullptr ? parentWidget()->palette() : QApplication::palette());
         QPainter painter(this);
         paintFrame(painter, rect(), radius, colors.field, hasFocus() ? colors.accent : colors.fieldEdge,
                    hasFocus() ? 2 : 1);

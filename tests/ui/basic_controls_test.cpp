@@ -12,7 +12,6 @@
 #include <QHBoxLayout>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 using namespace quorbit;
 
@@ -63,6 +62,8 @@ void BasicControlsTest::init() {
     QApplication::setStyle(style_);
     QApplication::setPalette(themePalette({}));
     QApplication::setFont(QFont(QStringLiteral("Inter"), 9));
+    // Qt tells the widgets of both by posted events.
+    QCoreApplication::processEvents();
 }
 
 void BasicControlsTest::theSameValueCausesNoRepaint() {
@@ -185,9 +186,9 @@ void BasicControlsTest::aRowIsOneButton() {
     Appearance night;
     night.dark = true;
     QApplication::setPalette(themePalette(night));
-    QVERIFY(themeColors(label->palette()).dark);
+    QTRY_VERIFY(themeColors(label->palette()).dark);
     QApplication::sendEvent(row, &leave);
-    QCOMPARE(label->palette().color(QPalette::Window), themePalette(night).color(QPalette::Window));
+    QTRY_COMPARE(label->palette().color(QPalette::Window), themePalette(night).color(QPalette::Window));
 
     QAccessibleInterface *interface = accessible(*row);
     QCOMPARE(interface->role(), QAccessible::Button);
@@ -233,15 +234,15 @@ void BasicControlsTest::labelsFollowFontAndPalette() {
     const QSize before = label.sizeHint();
     const int selectableBefore = selectable.sizeHint().height();
     QApplication::setFont(QFont(QStringLiteral("Inter"), 18));
-    QVERIFY(label.sizeHint().width() > before.width() * 1.8);
-    QCOMPARE(symbol.sizeHint(), QSize(30, 30));
-    QVERIFY(selectable.sizeHint().height() > selectableBefore * 1.8);
+    QTRY_VERIFY(label.sizeHint().width() > before.width() * 1.8);
+    QTRY_COMPARE(symbol.sizeHint(), QSize(30, 30));
+    QTRY_VERIFY(selectable.sizeHint().height() > selectableBefore * 1.8);
 
     Appearance night;
     night.dark = true;
     QApplication::setPalette(themePalette(night));
-    QCOMPARE(selectable.palette().color(QPalette::Text),
-             textColor(QApplication::palette(), TextColor::secondary));
+    QTRY_COMPARE(selectable.palette().color(QPalette::Text),
+                 textColor(QApplication::palette(), TextColor::secondary));
 }
 
 void BasicControlsTest::textThatDoesNotFitIsCutOrWrapped() {
@@ -280,12 +281,5 @@ void BasicControlsTest::selectableTextKeepsItsSelection() {
     QCOMPARE(text.text(), QStringLiteral("10b4e2f09a77c1d3"));
 }
 
-// Qt tells widgets of a new application font or palette only while the application runs its event loop.
-int main(int argc, char **argv) {
-    QApplication application(argc, argv);
-    BasicControlsTest test;
-    QTimer::singleShot(0, &test, [&] { QApplication::exit(QTest::qExec(&test, argc, argv)); });
-    return QApplication::exec();
-}
-
+QTEST_MAIN(BasicControlsTest)
 #include "basic_controls_test.moc"

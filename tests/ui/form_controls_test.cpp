@@ -77,6 +77,7 @@ void FormControlsTest::init() {
     QApplication::setStyle(style_);
     QApplication::setPalette(themePalette({}));
     QApplication::setFont(QFont(QStringLiteral("Inter"), 9));
+    QCoreApplication::processEvents();
 }
 
 void FormControlsTest::theSameValuesCauseNoRepaint() {

@@ -490,7 +490,7 @@ int main(int argc, char **argv) {
     QApplication::setStyle(new ControlStyle);
     QApplication::setFont(QFont(parser.value(u"family"_s), parser.isSet(u"large"_s) ? 18 : 9));
 
-    // Fonts and palettes reach the widgets only while the application runs.
+    // Fonts and palettes reach the widgets by events.
     QTimer::singleShot(0, &application, [&] {
         for (const bool dark : {false, true}) {
             Appearance appearance;
