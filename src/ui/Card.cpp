@@ -13,6 +13,7 @@ namespace quorbit {
 namespace {
 constexpr double plainRadius = 8;
 constexpr double tintedRadius = 10;
+constexpr double tintedEdge = 0.35;
 } // namespace
 
 Card::Card(Kind kind, QWidget *parent)
@@ -20,6 +21,10 @@ Card::Card(Kind kind, QWidget *parent)
     rows_->setContentsMargins(1, 1, 1, 1);
     rows_->setSpacing(0);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    if (kind_ == Kind::tinted && parent != nullptr) {
+        parent->installEventFilter(this);
+        restyle();
+    }
 }
 
 void Card::addRow(QWidget *row) {
@@ -55,30 +60,46 @@ void Card::paintEvent(QPaintEvent *) {
 }
 
 bool Card::event(QEvent *event) {
-    if (event->type() == QEvent::LayoutRequest) {
-        // The highlight of the outermost rows keeps to the card's corners, and the hairlines follow the rows.
-        HoverRow *firstRow = nullptr;
-        HoverRow *lastRow = nullptr;
-        bool any = false;
-        for (int i = 0; i < rows_->count(); ++i) {
-            QWidget *row = rows_->itemAt(i)->widget();
-            if (row == nullptr || row->isHidden())
-                continue;
-            auto *hover = qobject_cast<HoverRow *>(row);
-            if (hover != nullptr)
-                hover->setRoundedCorners(false, false);
-            if (!any)
-                firstRow = hover;
-            lastRow = hover;
-            any = true;
-        }
-        if (firstRow != nullptr)
-            firstRow->setRoundedCorners(true, firstRow == lastRow);
-        if (lastRow != nullptr)
-            lastRow->setRoundedCorners(firstRow == lastRow, true);
-        update();
+    // A tinted card has a palette of its own, which hides changes of the parent's, so it watches the parent.
+    if (kind_ == Kind::tinted && event->type() == QEvent::ParentAboutToChange && parentWidget() != nullptr)
+        parentWidget()->removeEventFilter(this);
+    if (event->type() == QEvent::LayoutRequest)
+        roundOutermostRows();
+    const bool handled = QWidget::event(event);
+    if (kind_ == Kind::tinted && event->type() == QEvent::ParentChange && parentWidget() != nullptr) {
+        parentWidget()->installEventFilter(this);
+        restyle();
     }
-    return QWidget::event(event);
+    return handled;
+}
+
+bool Card::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == parentWidget() && event->type() == QEvent::PaletteChange)
+        restyle();
+    return QWidget::eventFilter(watched, event);
+}
+
+void Card::restyle() {
+    setPalette(tintedPalette(parentWidget()->palette()));
+}
+
+/// The highlight of the outermost rows keeps to the card's corners, and the hairlines follow the rows.
+void Card::roundOutermostRows() {
+    QWidget *first = nullptr;
+    QWidget *last = nullptr;
+    for (int i = 0; i < rows_->count(); ++i) {
+        QWidget *row = rows_->itemAt(i)->widget();
+        if (row == nullptr || row->isHidden())
+            continue;
+        first = first == nullptr ? row : first;
+        last = row;
+    }
+    for (int i = 0; i < rows_->count(); ++i) {
+        QWidget *row = rows_->itemAt(i)->widget();
+        if (auto *hover = qobject_cast<HoverRow *>(row))
+            hover->setRoundedCorners(row == first, row == last);
+    }
+    update();
 }
 
 } // namespace quorbit

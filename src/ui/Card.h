@@ -28,8 +28,12 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void restyle();
+    void roundOutermostRows();
+
     Kind kind_;
     QVBoxLayout *rows_;
 };

@@ -21,6 +21,7 @@ constexpr double textContrast = 4.5;
 constexpr double strongTextContrast = 7;
 constexpr double shapeContrast = 3;
 constexpr double hoverAlpha = 0.07;
+constexpr double tintAlpha = 0.08;
 // A white text on a mid-tone accent is what people expect of a button; a paler accent gets dark text instead.
 constexpr double whiteTextContrast = 2.5;
 
@@ -128,6 +129,17 @@ QColor legibleShade(const QPalette &palette, TextColor color, double wanted) {
     return legible(base, {roleColor(palette, QPalette::Window), roleColor(palette, QPalette::Base)}, wanted);
 }
 
+/// The palette of what lies on `overlay`, which is painted over the palette's surfaces.
+QPalette overlaidPalette(const QPalette &palette, const QColor &overlay) {
+    QPalette result = palette;
+    for (const auto role : {QPalette::Window, QPalette::Base})
+        result.setColor(role, composed(overlay, roleColor(palette, role)));
+    for (const auto &[color, role] :
+         {std::pair(TextColor::secondary, secondaryRole), std::pair(TextColor::tertiary, tertiaryRole)})
+        result.setColor(role, textColor(result, color));
+    return result;
+}
+
 } // namespace
 
 double contrastRatio(const QColor &a, const QColor &b) {
@@ -189,14 +201,11 @@ QPalette themePalette(const Appearance &appearance) {
 }
 
 QPalette highlightedPalette(const QPalette &palette) {
-    const QColor highlight = withAlpha(shade(palette, TextColor::primary), hoverAlpha);
-    QPalette result = palette;
-    for (const auto role : {QPalette::Window, QPalette::Base})
-        result.setColor(role, composed(highlight, roleColor(palette, role)));
-    for (const auto &[color, role] :
-         {std::pair(TextColor::secondary, secondaryRole), std::pair(TextColor::tertiary, tertiaryRole)})
-        result.setColor(role, textColor(result, color));
-    return result;
+    return overlaidPalette(palette, themeColors(palette).hover);
+}
+
+QPalette tintedPalette(const QPalette &palette) {
+    return overlaidPalette(palette, themeColors(palette).tint);
 }
 
 QColor textColor(const QPalette &palette, TextColor color) {
@@ -230,6 +239,7 @@ ThemeColors themeColors(const QPalette &palette) {
     colors.hover = withAlpha(colors.primary, hoverAlpha);
     colors.pill = colors.hover;
     colors.accent = shapeColor(palette, TextColor::accent);
+    colors.tint = withAlpha(colors.accent, tintAlpha);
     colors.accentFill = roleColor(palette, QPalette::Highlight);
     colors.onAccent = roleColor(palette, QPalette::HighlightedText);
     colors.accentText =

@@ -25,6 +25,9 @@ QPalette themePalette(const Appearance &appearance);
 /// The palette of what lies on a highlighted row: its text stays readable on the highlight.
 QPalette highlightedPalette(const QPalette &palette);
 
+/// The same for what lies on a card tinted in the accent colour.
+QPalette tintedPalette(const QPalette &palette);
+
 /// What a text or a symbol is painted in, by meaning.
 enum class TextColor { primary, secondary, tertiary, accent, green, orange, red, yellow, onAccent };
 
@@ -51,8 +54,8 @@ struct ThemeColors {
     QColor accent, accentFill, onAccent, accentText;
     /// Shapes; for text ask textColor().
     QColor green, orange, red, yellow;
-    /// The highlight of a row under the pointer, and the soft pill behind a chosen tab.
-    QColor hover, pill;
+    /// The highlight of a row under the pointer, the soft pill behind a chosen tab, and the tint of a card.
+    QColor hover, pill, tint;
     /// The face and the edge of buttons, pickers and text fields.
     QColor control, controlEdge, field, fieldEdge;
     /// The track of a switch that is off, and the chosen one of several segments.

@@ -64,6 +64,7 @@ private Q_SLOTS:
     void aSpinnerStandsStillWhenMotionIsReduced();
     void rowsNameTheirControlsAndKeepTheirHeight();
     void hiddenRowsLeaveNoTrace();
+    void textOnATintedCardFollowsTheTheme();
     void anAlertCancelsUnlessConfirmed_data();
     void anAlertCancelsUnlessConfirmed();
     void aSheetKeepsTheFocusAndGivesItBack();
@@ -329,6 +330,23 @@ void FormControlsTest::hiddenRowsLeaveNoTrace() {
         section->show();
     }
     QCOMPARE(with.grab().toImage(), without.grab().toImage());
+}
+
+void FormControlsTest::textOnATintedCardFollowsTheTheme() {
+    QWidget window;
+    auto *column = new QVBoxLayout(&window);
+    auto *card = new Card(Card::Kind::tinted);
+    auto *row = new QWidget;
+    card->addRow(row);
+    column->addWidget(card);
+    for (const bool dark : {false, true}) {
+        Appearance appearance;
+        appearance.dark = dark;
+        const QPalette theme = themePalette(appearance);
+        QApplication::setPalette(theme);
+        QTRY_COMPARE(row->palette().color(QPalette::Window),
+                     composed(themeColors(theme).tint, theme.color(QPalette::Window)));
+    }
 }
 
 void FormControlsTest::anAlertCancelsUnlessConfirmed_data() {

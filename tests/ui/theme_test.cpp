@@ -51,7 +51,7 @@ void ThemeTest::textAndShapesStandOut() {
     const double text = highContrast ? 7 : 4.5;
     const double shape = highContrast ? 4.5 : 3;
 
-    for (const QPalette &shown : {palette, highlightedPalette(palette)}) {
+    for (const QPalette &shown : {palette, highlightedPalette(palette), tintedPalette(palette)}) {
         const ThemeColors colors = themeColors(shown);
         QCOMPARE(colors.dark, dark);
         for (const QColor &surface : {colors.window, colors.card}) {
