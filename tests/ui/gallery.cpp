@@ -231,11 +231,6 @@ private:
             peers->addRow(line);
         }
         form->addSection(peers);
-        auto *activity = new FormSection(t_(u"Activity", u"动态"));
-        activity->addRow(
-            new FormRow(new TextLabel(t_(u"Received text from Office Linux", u"从办公室电脑收到文字"),
-                                      TextStyle::body, TextColor::secondary)));
-        form->addSection(activity);
         return window(0, form, {580, 520});
     }
 
@@ -302,12 +297,6 @@ private:
         section->setFooter(t_(u"A short delay keeps the pointer from crossing by accident.",
                               u"短暂的延迟可以避免指针意外越过边缘。"));
         form->addSection(section);
-        auto *tips = new FormSection;
-        tips->addRow(new FormRow(new IconLabel(
-            u"keyboard"_s,
-            t_(u"The escape hotkey brings the pointer back at any time.", u"随时可用热键收回指针。"),
-            TextStyle::callout, TextColor::secondary)));
-        form->addSection(tips);
         return window(2, form, {580, 560});
     }
 
