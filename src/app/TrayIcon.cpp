@@ -32,7 +32,8 @@ void TrayIcon::show() {
     icon_->setToolTip(qtTrId("common.app_name"));
     icon_->setContextMenu(menu_.get());
     connect(icon_, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger)
+        // An X11 tray reports the second of two quick clicks as a double click, and only so.
+        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
             Q_EMIT clicked();
     });
     icon_->show();
