@@ -74,9 +74,24 @@ void PanelWindow::dropDown(const QRect &icon) {
 void PanelWindow::toggle(const QRect &icon) {
     const bool closedByThisClick = sinceFocusWasLost_.isValid() && sinceFocusWasLost_.elapsed() < sameClick;
     if (isVisible())
-        hide();
+        dismiss();
     else if (!closedByThisClick)
         dropDown(icon);
+}
+
+void PanelWindow::dismiss() {
+    // The loss of focus that follows, at once or after the next opening, is not the user's doing.
+    hasFocus_ = false;
+    hide();
+    // On X11 a window that comes back at once may get the focus before the toolkit has seen it go, and is
+    // then taken for inactive. A new window has no such past, and a hidden one holds no memory.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (!isVisible())
+                destroy();
+        },
+        Qt::QueuedConnection);
 }
 
 void PanelWindow::showAsWindow() {
@@ -111,9 +126,11 @@ void PanelWindow::roundCorners() {
 }
 
 bool PanelWindow::event(QEvent *event) {
-    if (event->type() == QEvent::WindowDeactivate && isVisible() && !isOrdinaryWindow()) {
+    if (event->type() == QEvent::WindowActivate) {
+        hasFocus_ = true;
+    } else if (event->type() == QEvent::WindowDeactivate && hasFocus_ && !isOrdinaryWindow()) {
         sinceFocusWasLost_.start();
-        hide();
+        dismiss();
     }
     return QWidget::event(event);
 }
@@ -126,7 +143,7 @@ bool PanelWindow::eventFilter(QObject *watched, QEvent *event) {
 
 void PanelWindow::keyPressEvent(QKeyEvent *event) {
     if (event->matches(QKeySequence::Cancel))
-        hide();
+        dismiss();
     else
         QWidget::keyPressEvent(event);
 }

@@ -37,6 +37,7 @@ protected:
 
 private:
     bool isOrdinaryWindow() const { return !anchor_; }
+    void dismiss();
     void fit();
     void roundCorners();
 
@@ -44,6 +45,7 @@ private:
     QScrollArea *scroller_;
     std::optional<PanelAnchor> anchor_; ///< absent for an ordinary window
     QRect available_;
+    bool hasFocus_ = false;
     QElapsedTimer sinceFocusWasLost_;
 };
 

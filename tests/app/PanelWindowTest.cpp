@@ -6,6 +6,16 @@
 
 using namespace quorbit;
 
+namespace {
+
+/// What the window system tells.
+void tell(QWidget &widget, QEvent::Type type) {
+    QEvent event(type);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+} // namespace
+
 class PanelWindowTest : public QObject {
     Q_OBJECT
 
@@ -64,8 +74,8 @@ private Q_SLOTS:
         PanelWindow panel(new QWidget);
         panel.toggle(QRect(100, 0, 20, 20));
         QVERIFY(panel.isVisible());
-        QEvent focusLost(QEvent::WindowDeactivate);
-        QCoreApplication::sendEvent(&panel, &focusLost);
+        tell(panel, QEvent::WindowActivate);
+        tell(panel, QEvent::WindowDeactivate);
         QVERIFY(!panel.isVisible());
         panel.toggle(QRect(100, 0, 20, 20));
         QVERIFY(!panel.isVisible());
@@ -76,11 +86,16 @@ private Q_SLOTS:
         QVERIFY(!panel.isVisible());
     }
 
-    void escapeHidesIt() {
+    void escapeHidesItUntilTheNextClick() {
         PanelWindow panel(new QWidget);
-        panel.dropDown(QRect(100, 0, 20, 20));
+        panel.toggle(QRect(100, 0, 20, 20));
+        tell(panel, QEvent::WindowActivate);
         QTest::keyClick(&panel, Qt::Key_Escape);
         QVERIFY(!panel.isVisible());
+        panel.toggle(QRect(100, 0, 20, 20));
+        // The window system tells of the first hiding only now.
+        tell(panel, QEvent::WindowDeactivate);
+        QVERIFY(panel.isVisible());
     }
 
     void withoutATrayItIsAWindowThatStays() {
@@ -88,8 +103,8 @@ private Q_SLOTS:
         content->setFixedSize(320, 200);
         PanelWindow panel(content);
         panel.showAsWindow();
-        QEvent focusLost(QEvent::WindowDeactivate);
-        QCoreApplication::sendEvent(&panel, &focusLost);
+        tell(panel, QEvent::WindowActivate);
+        tell(panel, QEvent::WindowDeactivate);
         QVERIFY(panel.isVisible());
         QVERIFY(panel.windowType() == Qt::Window && !(panel.windowFlags() & Qt::FramelessWindowHint));
         content->setFixedSize(320, 250);
