@@ -155,6 +155,9 @@ void PanelWindow::paintEvent(QPaintEvent *) {
         painter.fillRect(rect(), colors.window);
         return;
     }
+    // A masked window shows what is behind its corners' half-covered pixels: nothing, which is black.
+    if (!mask().isEmpty())
+        painter.fillRect(rect(), colors.window);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(colors.window);
     painter.setPen(colors.cardEdge);
