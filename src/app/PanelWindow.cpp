@@ -59,6 +59,7 @@ void PanelWindow::dropDown(const QRect &icon) {
         screen = QGuiApplication::primaryScreen();
     available_ = screen->availableGeometry();
     anchor_ = panelAnchor(beside, available_);
+    hasFocus_ = hasFocus_ && isVisible();
     if (windowFlags() != dropDownFlags)
         setWindowFlags(dropDownFlags);
     setMinimumSize(0, 0);
@@ -142,7 +143,7 @@ bool PanelWindow::eventFilter(QObject *watched, QEvent *event) {
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent *event) {
-    if (event->matches(QKeySequence::Cancel))
+    if (event->matches(QKeySequence::Cancel) && !isOrdinaryWindow())
         dismiss();
     else
         QWidget::keyPressEvent(event);

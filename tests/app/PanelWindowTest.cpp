@@ -106,6 +106,8 @@ private Q_SLOTS:
         tell(panel, QEvent::WindowActivate);
         tell(panel, QEvent::WindowDeactivate);
         QVERIFY(panel.isVisible());
+        QTest::keyClick(&panel, Qt::Key_Escape);
+        QVERIFY(panel.isVisible());
         QVERIFY(panel.windowType() == Qt::Window && !(panel.windowFlags() & Qt::FramelessWindowHint));
         content->setFixedSize(320, 250);
         QCOMPARE(panel.size(), QSize(320, 250));
