@@ -1,5 +1,6 @@
 #include "menubar/MenuBarModel.h"
 
+#include "daemon/HistoryKind.h"
 #include "ui/DisplayLine.h"
 
 #include <QCoreApplication>
@@ -101,16 +102,6 @@ std::vector<InfoRow> infoRows(const ServiceState &service) {
     return rows;
 }
 
-QString kindSymbol(const std::optional<QString> &type) {
-    if (type == u"text"_s)
-        return u"text.alignleft"_s;
-    if (type == u"image"_s)
-        return u"photo"_s;
-    if (type == u"files"_s)
-        return u"doc.on.doc"_s;
-    return u"doc"_s;
-}
-
 } // namespace
 
 MenuBarModel menuBarModel(const ServiceState &service, const UpdateState &update) {
@@ -124,7 +115,7 @@ MenuBarModel menuBarModel(const ServiceState &service, const UpdateState &update
     const std::size_t shown = std::min(service.history.size(), shownHistoryEntries);
     model.history.reserve(shown);
     for (const HistoryEntry &entry : std::span(service.history).first(shown))
-        model.history.push_back({entry.id, kindSymbol(entry.type),
+        model.history.push_back({entry.id, historyKindSymbol(entry.type),
                                  displayLine(entry.preview.value_or(QString())),
                                  displayLine(entry.source.value_or(QString()))});
     return model;

@@ -1,5 +1,6 @@
 #include "settings/SyncModel.h"
 
+#include "daemon/HistoryKind.h"
 #include "settings/TextRules.h"
 
 #include <algorithm>
@@ -17,16 +18,6 @@ constexpr std::size_t fewestSearchable = 6;
 /// it is in file names of some systems.
 QString folded(const QString &text) {
     return text.toLower().normalized(QString::NormalizationForm_C);
-}
-
-QString kindSymbol(const std::optional<QString> &type) {
-    if (type == u"text"_s)
-        return u"text.alignleft"_s;
-    if (type == u"image"_s)
-        return u"photo"_s;
-    if (type == u"files"_s)
-        return u"doc.on.doc"_s;
-    return u"doc"_s;
 }
 
 } // namespace
@@ -77,7 +68,7 @@ std::optional<SyncModel> syncModel(const ServiceState &service, const QString &s
     SyncModel::History history{.hasSearchField = service.history.size() >= fewestSearchable, .rows = {}};
     for (const std::size_t index : filter.matches(service.history, search)) {
         const HistoryEntry &entry = service.history[index];
-        history.rows.push_back({entry.id, kindSymbol(entry.type), entry.preview.value_or(QString()),
+        history.rows.push_back({entry.id, historyKindSymbol(entry.type), entry.preview.value_or(QString()),
                                 entry.source.value_or(QString())});
     }
     model.history = std::move(history);
