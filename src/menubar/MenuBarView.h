@@ -1,7 +1,7 @@
 #pragma once
 
 #include "menubar/MenuBarModel.h"
-#include "menubar/RowList.h"
+#include "ui/RowList.h"
 
 #include <QWidget>
 

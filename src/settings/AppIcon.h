@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ui/Accessibility.h"
+
+#include <QPixmap>
+#include <QWidget>
+
+namespace quorbit {
+
+/// The application's icon, 112 pixels square and sharp on every screen. The application's name beside it says
+/// the same, so that screen readers skip it.
+class AppIcon final : public QWidget, public AccessibleControl {
+    Q_OBJECT
+
+public:
+    explicit AppIcon(QWidget *parent = nullptr);
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Graphic; }
+    void addAccessibleState(QAccessible::State &state) const override { state.invisible = true; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QPixmap drawn_; ///< for the scale that it was last painted at
+};
+
+} // namespace quorbit

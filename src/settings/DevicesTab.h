@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "settings/DevicesModel.h"
+#include "ui/RowList.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class QVBoxLayout;
+
+namespace quorbit {
+
+class Alert;
+class Button;
+class Daemon;
+class DeviceRow;
+class Sheet;
+
+/// The tab of the paired computers: it lists and removes them and opens the sheet that pairs another.
+class DevicesTab final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// All three must outlive the tab.
+    DevicesTab(Daemon &daemon, const TimeFormats &formats, Clock &clock, QWidget *parent = nullptr);
+    ~DevicesTab() override;
+
+    /// Shows `model`; costs one comparison when that is what is shown already.
+    void render(const DevicesModel &model);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    QWidget *makeEmptyPage();
+    QWidget *makeListPage();
+    Button *makeAddButton();
+    DeviceRow *makeRow(const DevicesModel::Row &model);
+    void renderRows(const std::vector<DevicesModel::Row> &rows);
+    void renderAlert(const std::optional<DevicesModel::Confirmation> &confirmation);
+
+    void refresh();
+    void keepTimesCurrent(qint64 now);
+    void askToUnpair(const QString &deviceId);
+    void openPairSheet();
+
+    Daemon &daemon_;
+    const TimeFormats &formats_;
+    Clock &clock_;
+    std::optional<Device> pendingUnpair_;
+    std::unique_ptr<Clock::Alarm> timesExpire_;
+
+    DevicesModel shown_;
+    QVBoxLayout *rowsLayout_;
+    RowList<DeviceRow> rows_;
+    QWidget *emptyPage_;
+    QWidget *listPage_;
+    Button *add_ = nullptr; ///< the one under the list
+    // Both cover the whole window and are its children.
+    QPointer<Alert> alert_;
+    QPointer<Sheet> sheet_;
+};
+
+} // namespace quorbit
