@@ -96,18 +96,17 @@ QWidget *AboutTab::makeHero() {
 
 FormSection *AboutTab::makeUpdateSection() {
     checkStatus_ = new IconLabel(u"checkmark.circle.fill"_s, {}, TextStyle::body, TextColor::primary);
+    checkStatus_->text().setOverflow(TextLabel::Overflow::wrap);
     check_ = new Button(qtTrId("update.button.check"));
     lastChecked_ = new TextLabel(TextStyle::caption, TextColor::tertiary);
     updateRow_ = new QWidget;
-    updateRow_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    updateRow_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     QVBoxLayout *column = columnLayout(updateRow_, updateRowGap);
     auto *line = new QHBoxLayout;
     line->addWidget(checkStatus_, 1);
     line->addWidget(check_);
-    column->addStretch();
     column->addLayout(line);
     column->addWidget(lastChecked_);
-    column->addStretch();
     auto *section = new FormSection(qtTrId("about.section.updates"));
     section->addRow(new FormRow(updateRow_));
     return section;
@@ -151,8 +150,8 @@ QWidget *AboutTab::makeLanguageFooter() {
 
 // Rows keep their height whatever they show, so that nothing jumps when a check ends or a language is chosen.
 void AboutTab::keepHeights() {
-    updateRow_->setFixedHeight(check_->sizeHint().height() + updateRowGap +
-                               lastChecked_->sizeHint().height());
+    updateRow_->setMinimumHeight(check_->sizeHint().height() + updateRowGap +
+                                 lastChecked_->sizeHint().height());
     languageFooter_->setMinimumHeight(restart_->sizeHint().height());
 }
 

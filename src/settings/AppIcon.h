@@ -2,8 +2,9 @@
 
 #include "ui/Accessibility.h"
 
-#include <QPixmap>
 #include <QWidget>
+
+class QSvgRenderer;
 
 namespace quorbit {
 
@@ -22,7 +23,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QPixmap drawn_; ///< for the scale that it was last painted at
+    QSvgRenderer *drawing_;
 };
 
 } // namespace quorbit

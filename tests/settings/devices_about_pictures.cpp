@@ -117,7 +117,8 @@ private:
         layout->addWidget(tab);
         window.show();
         set(*tab);
-        QCoreApplication::processEvents();
+        for (int round = 0; round < 10; ++round)
+            QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents();
         for (const int scale : {1, 2}) {
             QImage image(size_ * scale, QImage::Format_RGB32);
