@@ -24,7 +24,9 @@ namespace {
 constexpr int dotGap = 6;
 
 SelectableText *identifier(TextStyle style) {
-    return new SelectableText(style, TextColor::secondary, true);
+    auto *text = new SelectableText(style, TextColor::secondary, true);
+    text->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter); // it is at times wider than what it holds
+    return text;
 }
 
 } // namespace

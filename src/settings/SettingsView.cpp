@@ -6,6 +6,7 @@
 #include "ui/TabBar.h"
 #include "update/UpdateChecker.h"
 
+#include <QCoreApplication>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -13,6 +14,22 @@
 using namespace Qt::StringLiterals;
 
 namespace quorbit {
+
+namespace {
+
+/// Lays out a widget and all that is inside it, from the inside out: an outer layout knows what the inner
+/// ones need only after they were made.
+void layOut(QWidget &widget) {
+    for (QObject *child : widget.children())
+        if (child->isWidgetType())
+            layOut(static_cast<QWidget &>(*child));
+    if (QLayout *layout = widget.layout()) {
+        layout->invalidate();
+        layout->activate();
+    }
+}
+
+} // namespace
 
 template <class View, class... Arguments>
 std::function<SettingsView::Page()> SettingsView::page(Arguments &...arguments) {
@@ -70,6 +87,11 @@ void SettingsView::showTab(int index) {
     bar_->setCurrent(index);
     tab.page.refresh(); // so that its first frame is right
     pages_->setCurrentWidget(tab.page.widget);
+    if (isVisible()) {
+        // Before anything is painted, or the page would be seen to fall into place.
+        layOut(*tab.page.widget);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    }
 }
 
 void SettingsView::refreshSoon() {
