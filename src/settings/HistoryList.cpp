@@ -152,17 +152,18 @@ void HistoryList::paintRow(QPainter &painter, int row) const {
     const Places place = places(row);
     paintSymbol(painter, place.symbol, entry.symbol, shapeColor(colors, TextColor::secondary));
     const auto paintText = [&](const QRect &rect, const QString &text, TextStyle style, TextColor color,
-                               Qt::TextElideMode mode) {
+                               Qt::TextElideMode mode, Qt::AlignmentFlag side) {
         painter.setFont(textFont(style, font()));
         painter.setPen(textColor(colors, color));
-        const auto alignment =
-            QStyle::visualAlignment(layoutDirection(), Qt::AlignLeading | Qt::AlignVCenter);
+        const auto alignment = QStyle::visualAlignment(layoutDirection(), side | Qt::AlignVCenter);
         painter.drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine,
                          painter.fontMetrics().elidedText(displayLine(text), mode, rect.width()));
     };
-    paintText(place.preview, entry.preview, TextStyle::body, TextColor::primary, Qt::ElideMiddle);
+    paintText(place.preview, entry.preview, TextStyle::body, TextColor::primary, Qt::ElideMiddle,
+              Qt::AlignLeading);
     if (!entry.source.isEmpty())
-        paintText(place.source, entry.source, TextStyle::caption, TextColor::tertiary, Qt::ElideRight);
+        paintText(place.source, entry.source, TextStyle::caption, TextColor::tertiary, Qt::ElideRight,
+                  Qt::AlignTrailing);
 
     if (row == current_ && byKeyboard_ && hasFocus()) {
         painter.setPen(QPen(themeColors(palette()).accent, 2));

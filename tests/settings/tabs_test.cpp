@@ -155,6 +155,7 @@ private Q_SLOTS:
     void syncControlsSaveOneMemberEach();
     void historyIsFilteredAppliedAndCleared();
     void longHistoryIsOneWidgetAndFast();
+    void highlightStaysUnderThePointer();
     void keyboardWorksTheHistory();
     void movedRowIsNotApplied();
     void screenReadersSeeTheHistory();
@@ -362,6 +363,30 @@ void TabsTest::longHistoryIsOneWidgetAndFast() {
     QCOMPARE(list->rows().size(), std::size_t{manyEntries / 100});
     clickRow(list, 2);
     QTRY_COMPARE(many.sent("POST /api/history/apply/300").size(), 1);
+}
+
+void TabsTest::highlightStaysUnderThePointer() {
+    Window window(manyState(), syncTab);
+    auto *list = window.only<HistoryList>();
+    QScrollBar *bar = window.only<SyncTab>()->findChild<Form *>()->verticalScrollBar();
+    bar->setValue(5000);
+    const int shift = list->rowRect(1).top();
+    const int row = list->rowAt(list->visibleRegion().boundingRect().center());
+    QTest::mouseMove(list, list->rowRect(row).center());
+    const auto isLit = [&](int which) {
+        const QPoint place = list->rowRect(which).topLeft() + QPoint(4, 8);
+        const QImage image = window.view.grab().toImage();
+        const QPoint other = list->rowRect(which).translated(0, -2 * shift).topLeft() + QPoint(4, 8);
+        return image.pixelColor(list->mapTo(&window.view, place)) !=
+               image.pixelColor(list->mapTo(&window.view, other));
+    };
+    QVERIFY(isLit(row));
+    window.pollAgain();
+    QCOMPARE(bar->value(), 5000);
+    QVERIFY(isLit(row));
+    bar->setValue(5000 + shift);
+    QVERIFY(isLit(row + 1));
+    QVERIFY(!isLit(row));
 }
 
 void TabsTest::keyboardWorksTheHistory() {
