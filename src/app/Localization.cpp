@@ -73,6 +73,10 @@ const char *labelKey(AppLanguage language) {
     return choice(language).labelKey;
 }
 
+QString storedLanguage(const UserDefaults &defaults) {
+    return defaults.string(languageKey);
+}
+
 void LanguageOverride::apply(AppLanguage language, UserDefaults &defaults) {
     const QString stored = rawValue(language);
     defaults.set(languageKey, stored);

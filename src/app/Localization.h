@@ -26,6 +26,9 @@ std::optional<AppLanguage> appLanguage(const QString &rawValue);
 /// The key of the text that names a choice.
 const char *labelKey(AppLanguage language);
 
+/// The choice as it is stored, which may be any text.
+QString storedLanguage(const UserDefaults &defaults);
+
 namespace LanguageOverride {
 
 /// Stores the choice, to take effect at the next start.

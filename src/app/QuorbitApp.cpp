@@ -9,6 +9,7 @@
 #include "app/TrayIcon.h"
 #include "menubar/MenuBarView.h"
 #include "platform/linux/X11.h"
+#include "settings/SettingsView.h"
 #include "ui/ControlStyle.h"
 #include "ui/Theme.h"
 
@@ -150,10 +151,26 @@ void QuorbitApp::showPanel(const StartRequest &request) {
         x11::activate(*panel_->windowHandle(), *timestamp);
 }
 
+SettingsServices QuorbitApp::settingsServices() {
+    AboutServices about;
+    for (const AppLanguage language : appLanguages)
+        about.languages.push_back({rawValue(language), qtTrId(labelKey(language))});
+    about.storedLanguage = [this] { return storedLanguage(defaults_); };
+    about.chooseLanguage = [this](const QString &value) {
+        LanguageOverride::apply(appLanguage(value).value_or(AppLanguage::system), defaults_);
+    };
+    about.restart = [this] { relaunchQuorbitApp(platform_); };
+    about.openAddress = [this](const QUrl &address) { platform_.open(address); };
+    return {delegate_->daemon(), delegate_->updater(), clock_,
+            *formats_,           std::move(about),     platform_.bundleVersion()};
+}
+
 void QuorbitApp::openSettings() {
     finishLaunching();
+    if (!formats_)
+        formats_.emplace(QLocale());
     if (!settings_)
-        settings_ = std::make_unique<SettingsWindow>([] { return new QWidget; });
+        settings_ = std::make_unique<SettingsWindow>([this] { return new SettingsView(settingsServices()); });
     settings_->open();
 }
 

@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
 #include "platform/linux/DesktopAppearance.h"
+#include "settings/TimeFormats.h"
 
 #include <QObject>
 #include <QTimer>
@@ -18,6 +19,7 @@ namespace quorbit {
 class ControlStyle;
 class PanelWindow;
 class SettingsWindow;
+struct SettingsServices;
 class TerminationHook;
 class TrayIcon;
 
@@ -47,6 +49,7 @@ private:
     void openPanel();
     PanelWindow &panel();
     void openSettings();
+    SettingsServices settingsServices();
 
     Platform &platform_;
     UserDefaults &defaults_;
@@ -60,6 +63,7 @@ private:
     ControlStyle *style_ = nullptr;
     QTimer rendering_;
     std::unique_ptr<PanelWindow> panel_;
+    std::optional<TimeFormats> formats_; ///< outlives the window
     std::unique_ptr<SettingsWindow> settings_;
 };
 

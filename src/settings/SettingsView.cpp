@@ -1,6 +1,7 @@
 #include "settings/SettingsView.h"
 
 #include "daemon/Daemon.h"
+#include "settings/DevicesTab.h"
 #include "settings/OverviewTab.h"
 #include "settings/SyncTab.h"
 #include "ui/TabBar.h"
@@ -10,6 +11,8 @@
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -31,18 +34,32 @@ void layOut(QWidget &widget) {
 
 } // namespace
 
-template <class View, class... Arguments>
-std::function<SettingsView::Page()> SettingsView::page(Arguments &...arguments) {
-    return [&arguments...] {
-        auto *view = new View(arguments...);
-        return Page{view, [view] { view->refresh(); }};
+std::vector<SettingsView::Tab> SettingsView::tabs() const {
+    const auto overview = [this] {
+        auto *tab = new OverviewTab(services_.daemon);
+        return Page{tab, [tab] { tab->refresh(); }};
     };
+    const auto sync = [this] {
+        auto *tab = new SyncTab(services_.daemon);
+        return Page{tab, [tab] { tab->refresh(); }};
+    };
+    const auto devices = [this] {
+        return Page{new DevicesTab(services_.daemon, services_.formats, services_.clock), {}};
+    };
+    const auto about = [this] {
+        return Page{
+            new AboutTab(services_.updater, services_.formats, services_.about, services_.bundleVersion), {}};
+    };
+    return {{qtTrId("tab.overview"), u"info.circle"_s, overview},
+            {qtTrId("tab.sync"), u"arrow.triangle.2.circlepath"_s, sync},
+            {qtTrId("tab.devices"), u"laptopcomputer.and.iphone"_s, devices},
+            {qtTrId("tab.about"), u"questionmark.circle"_s, about}};
 }
 
-SettingsView::SettingsView(Daemon &daemon, UpdateChecker &updater, QWidget *parent)
+SettingsView::SettingsView(SettingsServices services, QWidget *parent)
     : QWidget(parent)
-    , tabs_{{qtTrId("tab.overview"), u"info.circle"_s, page<OverviewTab>(daemon)},
-            {qtTrId("tab.sync"), u"arrow.triangle.2.circlepath"_s, page<SyncTab>(daemon)}}
+    , services_(std::move(services))
+    , tabs_(tabs())
     , bar_(new TabBar)
     , pages_(new QStackedWidget) {
     auto *stack = new QVBoxLayout(this);
@@ -67,12 +84,12 @@ SettingsView::SettingsView(Daemon &daemon, UpdateChecker &updater, QWidget *pare
 
     refreshing_.setSingleShot(true);
     connect(&refreshing_, &QTimer::timeout, this, &SettingsView::refresh);
-    connect(&daemon, &Daemon::connectionStateChanged, this, &SettingsView::refreshSoon);
-    connect(&daemon, &Daemon::statusChanged, this, &SettingsView::refreshSoon);
-    connect(&daemon, &Daemon::settingsChanged, this, &SettingsView::refreshSoon);
-    connect(&daemon, &Daemon::devicesChanged, this, &SettingsView::refreshSoon);
-    connect(&daemon, &Daemon::historyChanged, this, &SettingsView::refreshSoon);
-    connect(&updater, &UpdateChecker::changed, this, &SettingsView::refreshSoon);
+    connect(&services_.daemon, &Daemon::connectionStateChanged, this, &SettingsView::refreshSoon);
+    connect(&services_.daemon, &Daemon::statusChanged, this, &SettingsView::refreshSoon);
+    connect(&services_.daemon, &Daemon::settingsChanged, this, &SettingsView::refreshSoon);
+    connect(&services_.daemon, &Daemon::devicesChanged, this, &SettingsView::refreshSoon);
+    connect(&services_.daemon, &Daemon::historyChanged, this, &SettingsView::refreshSoon);
+    connect(&services_.updater, &UpdateChecker::changed, this, &SettingsView::refreshSoon);
     showTab(0);
 }
 
@@ -85,7 +102,7 @@ void SettingsView::showTab(int index) {
         pages_->addWidget(tab.page.widget);
     }
     bar_->setCurrent(index);
-    tab.page.refresh(); // so that its first frame is right
+    refresh(); // so that its first frame is right
     pages_->setCurrentWidget(tab.page.widget);
     if (isVisible()) {
         // Before anything is painted, or the page would be seen to fall into place.
@@ -100,7 +117,9 @@ void SettingsView::refreshSoon() {
 }
 
 void SettingsView::refresh() {
-    tabs_[static_cast<std::size_t>(bar_->current())].page.refresh();
+    const Page &page = tabs_[static_cast<std::size_t>(bar_->current())].page;
+    if (page.refresh)
+        page.refresh();
 }
 
 void SettingsView::showEvent(QShowEvent *event) {

@@ -1,18 +1,33 @@
 #pragma once
 
+#include "settings/AboutTab.h"
+
 #include <QTimer>
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QStackedWidget;
 
 namespace quorbit {
 
+class Clock;
 class Daemon;
 class TabBar;
+class TimeFormats;
 class UpdateChecker;
+
+/// What the tabs show and drive; all of it outlives them.
+struct SettingsServices {
+    Daemon &daemon;
+    UpdateChecker &updater;
+    Clock &clock;
+    const TimeFormats &formats;
+    AboutServices about;
+    std::optional<QString> bundleVersion;
+};
 
 /// The content of the settings window: its tabs, of which it starts on the first. While it can be seen, the
 /// tab that is shown follows what the service and the update checker publish.
@@ -20,7 +35,7 @@ class SettingsView final : public QWidget {
     Q_OBJECT
 
 public:
-    SettingsView(Daemon &daemon, UpdateChecker &updater, QWidget *parent = nullptr);
+    explicit SettingsView(SettingsServices services, QWidget *parent = nullptr);
 
     void showTab(int index);
 
@@ -29,8 +44,8 @@ protected:
 
 private:
     struct Page {
-        QWidget *widget = nullptr; ///< none until the tab is first shown
-        std::function<void()> refresh;
+        QWidget *widget = nullptr;     ///< none until the tab is first shown
+        std::function<void()> refresh; ///< none for a tab that follows the state by itself
     };
     struct Tab {
         QString title;
@@ -39,12 +54,11 @@ private:
         Page page = {};
     };
 
-    /// Makes a `View` of `arguments`, which outlive this one.
-    template <class View, class... Arguments>
-    static std::function<Page()> page(Arguments &...arguments);
+    std::vector<Tab> tabs() const;
     void refreshSoon();
     void refresh();
 
+    const SettingsServices services_;
     std::vector<Tab> tabs_;
     TabBar *bar_;
     QStackedWidget *pages_;

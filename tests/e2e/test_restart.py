@@ -7,7 +7,7 @@ import time
 import unittest
 from pathlib import Path
 
-from desktop import (BIN, HOME, Application, Sim, announce_accessibility_change, processes, stays, wait_for)
+from desktop import BIN, HOME, Application, Sim, announce_accessibility_change, processes, stays, wait_for
 
 ALLOWED = 300  # seconds after boot in which the application heals itself
 

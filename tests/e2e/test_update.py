@@ -16,7 +16,7 @@ import threading
 import unittest
 from pathlib import Path
 
-from desktop import (HOME, Application, Sim, XembedTray, node, press, tray_icons, wait_for)
+from desktop import HOME, Application, Sim, XembedTray, node, press, tray_icons, wait_for
 
 HOST = "updates.quorbit.example"
 PACKAGE = os.urandom(1) * 3_000_000
@@ -84,6 +84,7 @@ class Update(unittest.TestCase):
             self.assertEqual(package.read_bytes(), PACKAGE)
             self.assertEqual([path.name for path in package.parent.iterdir()], [package.name])
         server.shutdown()
+        server.server_close()
 
 
 if __name__ == "__main__":

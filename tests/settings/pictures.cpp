@@ -5,6 +5,7 @@
 #include "menubar/TestWorld.h"
 #include "settings/HistoryList.h"
 #include "settings/SettingsView.h"
+#include "settings/TimeFormats.h"
 #include "settings/TabStates.h"
 #include "ui/ControlStyle.h"
 #include "ui/TabBar.h"
@@ -49,7 +50,8 @@ void hoverSecondRow(SettingsView &view) {
 void draw(Fixture &world, const QSize &size, const QDir &folder, const QString &name) {
     UpdateChecker updater(world.platform, world.clock, QUrl(u"https://updates.invalid/version.json"_s),
                           {u"en"_s});
-    SettingsView view(*world.daemon, updater);
+    const TimeFormats formats{QLocale()};
+    SettingsView view({*world.daemon, updater, world.clock, formats, {}, {}});
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.resize(size);
     view.show();

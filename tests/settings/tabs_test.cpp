@@ -3,6 +3,7 @@
 #include "settings/HistoryList.h"
 #include "settings/OverviewTab.h"
 #include "settings/SettingsView.h"
+#include "settings/TimeFormats.h"
 #include "settings/SyncTab.h"
 #include "settings/TabStates.h"
 #include "ui/Button.h"
@@ -92,7 +93,8 @@ struct Window {
     Fixture world;
     UpdateChecker updater{
         world.platform, world.clock, QUrl(u"https://updates.invalid/version.json"_s), {u"en"_s}};
-    SettingsView view{*world.daemon, updater};
+    TimeFormats formats{QLocale()};
+    SettingsView view{{*world.daemon, updater, world.clock, formats, {}, {}}};
 };
 
 // The widgets that were painted while it lived.
