@@ -1,5 +1,7 @@
 #include "app/SettingsWindow.h"
 
+#include "settings/AppIcon.h"
+
 #include <QCloseEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -22,6 +24,7 @@ SettingsWindow::SettingsWindow(std::function<QWidget *()> makeContent)
     : makeContent_(std::move(makeContent)) {
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(title());
+    setWindowIcon(applicationIcon());
     setMinimumSize(leastSize);
     resize(idealSize);
     auto *layout = new QVBoxLayout(this);

@@ -8,13 +8,31 @@ using namespace Qt::StringLiterals;
 namespace quorbit {
 
 namespace {
+
 constexpr int side = 112;
+
+QString drawingPath() {
+    return u":/quorbit/icons/quorbit.svg"_s;
+}
+
 } // namespace
 
+QIcon applicationIcon() {
+    QSvgRenderer drawing(drawingPath());
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        drawing.render(&painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
 AppIcon::AppIcon(QWidget *parent)
-    : QWidget(parent)
-    , AccessibleControl(this)
-    , drawing_(new QSvgRenderer(u":/quorbit/icons/quorbit.svg"_s, this)) {
+    : QWidget(parent), AccessibleControl(this), drawing_(new QSvgRenderer(drawingPath(), this)) {
     setFixedSize(side, side);
 }
 

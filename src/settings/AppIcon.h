@@ -2,11 +2,15 @@
 
 #include "ui/Accessibility.h"
 
+#include <QIcon>
 #include <QWidget>
 
 class QSvgRenderer;
 
 namespace quorbit {
+
+/// The application's icon in every size that window managers ask for.
+QIcon applicationIcon();
 
 /// The application's icon, 112 pixels square and sharp on every screen. The application's name beside it says
 /// the same, so that screen readers skip it.

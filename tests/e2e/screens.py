@@ -3,36 +3,53 @@
 import shutil
 import subprocess
 import sys
+import time
 from pathlib import Path
 
-from desktop import Application, Portal, Sim, XembedTray, geometry, picture, pointer, tray_icons, wait_for, windows
+from desktop import (Application, Portal, Sim, XembedTray, application_node, geometry, nodes, picture, pointer, press,
+                     tray_icons, wait_for, windows)
 
-STATES = ["full", "paused", "waiting", "empty", "transfer"]
-LANGUAGES = {"english": "en_US.UTF-8", "chinese": "zh_CN.UTF-8"}
+PANELS = ["full", "paused", "waiting", "empty"]
+LANGUAGES = {"english": "en_GB.UTF-8", "chinese": "zh_CN.UTF-8"}
+SETTLED = 0.6  # seconds for fonts, animations and the first poll
+
+
+def take_panel(file, application):
+    x, y, width, height = geometry(wait_for("the icon", tray_icons)[0])
+    pointer(x + width // 2, y + height // 2)
+    wait_for("the panel", lambda: [w for w in windows("^Quorbit$", application.pid) if geometry(w)[3] > 100])
+    time.sleep(SETTLED)
+    picture(file)
+
+
+def take_settings(folder, name, application):
+    buttons = wait_for("the panel's rows", lambda: nodes(application_node(application.pid), "push button"))
+    press(buttons[-2])
+    tabs = wait_for("the tabs", lambda: nodes(application_node(application.pid), "page tab"))
+    for number, tab in enumerate(tabs, 1):
+        press(tab)
+        time.sleep(SETTLED)
+        picture(folder / f"settings-{number}-{name}.png")
 
 
 def take(folder, scenario, language, dark):
-    name = f"panel-{scenario}-{language}-{'dark' if dark else 'light'}.png"
-    with Portal(dark), XembedTray(), Sim(scenario):
-        with Application(env={"LANG": LANGUAGES[language], "LANGUAGE": ""}) as application:
-            icon = wait_for("the icon", lambda: tray_icons())[0]
-            x, y, width, height = geometry(icon)
-            pointer(x + width // 2, y + height // 2)
-            panel = wait_for("the panel", lambda: [w for w in windows(pid=application.pid) if w != icon])[0]
-            wait_for("the panel's contents", lambda: geometry(panel)[3] > 100)
-            subprocess.run(["sleep", "0.5"], check=True)
-            picture(folder / name)
-    print(folder / name)
+    name = f"{language}-{'dark' if dark else 'light'}"
+    environment = {"LANG": LANGUAGES[language], "LANGUAGE": ""}
+    with Portal(dark), XembedTray(), Sim(scenario), Application(env=environment) as application:
+        take_panel(folder / f"panel-{scenario}-{name}.png", application)
+        if scenario == "full":
+            take_settings(folder, name, application)
 
 
 def main():
     folder = Path(sys.argv[1])
     shutil.rmtree(folder, ignore_errors=True)
-    subprocess.run(["xsetroot", "-solid", "#8b95a6"], check=False)
+    subprocess.run(["xsetroot", "-solid", "#8b95a6"], check=True)
     for language in LANGUAGES:
         for dark in (False, True):
-            for scenario in STATES:
+            for scenario in PANELS:
                 take(folder, scenario, language, dark)
+    print("\n".join(str(file) for file in sorted(folder.iterdir())))
 
 
 if __name__ == "__main__":
