@@ -81,7 +81,7 @@ consteval std::size_t memberCount() {
 
 /// The field list of a record; does not compile while a member is missing from it.
 template <class Record>
-consteval auto fieldsOf() {
+constexpr auto fieldsOf() {
     static_assert(std::is_aggregate_v<Record>);
     static_assert(detail::memberCount<Record>() == std::tuple_size_v<decltype(Record::fields())>,
                   "fields() must name every member of the record");
