@@ -7,6 +7,13 @@ target_compile_definitions(quorbit_options INTERFACE
 if(QUORBIT_WERROR)
     target_compile_options(quorbit_options INTERFACE -Werror)
 endif()
+# What is shipped is hardened as Debian's own programs are.
+set(shipped $<CONFIG:Release>)
+target_compile_options(quorbit_options INTERFACE
+    $<${shipped}:-U_FORTIFY_SOURCE> $<${shipped}:-D_FORTIFY_SOURCE=2> $<${shipped}:-fstack-protector-strong>
+    $<${shipped}:-Wformat> $<${shipped}:-Wformat-security>)
+target_link_options(quorbit_options INTERFACE
+    $<${shipped}:-Wl,-z,relro> $<${shipped}:-Wl,-z,now> $<${shipped}:-Wl,--as-needed>)
 if(QUORBIT_SANITIZE)
     target_compile_options(quorbit_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                            -fno-omit-frame-pointer)

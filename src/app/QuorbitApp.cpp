@@ -149,6 +149,7 @@ void QuorbitApp::showPanel(const StartRequest &request) {
     openPanel();
     if (const auto timestamp = request.timestamp())
         x11::activate(*panel_->windowHandle(), *timestamp);
+    x11::endStartup(request.startupId);
 }
 
 SettingsServices QuorbitApp::settingsServices() {

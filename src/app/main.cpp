@@ -3,6 +3,7 @@
 #include "platform/linux/SessionBus.h"
 #include "platform/linux/SettingsDefaults.h"
 #include "platform/linux/SystemClock.h"
+#include "platform/linux/X11.h"
 #include "update/ManifestAddress.h"
 
 #include <QApplication>
@@ -43,5 +44,7 @@ int main(int argc, char **argv) {
     QObject::connect(&instance, &SingleInstance::startedAgain, &app, &QuorbitApp::showPanel);
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &instance, &SingleInstance::close);
     instance.listen();
+    // The toolkit says so with the first window, which may be long in coming.
+    x11::endStartup(request.startupId);
     return QApplication::exec();
 }

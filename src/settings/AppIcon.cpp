@@ -10,21 +10,22 @@ namespace quorbit {
 namespace {
 
 constexpr int side = 112;
+/// Up to this size the drawing with fewer and larger parts is used.
+constexpr int smallSide = 24;
 
-QString drawingPath() {
-    return u":/quorbit/icons/quorbit.svg"_s;
+QString drawingPath(int size) {
+    return size <= smallSide ? u":/quorbit/icons/quorbit-small.svg"_s : u":/quorbit/icons/quorbit.svg"_s;
 }
 
 } // namespace
 
 QIcon applicationIcon() {
-    QSvgRenderer drawing(drawingPath());
     QIcon icon;
     for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
         QPixmap pixmap(size, size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        drawing.render(&painter);
+        QSvgRenderer(drawingPath(size)).render(&painter);
         painter.end();
         icon.addPixmap(pixmap);
     }
@@ -32,7 +33,7 @@ QIcon applicationIcon() {
 }
 
 AppIcon::AppIcon(QWidget *parent)
-    : QWidget(parent), AccessibleControl(this), drawing_(new QSvgRenderer(drawingPath(), this)) {
+    : QWidget(parent), AccessibleControl(this), drawing_(new QSvgRenderer(drawingPath(side), this)) {
     setFixedSize(side, side);
 }
 

@@ -2,11 +2,13 @@
 """The real executable and the service: found or launched, polled, left alone or ended."""
 import shutil
 import signal
+import subprocess
 import time
 import unittest
 from pathlib import Path
 
-from desktop import Atspi, BIN, CONNECTION, HOME, Application, Sim, XembedTray, has, node, processes, tray_icons, wait_for
+from desktop import (Atspi, BIN, CONNECTION, HOME, Application, Program, Sim, StatusNotifierTray, XembedTray, has, node,
+                     processes, tray_icons, wait_for)
 
 
 class Installed(unittest.TestCase):
@@ -61,6 +63,23 @@ class Running(unittest.TestCase):
             with Application() as second:
                 self.assertEqual(second.process.wait(5), 0)
             wait_for("the panel", lambda: node(first.pid, "push button", "Quit Quorbit"))
+
+    def test_tells_the_desktop_when_a_start_is_over(self):
+        # A tray of the bus kind: no window of the first start would say so.
+        with StatusNotifierTray() as tray, Sim(), Program("stdbuf", "-oL", "xev", "-root") as desktop:
+            def told():
+                return desktop.printed().count("(_NET_STARTUP_INFO_BEGIN)")
+
+            wait_for("the watcher", lambda: subprocess.call(["xsetroot", "-name", "watched"]) or desktop.printed())
+            with Application(env={"DESKTOP_STARTUP_ID": "first_TIME1"}) as first:
+                wait_for("the icon", lambda: tray.items)
+                wait_for("the first start's end", lambda: told() > 0)
+                before = told()
+                with Application(env={"DESKTOP_STARTUP_ID": "second_TIME2"}) as second:
+                    self.assertEqual(second.process.wait(5), 0)
+                # The toolkit speaks up too, but of the first start.
+                wait_for("the panel", lambda: node(first.pid, "push button", "Quit Quorbit"))
+                wait_for("the second start's end", lambda: told() > before + 1)
 
     def test_finds_a_service_that_was_started_again(self):
         with XembedTray(), Sim("full") as service, Application() as application:

@@ -2,7 +2,8 @@
 """Runs a command on a desktop of its own: with_desktop.py COMMAND...
 
 The desktop is an X server without a screen, a session bus, a screen-reader bus and a window manager, with a home and
-runtime folder that are gone afterwards. Trays, portals and services are up to the command. Exits as the command does.
+runtime folder that are gone afterwards; DESKTOP_HOME names a home that stays. Trays, portals and services are up to the
+command. Exits as the command does.
 """
 import os
 import shutil
@@ -35,8 +36,9 @@ def start_bus(started, env):
 
 
 def main():
-    home = Path(tempfile.mkdtemp(prefix="quorbit-desktop-"))
-    runtime = home / "runtime"
+    passing = Path(tempfile.mkdtemp(prefix="quorbit-desktop-"))
+    home = Path(os.environ.get("DESKTOP_HOME", passing))
+    runtime = passing / "runtime"
     runtime.mkdir(mode=0o700)
     env = {key: value for key, value in os.environ.items() if not key.startswith(("XDG_", "DBUS_", "WAYLAND_", "QT_"))}
     env |= {
@@ -65,7 +67,7 @@ def main():
                 process.wait(5)
             except subprocess.TimeoutExpired:
                 process.kill()
-        shutil.rmtree(home, ignore_errors=True)
+        shutil.rmtree(passing, ignore_errors=True)
 
 
 if __name__ == "__main__":

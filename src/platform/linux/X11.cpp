@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 #include <xcb/xcb.h>
@@ -104,6 +105,38 @@ void activate(const QWindow &window, std::uint32_t timestamp) {
     xcb_send_event(server, false, root,
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char *>(&request));
+    xcb_flush(server);
+}
+
+void endStartup(const QByteArray &startupId) {
+    auto *server = connection();
+    if (!server || startupId.isEmpty())
+        return;
+    QByteArray message = "remove: ID=";
+    for (const char letter : startupId) {
+        if (letter == ' ' || letter == '"' || letter == '\\')
+            message += '\\';
+        message += letter;
+    }
+    message += '\0';
+
+    // The parts of a message are told from those of another by the window that they come from.
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
+    xcb_client_message_event_t part{};
+    part.response_type = XCB_CLIENT_MESSAGE;
+    part.format = 8;
+    part.window = xcb_generate_id(server);
+    part.type = atom(server, "_NET_STARTUP_INFO_BEGIN");
+    xcb_create_window(server, XCB_COPY_FROM_PARENT, part.window, root, -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    for (qsizetype at = 0; at < message.size(); at += sizeof part.data) {
+        const QByteArray text = message.mid(at, sizeof part.data).leftJustified(sizeof part.data, '\0');
+        std::memcpy(part.data.data8, text.constData(), sizeof part.data);
+        xcb_send_event(server, false, root, XCB_EVENT_MASK_PROPERTY_CHANGE,
+                       reinterpret_cast<const char *>(&part));
+        part.type = atom(server, "_NET_STARTUP_INFO");
+    }
+    xcb_destroy_window(server, part.window);
     xcb_flush(server);
 }
 

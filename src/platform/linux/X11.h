@@ -20,5 +20,7 @@ bool announcesTray(const QByteArray &eventType, const void *message);
 /// Asks the window manager to bring a window to the front on behalf of the user's action at `timestamp`
 /// (milliseconds of the server's clock).
 void activate(const QWindow &window, std::uint32_t timestamp);
+/// Tells the desktop that the start with that id (DESKTOP_STARTUP_ID) is over, so that it stops showing one.
+void endStartup(const QByteArray &startupId);
 
 } // namespace quorbit::x11
