@@ -11,6 +11,7 @@
 #include "platform/linux/X11.h"
 #include "settings/SettingsView.h"
 #include "ui/ControlStyle.h"
+#include "ui/TextStyle.h"
 #include "ui/Theme.h"
 
 #include <QApplication>
@@ -44,7 +45,8 @@ QuorbitApp::QuorbitApp(Platform &platform, UserDefaults &defaults, Clock &clock,
         if (delegate_)
             delegate_->applicationWillTerminate();
     }))
-    , tray_(new TrayIcon(this)) {
+    , tray_(new TrayIcon(this))
+    , toolkitFont_(QApplication::font()) {
     applyStoredLanguageOverride(defaults_);
     localizations_ = preferredLocalizations(defaults_, platform_);
     QLocale::setDefault(localeFor(localizations_.front()));
@@ -109,6 +111,13 @@ void QuorbitApp::adoptAppearance() {
     style_->setReducedMotion(wanted.reducedMotion);
     QApplication::setPalette(
         themePalette({wanted.dark, wanted.accent, wanted.highContrast, wanted.reducedMotion}));
+
+    const QFont font = wanted.font ? applicationFont(*wanted.font, wanted.textScale)
+                                   : scaledFont(toolkitFont_, wanted.textScale);
+    if (font != QApplication::font()) {
+        QApplication::setFont(font);
+        QApplication::setFont(textFont(TextStyle::body, font), "QMenu");
+    }
 }
 
 void QuorbitApp::render() {

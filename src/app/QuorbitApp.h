@@ -8,6 +8,7 @@
 #include "platform/linux/DesktopAppearance.h"
 #include "settings/TimeFormats.h"
 
+#include <QFont>
 #include <QObject>
 #include <QTimer>
 
@@ -61,6 +62,7 @@ private:
     TrayIcon *tray_;
     DesktopAppearance appearance_;
     ControlStyle *style_ = nullptr;
+    const QFont toolkitFont_; ///< where the desktop names none
     QTimer rendering_;
     std::unique_ptr<PanelWindow> panel_;
     std::optional<TimeFormats> formats_; ///< outlives the window

@@ -8,13 +8,6 @@
 
 namespace quorbit {
 
-namespace {
-
-/// Nobody tells whether the tray is light or dark; this grey keeps more than 3 : 1 on white and on black.
-constexpr QColor glyphColor(0x80, 0x80, 0x80);
-
-} // namespace
-
 TrayIcon::TrayIcon(QObject *parent) : QObject(parent), hosts_(new TrayHosts(this)) {
     connect(hosts_, &TrayHosts::available, this, &TrayIcon::show);
 }
@@ -27,8 +20,8 @@ void TrayIcon::start() {
 
 void TrayIcon::show() {
     makeMenu();
-    icon_ = new QSystemTrayIcon(
-        symbolIcon(QStringLiteral("cursorarrow.and.square.on.square.dashed"), glyphColor), this);
+    icon_ = new QSystemTrayIcon(outlinedSymbolIcon(QStringLiteral("cursorarrow.and.square.on.square.dashed")),
+                                this);
     icon_->setToolTip(qtTrId("common.app_name"));
     icon_->setContextMenu(menu_.get());
     connect(icon_, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {

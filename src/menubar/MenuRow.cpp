@@ -62,6 +62,7 @@ void MenuRow::render(const MenuBarModel::InfoRow &model) {
     symbol_->setSymbol(model.symbol);
     text_->setColor(model.color);
     text_->setText(model.text);
+    layout()->activate(); // the panel asks for the height at once, and a notice may have got another line
     accessibleNameChanged();
 }
 

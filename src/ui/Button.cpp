@@ -39,23 +39,28 @@ struct Look {
     QColor fill, edge, text;
 };
 
-Look lookOf(ButtonKind kind, const QPalette &palette) {
+/// A button under the pointer (`shading` 0 to 1) has a face that is moved away from its text, and text that
+/// is read on that face.
+Look lookOf(ButtonKind kind, const QPalette &palette, double shading) {
     const ThemeColors colors = themeColors(palette);
+    const QColor face = composed(withAlpha(colors.dark ? Qt::white : Qt::black, shading), colors.control);
+    const auto filled = [shading](const QColor &fill, const QColor &text) {
+        const QColor away = text.lightnessF() > 0.5F ? Qt::black : Qt::white;
+        return Look{composed(withAlpha(away, shading), fill), Qt::transparent, text};
+    };
     switch (kind) {
     case ButtonKind::prominent:
-        return {colors.accentFill, Qt::transparent, colors.onAccent};
+        return filled(colors.accentFill, colors.onAccent);
     case ButtonKind::bordered:
-        return {colors.control, colors.controlEdge, colors.primary};
+        break;
     case ButtonKind::destructive:
-        return {colors.control, colors.controlEdge, textOn(palette, TextColor::red, colors.control)};
-    case ButtonKind::destructiveProminent: {
-        const QColor red = fillUnder(Qt::white, colors.red, palette);
-        return {red, Qt::transparent, Qt::white};
-    }
+        return {face, colors.controlEdge, textOn(palette, TextColor::red, face)};
+    case ButtonKind::destructiveProminent:
+        return filled(fillUnder(Qt::white, colors.red, palette), Qt::white);
     case ButtonKind::destructiveCaption:
         return {Qt::transparent, Qt::transparent, textColor(palette, TextColor::red)};
     }
-    return {colors.control, colors.controlEdge, colors.primary};
+    return {face, colors.controlEdge, colors.primary};
 }
 
 } // namespace
@@ -142,17 +147,12 @@ void Button::performAccessibleAction(const QString &action) {
 
 void Button::paintEvent(QPaintEvent *) {
     const Metrics &metrics = metricsOf(kind_, size_);
-    const Look look = lookOf(kind_, palette());
+    const bool lit = isEnabled() && (isDown() || underMouse());
+    const Look look = lookOf(kind_, palette(), !lit ? 0 : isDown() ? 0.12 : 0.04);
     QPainter painter(this);
     if (!isEnabled())
         painter.setOpacity(disabledOpacity);
     paintFrame(painter, rect(), metrics.radius, look.fill, look.edge);
-    const bool lit = isEnabled() && (isDown() || underMouse());
-    if (lit && kind_ != ButtonKind::destructiveCaption) {
-        const QColor shade = themeColors(palette()).dark && !isFilled() ? Qt::white : Qt::black;
-        paintFrame(painter, rect(), metrics.radius, withAlpha(shade, isDown() ? 0.12 : 0.04),
-                   Qt::transparent);
-    }
     if (busy_ != nullptr)
         return;
 

@@ -10,8 +10,13 @@
 namespace quorbit {
 
 namespace {
-constexpr int ringWidth = 2;
+constexpr int plainWidth = 2;
+constexpr int strongWidth = 3;
+
+int ringWidth(const QWidget &control) {
+    return themeColors(control.palette()).highContrast ? strongWidth : plainWidth;
 }
+} // namespace
 
 /// Lives as long as the control and decides when there is a ring.
 class FocusRing::Watcher final : public QObject {
@@ -104,7 +109,7 @@ FocusRing::FocusRing(QWidget *control, double radius, int gap)
     : QFocusFrame(control->parentWidget()), control_(control), radius_(radius), gap_(gap) {}
 
 void FocusRing::follow() {
-    const int reach = gap_ + ringWidth;
+    const int reach = gap_ + ringWidth(*control_);
     setGeometry(control_->geometry().adjusted(-reach, -reach, reach, reach));
     show();
     raise();
@@ -113,8 +118,9 @@ void FocusRing::follow() {
 void FocusRing::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(themeColors(palette()).accent, ringWidth));
-    const double half = ringWidth / 2.0;
+    const int width = ringWidth(*this);
+    painter.setPen(QPen(themeColors(palette()).accent, width));
+    const double half = width / 2.0;
     const double radius = std::max(radius_ + gap_ + half, 2.0);
     painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), radius, radius);
 }

@@ -7,6 +7,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -40,10 +41,20 @@ Overlay::Overlay(QWidget *over)
     : QWidget(over->window())
     , AccessibleControl(this)
     , panel_(new Panel(this))
-    , column_(new QVBoxLayout(panel_)) {
+    , scroller_(new QScrollArea(panel_))
+    , column_(new QVBoxLayout(new QWidget)) {
     // The overlay is what has the focus while none of its controls does.
     setFocusPolicy(Qt::ClickFocus);
     hide();
+    QWidget *content = column_->parentWidget();
+    scroller_->setFrameShape(QFrame::NoFrame);
+    scroller_->setFocusPolicy(Qt::NoFocus);
+    scroller_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller_->setWidgetResizable(true);
+    scroller_->setWidget(content);
+    scroller_->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    content->installEventFilter(this);
     parentWidget()->installEventFilter(this);
 }
 
@@ -98,10 +109,12 @@ void Overlay::place() {
     const int height = std::max(content, static_cast<int>(std::lround(panelSize_.height() * scale)));
     panel_->setGeometry((this->width() - width) / 2, std::max(0, (this->height() - height) / 2), width,
                         std::min(height, this->height()));
+    scroller_->setGeometry(panel_->rect());
+    column_->parentWidget()->setMinimumHeight(content);
 }
 
 bool Overlay::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == parentWidget() && event->type() == QEvent::Resize)
+    if (event->type() == (watched == parentWidget() ? QEvent::Resize : QEvent::LayoutRequest))
         place();
     return QWidget::eventFilter(watched, event);
 }
@@ -155,6 +168,7 @@ bool Overlay::focusNextPrevChild(bool next) {
             candidate->isEnabled() && (candidate->focusPolicy() & Qt::TabFocus) != 0 &&
             candidate->focusProxy() == nullptr) {
             candidate->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            scroller_->ensureWidgetVisible(candidate);
             return true;
         }
     } while (candidate != start);

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class QScrollArea;
 class QVBoxLayout;
 
 namespace quorbit {
@@ -35,9 +36,9 @@ protected:
     /// Covers the window of `over`.
     explicit Overlay(QWidget *over);
 
-    QWidget *panel() const { return panel_; }
     QVBoxLayout *column() const { return column_; }
-    /// The size of the panel at the default font size; a height of 0 follows the content.
+    /// The size of the panel at the default font size; a height of 0 follows the content. Where the window is
+    /// too small for the content, it scrolls.
     void setPanelSize(QSize size);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -50,6 +51,7 @@ private:
     void place();
 
     QWidget *panel_;
+    QScrollArea *scroller_;
     QVBoxLayout *column_;
     QSize panelSize_;
     QPointer<Button> defaultButton_;

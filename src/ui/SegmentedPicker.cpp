@@ -49,7 +49,7 @@ void SegmentedPicker::paintItem(QPainter &painter, const ChoiceItem &item) const
         const QRect below = item.rect().adjusted(0, 1, 0, 1);
         paintFrame(painter, below, segmentRadius, withAlpha(Qt::black, 0.12), Qt::transparent);
         paintFrame(painter, item.rect().adjusted(0, 0, 0, -1), segmentRadius, colors.segment,
-                   colors.dark ? colors.cardEdge : QColor(Qt::transparent));
+                   colors.dark || colors.highContrast ? colors.cardEdge : QColor(Qt::transparent));
     }
     painter.setFont(textFont(TextStyle::body, font()));
     painter.setPen(colors.primary);

@@ -88,7 +88,8 @@ void Switch::paintEvent(QPaintEvent *) {
 
     QRectF track{QPointF(), QSizeF(sizeHint())};
     track.moveCenter(QRectF(rect()).center());
-    painter.setBrush(between(colors.track, colors.accent, position_));
+    const QColor face = between(colors.track, colors.accent, position_);
+    painter.setBrush(face);
     painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
     if (isDown()) {
         painter.setBrush(withAlpha(Qt::black, 0.1));
@@ -103,7 +104,7 @@ void Switch::paintEvent(QPaintEvent *) {
     painter.drawEllipse(knob.adjusted(-0.5, -0.25, 0.5, 1));
     painter.setBrush(withAlpha(Qt::black, 0.1));
     painter.drawEllipse(knob.translated(0, 0.6));
-    painter.setBrush(Qt::white);
+    painter.setBrush(colors.highContrast ? readableOn(face) : QColor(Qt::white));
     painter.drawEllipse(knob);
 }
 

@@ -1,5 +1,6 @@
 #include "ui/TabBar.h"
 
+#include "ui/Frame.h"
 #include "ui/Symbol.h"
 #include "ui/TextStyle.h"
 #include "ui/Theme.h"
@@ -46,7 +47,9 @@ void TabBar::paintItem(QPainter &painter, const ChoiceItem &item) const {
         painter.setBrush(colors.pill);
         painter.drawRoundedRect(item.rect(), radius, radius);
     }
-    const bool lit = item.isEnabled() && item.underMouse() && !chosen;
+    if (chosen && colors.highContrast)
+        paintFrame(painter, item.rect(), radius, Qt::transparent, colors.controlEdge);
+    const bool lit = item.isEnabled() && (item.underMouse() || item.isDown()) && !chosen;
     const double side = symbolSide * scale;
     const QRectF square((item.width() - side) / 2, symbolTop * scale, side, side);
     paintSymbol(painter, square, item.choice().symbol,

@@ -11,7 +11,7 @@ namespace quorbit {
 
 namespace {
 constexpr double fieldHeight = 27;
-constexpr double fieldWidth = 240;
+constexpr int fieldWidth = 240;
 constexpr double radius = 5;
 constexpr int textMargin = 6;
 } // namespace
@@ -24,9 +24,10 @@ TextField::TextField(const QString &placeholder, QWidget *parent)
 }
 
 QSize TextField::sizeHint() const {
+    // The width stays, for a window does not grow with the font and the label beside the field needs its
+    // share.
     const double scale = fontScale(parentWidget() != nullptr ? parentWidget()->font() : QApplication::font());
-    return {static_cast<int>(std::lround(fieldWidth * scale)),
-            static_cast<int>(std::lround(fieldHeight * scale))};
+    return {fieldWidth, static_cast<int>(std::lround(fieldHeight * scale))};
 }
 
 QSize TextField::minimumSizeHint() const {

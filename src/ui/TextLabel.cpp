@@ -5,9 +5,12 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QTextLayout>
 #include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
+#include <memory>
 
 namespace quorbit {
 
@@ -21,6 +24,26 @@ QString singleLine(QString text) {
             c = QLatin1Char(' ');
     }
     return text;
+}
+
+/// Lays a text out in lines of `width`. A word that is wider, such as an address, is broken where it must be,
+/// which the metrics and the painter cannot do by themselves.
+std::unique_ptr<QTextLayout> wrappedText(QString text, const QFont &font, int width,
+                                         Qt::Alignment alignment) {
+    text.replace(QLatin1Char('\n'), QChar::LineSeparator);
+    auto layout = std::make_unique<QTextLayout>(text, font);
+    QTextOption option(alignment);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout->setTextOption(option);
+    layout->beginLayout();
+    double y = 0;
+    for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
+        line.setLineWidth(width);
+        line.setPosition(QPointF(0, y));
+        y += line.height();
+    }
+    layout->endLayout();
+    return layout;
 }
 
 } // namespace
@@ -84,8 +107,8 @@ QFont TextLabel::ownFont() const {
     return textFont(style_, font(), monospaced_);
 }
 
-int TextLabel::wrapFlags() const {
-    return static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment_)) | Qt::TextWordWrap;
+Qt::Alignment TextLabel::visualAlignment() const {
+    return QStyle::visualAlignment(layoutDirection(), alignment_);
 }
 
 void TextLabel::relayout() {
@@ -113,8 +136,8 @@ int TextLabel::heightForWidth(int width) const {
     const QFontMetrics metrics(ownFont());
     if (overflow_ != Overflow::wrap)
         return metrics.height();
-    return std::max(metrics.boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), wrapFlags(), text_).height(),
-                    metrics.height());
+    const auto lines = wrappedText(text_, ownFont(), width, visualAlignment());
+    return std::max(static_cast<int>(std::ceil(lines->boundingRect().height())), metrics.height());
 }
 
 void TextLabel::paintEvent(QPaintEvent *) {
@@ -124,13 +147,14 @@ void TextLabel::paintEvent(QPaintEvent *) {
     if (!isEnabled())
         painter.setOpacity(0.5);
     if (overflow_ == Overflow::wrap) {
-        painter.drawText(rect(), wrapFlags(), text_);
+        const auto lines = wrappedText(text_, ownFont(), width(), visualAlignment());
+        const double spare = std::max(height() - lines->boundingRect().height(), 0.0);
+        lines->draw(&painter, QPointF(0, (alignment_ & Qt::AlignVCenter) ? std::floor(spare / 2) : 0));
         return;
     }
     const auto mode = overflow_ == Overflow::cutMiddle ? Qt::ElideMiddle : Qt::ElideRight;
-    painter.drawText(
-        rect(), static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment_)) | Qt::TextSingleLine,
-        painter.fontMetrics().elidedText(singleLine(text_), mode, width()));
+    painter.drawText(rect(), static_cast<int>(visualAlignment()) | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(singleLine(text_), mode, width()));
 }
 
 void TextLabel::changeEvent(QEvent *event) {

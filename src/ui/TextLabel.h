@@ -46,7 +46,7 @@ protected:
 
 private:
     QFont ownFont() const;
-    int wrapFlags() const;
+    Qt::Alignment visualAlignment() const;
     void relayout();
 
     QString text_;

@@ -53,6 +53,18 @@ double fontScale(const QFont &userFont) {
     return userFont.pixelSize() > 0 ? userFont.pixelSize() / defaultPixels : 1;
 }
 
+QFont scaledFont(QFont font, double scale) {
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(std::max(font.pointSizeF() * scale, 1.0));
+    else
+        font.setPixelSize(std::max(static_cast<int>(std::lround(font.pixelSize() * scale)), 1));
+    return font;
+}
+
+QFont applicationFont(const QFont &desktopFont, double scale) {
+    return scaledFont(desktopFont, scale * defaultPixels / styleOf(TextStyle::body).pixels);
+}
+
 QFont sizedFont(double pixels, QFont::Weight weight, const QFont &userFont) {
     const double scaled = pixels * fontScale(userFont);
     QFont font = userFont;

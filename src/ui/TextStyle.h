@@ -19,6 +19,13 @@ QFont sizedFont(double pixels, QFont::Weight weight, const QFont &userFont);
 /// The width that a line of text needs, in whole pixels.
 int textWidth(const QFont &font, const QString &text);
 
+/// The application's font where ordinary text shall look as `desktopFont` does, enlarged by `scale`: body
+/// text is in it then.
+QFont applicationFont(const QFont &desktopFont, double scale);
+
+/// `font`, larger by `scale`.
+QFont scaledFont(QFont font, double scale);
+
 /// How much larger than the default the user's font is; symbols and columns grow with it.
 double fontScale(const QFont &userFont);
 

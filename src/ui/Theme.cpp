@@ -217,6 +217,11 @@ QColor textOn(const QPalette &palette, TextColor color, const QColor &surface) {
                    isHighContrast(palette) ? strongTextContrast : textContrast);
 }
 
+QColor readableOn(const QColor &surface) {
+    const QColor dark = lightShades.primary;
+    return contrastRatio(Qt::white, surface) >= contrastRatio(dark, surface) ? QColor(Qt::white) : dark;
+}
+
 QColor fillUnder(const QColor &text, const QColor &fill, const QPalette &palette) {
     return legible(fill, {text}, isHighContrast(palette) ? strongTextContrast : textContrast);
 }
@@ -228,6 +233,7 @@ QColor shapeColor(const QPalette &palette, TextColor color) {
 ThemeColors themeColors(const QPalette &palette) {
     ThemeColors colors;
     colors.dark = isDark(palette);
+    colors.highContrast = isHighContrast(palette);
     const Shades &shades = colors.dark ? darkShades : lightShades;
     colors.window = roleColor(palette, QPalette::Window);
     colors.card = roleColor(palette, QPalette::Base);
@@ -244,7 +250,7 @@ ThemeColors themeColors(const QPalette &palette) {
     colors.onAccent = roleColor(palette, QPalette::HighlightedText);
     colors.accentText =
         legible(colors.accent, {colors.window, colors.card, composed(colors.pill, colors.window)},
-                isHighContrast(palette) ? strongTextContrast : textContrast);
+                colors.highContrast ? strongTextContrast : textContrast);
     colors.green = shapeColor(palette, TextColor::green);
     colors.orange = shapeColor(palette, TextColor::orange);
     colors.red = shapeColor(palette, TextColor::red);
@@ -254,7 +260,7 @@ ThemeColors themeColors(const QPalette &palette) {
     colors.field = colors.dark ? colors.window : colors.card;
     colors.fieldEdge = colors.cardEdge;
     colors.segment = colors.dark ? QColor(shades.track) : colors.card;
-    colors.track = isHighContrast(palette) ? shapeColor(palette, TextColor::tertiary) : QColor(shades.track);
+    colors.track = colors.highContrast ? shapeColor(palette, TextColor::tertiary) : QColor(shades.track);
     return colors;
 }
 

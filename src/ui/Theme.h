@@ -40,6 +40,9 @@ QColor shapeColor(const QPalette &palette, TextColor color);
 /// The colour for text on another opaque surface than window and card.
 QColor textOn(const QPalette &palette, TextColor color, const QColor &surface);
 
+/// White or nearly black, whichever stands out more from an opaque surface.
+QColor readableOn(const QColor &surface);
+
 /// `fill`, moved as far from the colour of the text as text on it needs.
 QColor fillUnder(const QColor &text, const QColor &fill, const QPalette &palette);
 
@@ -47,6 +50,7 @@ QColor fillUnder(const QColor &text, const QColor &fill, const QPalette &palette
 /// over the surface that they lie on.
 struct ThemeColors {
     bool dark = false;
+    bool highContrast = false;
     QColor window, card, cardEdge, separator;
     QColor primary, secondary, tertiary;
     /// Shapes in the accent colour; `accentFill` is the accent as a background that `onAccent` is read on,

@@ -42,18 +42,25 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, Rgb &colour) {
 
 Q_DECLARE_METATYPE(Rgb)
 
+const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString desktopGroup = QStringLiteral("org.gnome.desktop.interface");
+
 class Portal : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
 public:
-    QVariantMap appearance;
+    SettingsByGroup settings;
 
 public Q_SLOTS:
-    SettingsByGroup ReadAll(const QStringList &) const {
-        return {
-            {QStringLiteral("org.freedesktop.appearance"), appearance},
-            {QStringLiteral("org.gnome.desktop.interface"), {{QStringLiteral("enable-animations"), false}}}};
+    SettingsByGroup ReadAll(const QStringList &groups) const {
+        SettingsByGroup asked;
+        for (auto group = settings.cbegin(); group != settings.cend(); ++group) {
+            if (groups.contains(group.key()))
+                asked.insert(group.key(), group.value());
+        }
+        return asked;
     }
 };
 
@@ -134,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(changes, 1);
     }
 
-    void followsThePortalWheneverItComes() {
+    void followsThePortalThatComesChangesAndReturns() {
         DesktopAppearance appearance;
         QVERIFY(!appearance.current().dark);
         appearance.start();
@@ -143,30 +150,49 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 0);
 
         Portal portal;
-        portal.appearance = {{QStringLiteral("color-scheme"), 1U},
-                             {QStringLiteral("contrast"), 1U},
-                             {QStringLiteral("accent-color"), QVariant::fromValue(Rgb{1.0, 0.5, 0.0})}};
+        portal.settings[appearanceGroup] = {
+            {QStringLiteral("color-scheme"), 1U},
+            // One variant too many, as some portals send it.
+            {QStringLiteral("contrast"), QVariant::fromValue(QDBusVariant(1U))},
+            {QStringLiteral("accent-color"), QVariant::fromValue(Rgb{1.0, 0.5, 0.0})}};
+        portal.settings[desktopGroup] = {{QStringLiteral("font-name"), QStringLiteral("Inter 12")}};
         QVERIFY(desktop_->registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &portal,
                                          QDBusConnection::ExportAllContents));
-        QVERIFY(desktop_->registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+        QVERIFY(desktop_->registerService(portalName));
         QTRY_COMPARE(changed.count(), 1);
-        const DesktopPreferences expected{true, QColor::fromRgbF(1.0F, 0.5F, 0.0F), true, true};
+        QFont inter(QStringLiteral("Inter"));
+        inter.setPointSize(12);
+        DesktopPreferences expected{.dark = true,
+                                    .accent = QColor::fromRgbF(1.0F, 0.5F, 0.0F),
+                                    .highContrast = true,
+                                    .reducedMotion = false,
+                                    .font = inter};
         QVERIFY(appearance.current() == expected);
 
-        const auto announce = [this](const char *key, const QVariant &value) {
+        const auto announce = [this](const QString &group, const char *key, const QVariant &value) {
             QDBusMessage signal = QDBusMessage::createSignal(
                 QStringLiteral("/org/freedesktop/portal/desktop"),
                 QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"));
-            signal << QStringLiteral("org.freedesktop.appearance") << QString::fromLatin1(key)
-                   << QVariant::fromValue(QDBusVariant(value));
+            signal << group << QString::fromLatin1(key) << QVariant::fromValue(QDBusVariant(value));
             desktop_->send(signal);
         };
-        announce("color-scheme", 2U);
-        QTRY_VERIFY(!appearance.current().dark);
-        announce("color-scheme", QStringLiteral("dark"));
-        announce("accent-color", QVariant::fromValue(Rgb{-1.0, 0.0, 2.0}));
+        announce(appearanceGroup, "accent-color", QVariant::fromValue(Rgb{-1.0, 0.0, 2.0}));
         QTRY_VERIFY(!appearance.current().accent);
-        QVERIFY(!appearance.current().dark);
+        announce(desktopGroup, "text-scaling-factor", 1.5);
+        QTRY_COMPARE(appearance.current().textScale, 1.5);
+        announce(appearanceGroup, "color-scheme", QVariant::fromValue(QDBusVariant(2U)));
+        QTRY_VERIFY(!appearance.current().dark);
+
+        // A portal that goes leaves its last word; the one that returns is asked anew.
+        QVERIFY(desktop_->unregisterService(portalName));
+        QTest::qWait(50);
+        QVERIFY(appearance.current().highContrast);
+        portal.settings = {{appearanceGroup, {{QStringLiteral("color-scheme"), 1U}}}};
+        QVERIFY(desktop_->registerService(portalName));
+        expected = DesktopPreferences();
+        expected.dark = true;
+        QTRY_VERIFY(appearance.current() == expected);
+        QVERIFY(desktop_->unregisterService(portalName));
     }
 
     void waitsForATrayThatTakesIcons() {

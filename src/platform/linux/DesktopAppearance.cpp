@@ -1,8 +1,9 @@
 #include "platform/linux/DesktopAppearance.h"
 
+#include "platform/linux/X11.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -10,6 +11,7 @@
 #include <QDBusVariant>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QStandardPaths>
 
 namespace quorbit {
 
@@ -18,18 +20,9 @@ namespace {
 const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
-const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
-const QString desktopGroup = QStringLiteral("org.gnome.desktop.interface");
-
-using SettingsByGroup = QMap<QString, QVariantMap>;
 
 /// Three components from 0 to 1; a desktop without an accent colour sends values outside of that.
-std::optional<QColor> accentColor(const QVariant &value) {
-    if (value.metaType() != QMetaType::fromType<QDBusArgument>())
-        return std::nullopt;
-    const auto argument = value.value<QDBusArgument>();
-    if (argument.currentSignature() != QLatin1String("(ddd)"))
-        return std::nullopt;
+QColor color(const QDBusArgument &argument) {
     double red = -1;
     double green = -1;
     double blue = -1;
@@ -38,84 +31,90 @@ std::optional<QColor> accentColor(const QVariant &value) {
     argument.endStructure();
     for (const double part : {red, green, blue}) {
         if (!(part >= 0 && part <= 1))
-            return std::nullopt;
+            return {};
     }
     return QColor::fromRgbF(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue));
 }
 
-} // namespace
-
-DesktopPreferences withPortalSetting(DesktopPreferences appearance, const QString &group, const QString &key,
-                                     const QVariant &value, bool darkByPalette) {
-    if (group == desktopGroup && key == QLatin1String("enable-animations")) {
-        if (value.typeId() == QMetaType::Bool)
-            appearance.reducedMotion = !value.toBool();
-    } else if (group != appearanceGroup) {
-        return appearance;
-    } else if (key == QLatin1String("accent-color")) {
-        appearance.accent = accentColor(value);
-    } else if (value.typeId() != QMetaType::UInt) {
-        return appearance;
-    } else if (key == QLatin1String("color-scheme")) {
-        constexpr uint preferDark = 1;
-        constexpr uint preferLight = 2;
-        const uint scheme = value.toUInt();
-        appearance.dark = scheme == preferDark || (scheme != preferLight && darkByPalette);
-    } else if (key == QLatin1String("contrast")) {
-        appearance.highContrast = value.toUInt() == 1;
-    } else if (key == QLatin1String("reduced-motion")) {
-        appearance.reducedMotion = value.toUInt() == 1;
+/// A value out of its envelopes: some portals put one variant into another.
+QVariant plainValue(QVariant value) {
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    if (value.metaType() == QMetaType::fromType<QDBusArgument>()) {
+        const auto argument = value.value<QDBusArgument>();
+        if (argument.currentSignature() == QLatin1String("(ddd)"))
+            return color(argument);
     }
-    return appearance;
+    return value;
 }
+
+} // namespace
 
 DesktopAppearance::DesktopAppearance(QObject *parent)
     : QObject(parent)
-    , darkByPalette_(QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F) {
+    , darkByPalette_(QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F)
+    , gtk_(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)) {
     current_.dark = darkByPalette_;
+    connect(&gtk_, &GtkSettingsFiles::changed, this, &DesktopAppearance::update);
 }
 
 void DesktopAppearance::start() {
+    gtk_.start();
+    followPortal();
+}
+
+void DesktopAppearance::followPortal() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    qDBusRegisterMetaType<SettingsByGroup>();
+    qDBusRegisterMetaType<PortalSettings>();
     auto *portal =
-        new QDBusServiceWatcher(portalService, bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(portal, &QDBusServiceWatcher::serviceRegistered, this, &DesktopAppearance::ask);
+        new QDBusServiceWatcher(portalService, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(portal, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &owner) {
+                if (!owner.isEmpty())
+                    ask();
+            });
     bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QDBusMessage)));
     ask();
 }
 
+// ReadAll is in every version of the interface and the only question that always means the same: what Read
+// and ReadOne answer differs by version.
 void DesktopAppearance::ask() {
     QDBusMessage question = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface,
                                                            QStringLiteral("ReadAll"));
-    question << QStringList{appearanceGroup, desktopGroup};
+    question << appearanceGroups();
     auto *answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
-        const QDBusPendingReply<SettingsByGroup> settings = *answer;
+        const QDBusPendingReply<PortalSettings> settings = *answer;
         if (settings.isError())
             return;
-        DesktopPreferences next = current_;
-        const SettingsByGroup groups = settings.value();
-        for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
-            for (auto setting = group->cbegin(); setting != group->cend(); ++setting)
-                next = withPortalSetting(next, group.key(), setting.key(), setting.value(), darkByPalette_);
+        portal_ = settings.value();
+        for (QVariantMap &group : portal_) {
+            for (QVariant &value : group)
+                value = plainValue(value);
         }
-        publish(next);
+        update();
     });
 }
 
 void DesktopAppearance::settingChanged(const QDBusMessage &message) {
+    if (message.signature() != QLatin1String("ssv"))
+        return;
     const QVariantList arguments = message.arguments();
-    if (message.signature() == QLatin1String("ssv"))
-        publish(withPortalSetting(current_, arguments[0].toString(), arguments[1].toString(),
-                                  arguments[2].value<QDBusVariant>().variant(), darkByPalette_));
+    portal_[arguments[0].toString()].insert(arguments[1].toString(), plainValue(arguments[2]));
+    update();
 }
 
-void DesktopAppearance::publish(const DesktopPreferences &next) {
+void DesktopAppearance::update() {
+    DesktopPreferences next = desktopPreferences(portal_, gtk_.current(), darkByPalette_);
+    // The settings daemon of an X11 session makes the scale of texts a part of the resolution, by which the
+    // toolkit scales everything.
+    if (x11::hasSettingsDaemon())
+        next.textScale = 1;
     if (next == current_)
         return;
     current_ = next;

@@ -1,26 +1,16 @@
 #pragma once
 
-#include <QColor>
+#include "platform/linux/DesktopPreferences.h"
+#include "platform/linux/GtkSettings.h"
+
 #include <QDBusMessage>
 #include <QObject>
-#include <QVariant>
-
-#include <optional>
 
 namespace quorbit {
 
-/// How the user wants programs to look.
-struct DesktopPreferences {
-    bool dark = false;
-    std::optional<QColor> accent; ///< absent when the desktop names none
-    bool highContrast = false;
-    bool reducedMotion = false;
-
-    bool operator==(const DesktopPreferences &) const = default;
-};
-
-/// Follows the desktop portal's settings. Until the portal answers, and where there is none, the lightness of
-/// the palette that the application started with decides between light and dark.
+/// Follows the desktop portal's settings and, for what it does not tell, the GTK settings files. Where
+/// neither speaks, the lightness of the palette that the application started with decides between light and
+/// dark. A portal that goes leaves its last word; one that comes, late or again, is asked anew.
 class DesktopAppearance : public QObject {
     Q_OBJECT
 
@@ -29,25 +19,24 @@ public:
 
     const DesktopPreferences &current() const { return current_; }
 
-    /// Asks the portal and listens to it from now on, without waiting for either.
+    /// Reads the files, asks the portal, and follows both from now on, without waiting for the portal.
     void start();
 
 Q_SIGNALS:
     void changed();
 
 private:
+    void followPortal();
     void ask();
-    void publish(const DesktopPreferences &next);
+    void update();
 
     bool darkByPalette_;
+    GtkSettingsFiles gtk_;
+    PortalSettings portal_;
     DesktopPreferences current_;
 
 private Q_SLOTS:
     void settingChanged(const QDBusMessage &message);
 };
-
-/// `appearance` after one setting of the portal was read; unknown settings and values leave it as it is.
-DesktopPreferences withPortalSetting(DesktopPreferences appearance, const QString &group, const QString &key,
-                                     const QVariant &value, bool darkByPalette);
 
 } // namespace quorbit

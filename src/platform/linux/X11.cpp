@@ -77,6 +77,10 @@ bool hasTray() {
     return hasOwner(ofScreen("_NET_SYSTEM_TRAY_S"));
 }
 
+bool hasSettingsDaemon() {
+    return hasOwner(ofScreen("_XSETTINGS_S"));
+}
+
 bool announcesTray(const QByteArray &eventType, const void *message) {
     if (eventType != "xcb_generic_event_t")
         return false;

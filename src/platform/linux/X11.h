@@ -15,6 +15,8 @@ bool hasXTest();
 bool hasCompositor();
 /// Whether a tray takes icons in.
 bool hasTray();
+/// Whether a settings daemon tells programs the resolution that texts are drawn at.
+bool hasSettingsDaemon();
 /// Whether a native event announces a tray that has just come up.
 bool announcesTray(const QByteArray &eventType, const void *message);
 /// Asks the window manager to bring a window to the front on behalf of the user's action at `timestamp`
