@@ -44,8 +44,8 @@ protected:
 
 private:
     struct Page {
-        QWidget *widget = nullptr;     ///< none until the tab is first shown
-        std::function<void()> refresh; ///< none for a tab that follows the state by itself
+        QWidget *widget = nullptr; ///< none until the tab is first shown
+        std::function<void()> refresh;
     };
     struct Tab {
         QString title;

@@ -101,6 +101,8 @@ void AboutTabTest::show(std::optional<QString> version) {
     tab_ = std::make_unique<AboutTab>(*checker_, formats_, services, std::move(version));
     tab_->resize(560, 640);
     tab_->show();
+    tab_->refresh();
+    QObject::connect(checker_.get(), &UpdateChecker::changed, tab_.get(), &AboutTab::refresh);
     tab_->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(tab_.get()));
     QTest::qWait(60);

@@ -91,6 +91,7 @@ void DevicesTabTest::show(const QByteArrayList &devices) {
     auto *layout = new QVBoxLayout(window_.get());
     layout->setContentsMargins({});
     layout->addWidget(tab_);
+    QObject::connect(world_->daemon.get(), &Daemon::devicesChanged, tab_, &DevicesTab::refresh);
     window_->show();
     window_->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(window_.get()));
