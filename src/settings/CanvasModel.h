@@ -1,8 +1,9 @@
 #pragma once
 
 #include "settings/ScreenLayout.h"
-#include "settings/ScreenRelations.h"
 #include "settings/Tint.h"
+
+#include <QString>
 
 #include <vector>
 
@@ -18,21 +19,13 @@ struct CanvasCard {
     bool isSelf = false;
     bool isMaster = false;
     bool isOnline = false;
-    QRectF rect; ///< canvas points
-    CardMetrics metrics;
-    std::optional<CardRelation> relation;
+    QRectF rect;   ///< canvas points
+    QString place; ///< where it lies, in words; empty for a card that is alone
 
     bool operator==(const CanvasCard &) const = default;
 };
 
 /// What the canvas shows, in drawing order.
-struct CanvasModel {
-    std::vector<CanvasCard> cards;
-    double scale = 0; ///< canvas points per layout unit, for a drop
-
-    bool operator==(const CanvasModel &) const = default;
-};
-
-CanvasModel canvasModel(const ScreenDesk &desk, const QString &masterID, QSizeF canvas);
+std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &masterID, const CanvasFit &fit);
 
 } // namespace quorbit

@@ -228,6 +228,7 @@ QColor shapeColor(const QPalette &palette, TextColor color) {
 ThemeColors themeColors(const QPalette &palette) {
     ThemeColors colors;
     colors.dark = isDark(palette);
+    colors.highContrast = isHighContrast(palette);
     const Shades &shades = colors.dark ? darkShades : lightShades;
     colors.window = roleColor(palette, QPalette::Window);
     colors.card = roleColor(palette, QPalette::Base);

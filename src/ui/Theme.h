@@ -47,6 +47,7 @@ QColor fillUnder(const QColor &text, const QColor &fill, const QPalette &palette
 /// over the surface that they lie on.
 struct ThemeColors {
     bool dark = false;
+    bool highContrast = false;
     QColor window, card, cardEdge, separator;
     QColor primary, secondary, tertiary;
     /// Shapes in the accent colour; `accentFill` is the accent as a background that `onAccent` is read on,

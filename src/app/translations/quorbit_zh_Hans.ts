@@ -219,6 +219,26 @@
         <source/>
         <translation>在线</translation>
     </message>
+    <message id="kvm.canvas.place.above">
+        <source/>
+        <translation>位于“%1”上方。</translation>
+    </message>
+    <message id="kvm.canvas.place.below">
+        <source/>
+        <translation>位于“%1”下方。</translation>
+    </message>
+    <message id="kvm.canvas.place.left_of">
+        <source/>
+        <translation>位于“%1”左侧。</translation>
+    </message>
+    <message id="kvm.canvas.place.right_of">
+        <source/>
+        <translation>位于“%1”右侧。</translation>
+    </message>
+    <message id="kvm.canvas.place.same_place">
+        <source/>
+        <translation>与“%1”位置相同。</translation>
+    </message>
     <message id="kvm.canvas.tap_master">
         <source/>
         <translation>点击屏幕，将其设为主控</translation>
