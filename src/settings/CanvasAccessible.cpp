@@ -97,8 +97,8 @@ public:
         if (action == pressAction()) {
             area_->makeMaster(id_);
         } else if (action == setFocusAction()) {
-            area_->setFocus(Qt::ShortcutFocusReason);
             area_->setCurrentCard(id_);
+            area_->setFocus(Qt::ShortcutFocusReason);
         }
     }
     QStringList keyBindingsForAction(const QString &) const override { return {}; }
