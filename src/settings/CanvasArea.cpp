@@ -70,6 +70,7 @@ std::optional<StepDirection> directionOf(int key) {
 CanvasArea::CanvasArea(QWidget *parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus); // a click too, so that Escape reaches a drag
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setMouseTracking(true); // tells of a release that went to somebody else
     patience_.setSingleShot(true);
     patience_.setInterval(answerTime);
     connect(&patience_, &QTimer::timeout, this, [this] {
@@ -269,7 +270,6 @@ void CanvasArea::mousePressEvent(QMouseEvent *event) {
 void CanvasArea::mouseMoveEvent(QMouseEvent *event) {
     if (!drag_)
         return;
-    // The release may have gone to somebody else.
     if (!event->buttons().testFlag(Qt::LeftButton))
         return endDrag();
     const QPointF translation = event->position() - drag_->pressed;
