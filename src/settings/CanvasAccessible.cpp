@@ -18,15 +18,36 @@ namespace quorbit {
 
 namespace {
 
-QString nameOf(const CanvasCard &card) {
+QString titleOf(const CanvasCard &card) {
     const QString title = displayLine(card.title);
-    const QString name = title.isEmpty() ? qtTrId("common.unnamed") : title;
-    return card.statusText.isEmpty() ? name : name + u", "_s + card.statusText;
+    return title.isEmpty() ? qtTrId("common.unnamed") : title;
 }
 
-QString descriptionOf(const CanvasCard &card) {
+QString nameOf(const CanvasCard &card) {
+    return card.statusText.isEmpty() ? titleOf(card) : titleOf(card) + u", "_s + card.statusText;
+}
+
+QString placeText(CardRelation::Side side, const QString &neighbour) {
+    switch (side) {
+    case CardRelation::Side::left:
+        return qtTrId("kvm.canvas.place.left_of").arg(neighbour);
+    case CardRelation::Side::right:
+        return qtTrId("kvm.canvas.place.right_of").arg(neighbour);
+    case CardRelation::Side::above:
+        return qtTrId("kvm.canvas.place.above").arg(neighbour);
+    case CardRelation::Side::below:
+        return qtTrId("kvm.canvas.place.below").arg(neighbour);
+    case CardRelation::Side::samePlace:
+        break;
+    }
+    return qtTrId("kvm.canvas.place.same_place").arg(neighbour);
+}
+
+/// Where the card lies, and what pressing it does.
+QString descriptionOf(const CanvasCard &card, const CanvasArea &area) {
     const QString hint = qtTrId("kvm.canvas.tap_master");
-    return card.place.isEmpty() ? hint : displayLine(card.place) + u' ' + hint;
+    const CanvasCard *neighbour = card.relation ? area.cardWithID(card.relation->neighbourID) : nullptr;
+    return neighbour == nullptr ? hint : placeText(card.relation->side, titleOf(*neighbour)) + u' ' + hint;
 }
 
 /// The card of one device, wherever it stands among the others.
@@ -80,7 +101,7 @@ public:
             return {};
         if (kind == QAccessible::Name)
             return nameOf(*shown);
-        return kind == QAccessible::Description ? descriptionOf(*shown) : QString();
+        return kind == QAccessible::Description ? descriptionOf(*shown, *area_) : QString();
     }
     void setText(QAccessible::Text, const QString &) override {}
 
@@ -97,8 +118,8 @@ public:
         if (action == pressAction()) {
             area_->makeMaster(id_);
         } else if (action == setFocusAction()) {
-            area_->setFocus(Qt::ShortcutFocusReason);
             area_->setCurrentCard(id_);
+            area_->setFocus(Qt::ShortcutFocusReason);
         }
     }
     QStringList keyBindingsForAction(const QString &) const override { return {}; }
@@ -222,7 +243,7 @@ void announceChangedCards(CanvasArea &area, const std::vector<CanvasCard> &befor
         }
         if (nameOf(*old) != nameOf(card))
             announce(shown, QAccessible::NameChanged);
-        if (old->place != card.place)
+        if (old->relation != card.relation)
             announce(shown, QAccessible::DescriptionChanged);
         if (old->rect != card.rect)
             announce(shown, QAccessible::LocationChanged);

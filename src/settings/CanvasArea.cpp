@@ -2,12 +2,15 @@
 
 #include "settings/CanvasAccessible.h"
 #include "settings/CardPainter.h"
+#include "ui/DisplayLine.h"
 
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSet>
+#include <QToolTip>
 
 #include <algorithm>
 #include <chrono>
@@ -67,6 +70,7 @@ std::optional<StepDirection> directionOf(int key) {
 CanvasArea::CanvasArea(QWidget *parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus); // a click too, so that Escape reaches a drag
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setMouseTracking(true); // tells of a release that went to somebody else
     patience_.setSingleShot(true);
     patience_.setInterval(answerTime);
     connect(&patience_, &QTimer::timeout, this, [this] {
@@ -251,8 +255,11 @@ void CanvasArea::resizeEvent(QResizeEvent *) {
 }
 
 void CanvasArea::mousePressEvent(QMouseEvent *event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    endDrag();
     const CanvasCard *card = cardAt(event->position());
-    if (event->button() != Qt::LeftButton || card == nullptr)
+    if (card == nullptr)
         return;
     byKeyboard_ = false;
     updateCard(currentCard());
@@ -263,7 +270,6 @@ void CanvasArea::mousePressEvent(QMouseEvent *event) {
 void CanvasArea::mouseMoveEvent(QMouseEvent *event) {
     if (!drag_)
         return;
-    // The release may have gone to somebody else.
     if (!event->buttons().testFlag(Qt::LeftButton))
         return endDrag();
     const QPointF translation = event->position() - drag_->pressed;
@@ -278,22 +284,19 @@ void CanvasArea::mouseMoveEvent(QMouseEvent *event) {
 void CanvasArea::mouseReleaseEvent(QMouseEvent *event) {
     if (event->button() != Qt::LeftButton || !drag_)
         return;
-    const Drag drag = *drag_;
-    const ScreenLayout dropped = commitDrag(shownDesk(), drag.id, drag.translation, fit_.scale);
-    endDrag();
+    const Drag drag = *std::exchange(drag_, std::nullopt);
     if (drag.moves)
-        ask(dropped);
-    else
-        makeMaster(drag.id);
+        return ask(commitDrag(shownDesk(), drag.id, drag.translation, fit_.scale));
+    reshow();
+    makeMaster(drag.id);
 }
 
 /// Writes nothing.
 void CanvasArea::endDrag() {
     if (!drag_)
         return;
-    updateCard(cardWithID(drag_->id));
-    const QString id = std::exchange(drag_, std::nullopt)->id;
-    updateCard(cardWithID(id));
+    drag_.reset();
+    update();
     reshow();
 }
 
@@ -355,8 +358,22 @@ void CanvasArea::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
 }
 
+// A name that was cut can be read whole by resting the pointer on its card.
+void CanvasArea::showWholeTitle(const QPoint &position, const QPoint &globalPosition) {
+    const CanvasCard *card = cardAt(position);
+    if (card != nullptr && !CardPainter(palette(), font()).showsWholeTitle(*card))
+        QToolTip::showText(globalPosition,
+                           QStringLiteral("<p>%1</p>").arg(displayLine(card->title).toHtmlEscaped()), this,
+                           touched(placeOf(*card)));
+}
+
 bool CanvasArea::event(QEvent *event) {
     switch (event->type()) {
+    case QEvent::ToolTip: {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        showWholeTitle(help->pos(), help->globalPos());
+        return true;
+    }
     case QEvent::ShortcutOverride:
         // Escape belongs to the drag, whatever else it is for in this window.
         if (drag_ && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)

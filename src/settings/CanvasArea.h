@@ -79,6 +79,7 @@ private:
     void noteAnswer(const ScreenLayout &published);
     void moveCurrentCard(StepDirection direction, double distance);
     void keepCurrentCard(const std::vector<CanvasCard> &before);
+    void showWholeTitle(const QPoint &position, const QPoint &globalPosition);
     void updateCard(const CanvasCard *card);
     void paintCards(QPainter &painter, const CardPainter &cards, const QRectF &dirty) const;
     void paintDrag(QPainter &painter, const CardPainter &cards);

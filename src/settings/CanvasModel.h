@@ -1,10 +1,12 @@
 #pragma once
 
 #include "settings/ScreenLayout.h"
+#include "settings/ScreenRelations.h"
 #include "settings/Tint.h"
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace quorbit {
@@ -19,8 +21,8 @@ struct CanvasCard {
     bool isSelf = false;
     bool isMaster = false;
     bool isOnline = false;
-    QRectF rect;   ///< canvas points
-    QString place; ///< where it lies, in words; empty for a card that is alone
+    QRectF rect; ///< canvas points
+    std::optional<CardRelation> relation;
 
     bool operator==(const CanvasCard &) const = default;
 };

@@ -116,13 +116,9 @@ void CardPainter::paintCard(QPainter &painter, const CanvasCard &card, const QRe
 
 void CardPainter::paintContent(QPainter &painter, const CanvasCard &card, const QRectF &place,
                                const QPalette &colors, double mastery) const {
-    // The greatest sizes grow with the user's font; a share of the card's height is that whatever the font.
-    const double scale = fontScale(font_);
-    const CardMetrics metrics = cardMetrics(place.height() / scale);
-    const QFont nameFont = sizedFont(metrics.name, QFont::Medium, font_);
-    const QFont statusFont = sizedFont(metrics.status, QFont::Normal, font_);
-    const double badge = metrics.badge * scale;
-    const double symbol = metrics.symbol * scale;
+    const auto [badge, symbol, nameSize, statusSize] = sizes(place.height());
+    const QFont nameFont = font(nameSize, QFont::Medium);
+    const QFont statusFont = font(statusSize, QFont::Normal);
     const double nameHeight = QFontMetricsF(nameFont).height();
     const double statusHeight = card.isSelf ? 0 : QFontMetricsF(statusFont).height() + lineGap;
     const double middle = place.center().x();
@@ -140,20 +136,40 @@ void CardPainter::paintContent(QPainter &painter, const CanvasCard &card, const 
                 shapeColor(colors, card.isSelf ? TextColor::accent : TextColor::secondary));
     top += symbol + lineGap;
 
-    const auto paintLine = [&](const QString &text, const QFont &font, double height, double inset,
+    if (nameSize < leastReadable)
+        return;
+    const auto paintLine = [&](const QString &text, const QFont &lineFont, double height, double inset,
                                TextColor color) {
         const QRectF line(place.left() + inset, top, place.width() - 2 * inset, height);
-        if (line.width() <= 0 || scale * metrics.name < leastReadable)
+        if (line.width() <= 0)
             return;
-        painter.setFont(font);
+        painter.setFont(lineFont);
         painter.setPen(textColor(colors, color));
-        painter.drawText(line, Qt::AlignCenter | Qt::TextSingleLine,
-                         QFontMetricsF(font).elidedText(displayLine(text), Qt::ElideMiddle, line.width()));
+        painter.drawText(
+            line, Qt::AlignCenter | Qt::TextSingleLine,
+            QFontMetricsF(lineFont).elidedText(displayLine(text), Qt::ElideMiddle, line.width()));
     };
     paintLine(card.title, nameFont, nameHeight, padding + namePadding, TextColor::primary);
     top += nameHeight + lineGap;
     if (!card.isSelf)
         paintLine(card.statusText, statusFont, statusHeight - lineGap, padding, textColorOf(card.statusTint));
+}
+
+CardMetrics CardPainter::sizes(double height) const {
+    // The greatest sizes grow with the user's font; a share of the card's height is that whatever the font.
+    const double scale = fontScale(font_);
+    const CardMetrics metrics = cardMetrics(height / scale);
+    return {metrics.badge * scale, metrics.symbol * scale, metrics.name * scale, metrics.status * scale};
+}
+
+QFont CardPainter::font(double size, QFont::Weight weight) const {
+    return sizedFont(size / fontScale(font_), weight, font_);
+}
+
+bool CardPainter::showsWholeTitle(const CanvasCard &card) const {
+    const double size = sizes(card.rect.height()).name;
+    const double room = card.rect.width() - 2 * (padding + namePadding);
+    return size >= leastReadable && textWidth(font(size, QFont::Medium), displayLine(card.title)) <= room;
 }
 
 void CardPainter::paintFocus(QPainter &painter, const QRectF &place) const {

@@ -19,12 +19,19 @@ public:
     void paintCard(QPainter &painter, const CanvasCard &card, const QRectF &place, double mastery) const;
     void paintFocus(QPainter &painter, const QRectF &place) const;
 
+    /// Whether the name of a card can be read on it.
+    bool showsWholeTitle(const CanvasCard &card) const;
+
     /// How far around a card's rectangle its painting may reach.
     static constexpr int reach = 4;
 
 private:
     void paintContent(QPainter &painter, const CanvasCard &card, const QRectF &place, const QPalette &colors,
                       double mastery) const;
+
+    /// The sizes on a card of this height, in pixels.
+    CardMetrics sizes(double height) const;
+    QFont font(double size, QFont::Weight weight) const;
 
     QPalette palette_;
     QFont font_;
