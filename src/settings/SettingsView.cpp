@@ -38,6 +38,7 @@ std::vector<SettingsView::Tab> SettingsView::tabs() const {
     const auto page = [](auto *tab) { return Page{tab, [tab] { tab->refresh(); }}; };
     const auto overview = [this, page] { return page(new OverviewTab(services_.daemon)); };
     const auto sync = [this, page] { return page(new SyncTab(services_.daemon)); };
+    const auto kvm = [this, page] { return page(new KvmTab(services_.daemon, services_.kvm)); };
     const auto devices = [this, page] {
         return page(new DevicesTab(services_.daemon, services_.formats, services_.clock));
     };
@@ -47,6 +48,7 @@ std::vector<SettingsView::Tab> SettingsView::tabs() const {
     };
     return {{qtTrId("tab.overview"), u"info.circle"_s, overview},
             {qtTrId("tab.sync"), u"arrow.triangle.2.circlepath"_s, sync},
+            {qtTrId("tab.kvm"), u"rectangle.connected.to.line.below"_s, kvm},
             {qtTrId("tab.devices"), u"laptopcomputer.and.iphone"_s, devices},
             {qtTrId("tab.about"), u"questionmark.circle"_s, about}};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "settings/AboutTab.h"
+#include "settings/KvmTab.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -27,6 +28,7 @@ struct SettingsServices {
     const TimeFormats &formats;
     AboutServices about;
     std::optional<QString> bundleVersion;
+    KvmServices kvm = {};
 };
 
 /// The content of the settings window: its tabs, of which it starts on the first. While it can be seen, the

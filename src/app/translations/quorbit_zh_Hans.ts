@@ -185,7 +185,7 @@
     </message>
     <message id="kvm.accessibility.needs_restart_desc">
         <source/>
-        <translation>新的权限将在 Quorbit 重启后生效。如果没有自动重启，请退出 Quorbit 后再次打开。</translation>
+        <translation>新权限将在 Quorbit 重启后生效。若未自动重启，请退出后重新打开。</translation>
     </message>
     <message id="kvm.accessibility.not_granted">
         <source/>
