@@ -46,42 +46,34 @@ MenuBarModel modelOf(const ServiceState &service) {
 
 } // namespace
 
-Q_DECLARE_METATYPE(quorbit::ServiceState)
-Q_DECLARE_METATYPE(quorbit::MenuBarModel::InfoRow)
-Q_DECLARE_METATYPE(quorbit::FileXfer)
-
 class MenuBarModelTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void dotTellsTheState_data() {
-        QTest::addColumn<ServiceState>("service");
-        QTest::addColumn<QString>("symbol");
-        QTest::addColumn<TextColor>("color");
-        QTest::addColumn<QString>("label");
-        using enum ConnectionState;
-        const auto row = [](const char *name, const ServiceState &service, const QString &symbol,
-                            TextColor color, const QString &label) {
-            QTest::newRow(name) << service << symbol << color << label;
-        };
-        row("starting", serviceWith(starting), u"ellipsis.circle.fill"_s, TextColor::yellow,
-            u"menu.status.starting"_s);
-        row("starting, paused", serviceWith(starting, paused()), u"ellipsis.circle.fill"_s, TextColor::yellow,
-            u"menu.status.starting"_s);
-        row("connected, no status", serviceWith(connected), u"checkmark.circle.fill"_s, TextColor::green,
-            u"menu.status.connected"_s);
-        row("connected", serviceWith(connected, Status()), u"checkmark.circle.fill"_s, TextColor::green,
-            u"menu.status.connected"_s);
-        row("connected, paused", serviceWith(connected, paused()), u"pause.circle.fill"_s, TextColor::orange,
-            u"menu.status.paused"_s);
-        row("disconnected, paused", serviceWith(disconnected, paused()), u"exclamationmark.circle.fill"_s,
-            TextColor::red, u"menu.status.disconnected"_s);
-    }
     void dotTellsTheState() {
-        QFETCH(const ServiceState, service);
-        QTEST(modelOf(service).dot.symbol, "symbol");
-        QTEST(modelOf(service).dot.color, "color");
-        QTEST(modelOf(service).dot.spokenLabel, "label");
+        using enum ConnectionState;
+        const QString yellow = u"ellipsis.circle.fill"_s;
+        const QString green = u"checkmark.circle.fill"_s;
+        const struct {
+            ServiceState service;
+            QString symbol;
+            TextColor color;
+            QString label;
+        } rows[]{{serviceWith(starting), yellow, TextColor::yellow, u"menu.status.starting"_s},
+                 {serviceWith(starting, paused()), yellow, TextColor::yellow, u"menu.status.starting"_s},
+                 {serviceWith(connected), green, TextColor::green, u"menu.status.connected"_s},
+                 {serviceWith(connected, Status()), green, TextColor::green, u"menu.status.connected"_s},
+                 {serviceWith(connected, paused()), u"pause.circle.fill"_s, TextColor::orange,
+                  u"menu.status.paused"_s},
+                 {serviceWith(disconnected, paused()), u"exclamationmark.circle.fill"_s, TextColor::red,
+                  u"menu.status.disconnected"_s}};
+        for (const auto &[service, symbol, color, label] : rows) {
+            const auto dot = modelOf(service).dot;
+            QCOMPARE(dot.spokenLabel, label);
+            QCOMPARE(dot.symbol, symbol);
+            QCOMPARE(dot.color, color);
+            QCOMPARE(modelOf(service).isPaused, service.status && service.status->paused);
+        }
     }
 
     void headerNamesDeviceAndUpdate() {
@@ -94,40 +86,29 @@ private Q_SLOTS:
         QCOMPARE(menuBarModel(service, update).availableVersion, u"1.5.0"_s);
     }
 
-    void switchFollowsTheStatus() {
-        QVERIFY(!modelOf(serviceWith(ConnectionState::connected)).isPaused);
-        QVERIFY(!modelOf(serviceWith(ConnectionState::connected, Status())).isPaused);
-        QVERIFY(modelOf(serviceWith(ConnectionState::disconnected, paused())).isPaused);
-    }
-
-    void peersOrWhyThereAreNone_data() {
-        QTest::addColumn<ServiceState>("service");
-        QTest::addColumn<std::vector<InfoRow>>("rows");
+    void peersOrWhyThereAreNone() {
         using enum ConnectionState;
-        using Rows = std::vector<InfoRow>;
         const InfoRow noDevices = notice(u"person.badge.plus"_s, u"menu.no_devices"_s);
         const InfoRow waiting = notice(u"antenna.radiowaves.left.and.right"_s, u"menu.waiting_peer"_s);
         const InfoRow unreachable =
             notice(u"wifi.exclamationmark"_s, u"menu.daemon_disconnected"_s, TextColor::red);
-        QTest::newRow("starting") << serviceWith(starting) << Rows{noDevices};
-        QTest::newRow("connected, no peers") << serviceWith(connected, Status()) << Rows{noDevices};
-        QTest::newRow("disconnected") << serviceWith(disconnected, Status()) << Rows{unreachable};
         ServiceState paired = serviceWith(connected, Status());
         paired.devices.resize(1);
-        QTest::newRow("paired, not connected") << paired << Rows{waiting};
-        paired.connectionState = disconnected;
-        QTest::newRow("paired, disconnected") << paired << Rows{unreachable};
-        QTest::newRow("stale peers while disconnected")
-            << serviceWith(disconnected, statusWith({{u"10b4e2"_s, u"Travel"_s}}))
-            << Rows{peer(u"10b4e2"_s, u"laptopcomputer"_s, u"Travel"_s)};
-        QTest::newRow("kinds and names")
-            << serviceWith(connected, statusWith({{u"a10b"_s, u"Office"_s}, {u"10B4"_s, {}}, {u"10b"_s, {}}}))
-            << Rows{peer(u"a10b"_s, u"pc"_s, u"Office"_s), peer(u"10B4"_s, u"pc"_s, u"10B4"_s),
-                    peer(u"10b"_s, u"laptopcomputer"_s, u"10b"_s)};
-    }
-    void peersOrWhyThereAreNone() {
-        QFETCH(const ServiceState, service);
-        QTEST(modelOf(service).rows, "rows");
+        ServiceState pairedAndLost = paired;
+        pairedAndLost.connectionState = disconnected;
+        const std::pair<ServiceState, std::vector<InfoRow>> rows[]{
+            {serviceWith(starting), {noDevices}},
+            {serviceWith(connected, Status()), {noDevices}},
+            {serviceWith(disconnected, Status()), {unreachable}},
+            {paired, {waiting}},
+            {pairedAndLost, {unreachable}},
+            {serviceWith(disconnected, statusWith({{u"10b4e2"_s, u"Travel"_s}})), // of before
+             {peer(u"10b4e2"_s, u"laptopcomputer"_s, u"Travel"_s)}},
+            {serviceWith(connected, statusWith({{u"a10b"_s, u"Office"_s}, {u"10B4"_s, {}}, {u"10b"_s, {}}})),
+             {peer(u"a10b"_s, u"pc"_s, u"Office"_s), peer(u"10B4"_s, u"pc"_s, u"10B4"_s),
+              peer(u"10b"_s, u"laptopcomputer"_s, u"10b"_s)}}};
+        for (const auto &[service, expected] : rows)
+            QCOMPARE(modelOf(service).rows, expected);
     }
 
     void lastActivityIsShownAsSent() {
@@ -143,37 +124,31 @@ private Q_SLOTS:
         QCOMPARE(modelOf(serviceWith(ConnectionState::connected, status)).rows.back(), expected);
     }
 
-    void transferShowsItsProgress_data() {
-        QTest::addColumn<FileXfer>("transfer");
-        QTest::addColumn<QString>("symbol");
-        QTest::addColumn<QString>("text");
+    void transferShowsItsProgress() {
         constexpr qint64 most = std::numeric_limits<qint64>::max();
         constexpr qint64 least = std::numeric_limits<qint64>::min();
-        const auto row = [](const char *name, const FileXfer &transfer, const QString &text) {
-            QTest::newRow(name) << transfer
-                                << (transfer.sending ? u"arrow.up.circle"_s : u"arrow.down.circle"_s) << text;
-        };
-        row("sending", {u"report.pdf"_s, {}, 512, 2048, true}, u"report.pdf · 25%"_s);
-        row("receiving several", {u"a"_s, 3, 1999, 2000, false}, u"a · 99%"_s);
-        row("no name", {{}, {}, 0, 10, false}, u" · 0%"_s);
-        row("total unknown", {u"a"_s, {}, 300, 0, true}, u"a · 0%"_s);
-        row("more than the total", {u"a"_s, {}, 300, 200, true}, u"a · 150%"_s);
-        row("negative", {u"a"_s, {}, -300, 200, true}, u"a · 0%"_s);
-        row("both negative", {u"a"_s, {}, least, least, true}, u"a · 0%"_s);
-        row("product beyond 64 bits", {u"a"_s, {}, most / 2, most, true}, u"a · 49%"_s);
-        row("percentage beyond 64 bits", {u"a"_s, {}, most, 1, true}, u"a · 9223372036854775807%"_s);
-        row("right-to-left name", {u"דוח.pdf"_s, {}, 1, 4, true}, u"\u2068דוח.pdf\u2069 · 25%"_s);
-    }
-    void transferShowsItsProgress() {
-        QFETCH(const FileXfer, transfer);
-        Status status = statusWith({{u"1"_s, u"a"_s}});
-        status.file_xfer = transfer;
-        status.last_activity = u"earlier"_s;
-        const MenuBarModel model = modelOf(serviceWith(ConnectionState::connected, status));
-        QCOMPARE(model.rows.size(), std::size_t(3));
-        QCOMPARE(model.rows.back().kind, InfoRow::Kind::transfer);
-        QTEST(model.rows.back().symbol, "symbol");
-        QTEST(model.rows.back().text, "text");
+        const std::pair<FileXfer, QString> rows[]{
+            {{u"report.pdf"_s, {}, 512, 2048, true}, u"report.pdf · 25%"_s},
+            {{u"a"_s, 3, 1999, 2000, false}, u"a · 99%"_s},
+            {{{}, {}, 0, 10, false}, u" · 0%"_s},
+            {{u"unknown total"_s, {}, 300, 0, true}, u"unknown total · 0%"_s},
+            {{u"a"_s, {}, 300, 200, true}, u"a · 150%"_s},
+            {{u"a"_s, {}, -300, 200, true}, u"a · 0%"_s},
+            {{u"a"_s, {}, least, least, true}, u"a · 0%"_s},
+            {{u"a"_s, {}, most / 2, most, true}, u"a · 49%"_s},
+            {{u"a"_s, {}, most, 1, true}, u"a · 9223372036854775807%"_s},
+            {{u"דוח.pdf"_s, {}, 1, 4, true}, u"\u2068דוח.pdf\u2069 · 25%"_s}};
+        for (const auto &[transfer, text] : rows) {
+            Status status = statusWith({{u"1"_s, u"a"_s}});
+            status.file_xfer = transfer;
+            status.last_activity = u"earlier"_s;
+            const MenuBarModel model = modelOf(serviceWith(ConnectionState::connected, status));
+            QCOMPARE(model.rows.size(), std::size_t(3));
+            QCOMPARE(model.rows.back().kind, InfoRow::Kind::transfer);
+            QCOMPARE(model.rows.back().symbol,
+                     transfer.sending ? u"arrow.up.circle"_s : u"arrow.down.circle"_s);
+            QCOMPARE(model.rows.back().text, text);
+        }
     }
 
     void historyIsCutAfterEightEntries() {
