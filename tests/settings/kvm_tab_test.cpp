@@ -1,9 +1,9 @@
 #include "daemon/Fixture.h"
-#include "menubar/TestWorld.h"
 #include "settings/KvmStates.h"
 #include "settings/KvmTab.h"
 #include "settings/ScreenLayoutCanvas.h"
-#include "settings/ViewChecks.h"
+#include "support/TestWorld.h"
+#include "support/ViewChecks.h"
 #include "ui/Button.h"
 #include "ui/ControlStyle.h"
 #include "ui/MenuPicker.h"
@@ -84,10 +84,7 @@ void KvmTabTest::show() {
         connect(world_->daemon.get(), signal, tab_.get(), &KvmTab::refresh);
     tab_->refresh();
     tab_->resize(560, 1200);
-    tab_->show();
-    tab_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(tab_.get()));
-    QTest::qWait(60);
+    openWindow(*tab_);
 }
 
 QByteArrayList KvmTabTest::saved() const {

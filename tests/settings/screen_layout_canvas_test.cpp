@@ -1,8 +1,8 @@
-#include "menubar/TestWorld.h"
 #include "settings/CanvasArea.h"
 #include "settings/CardPainter.h"
 #include "settings/ScreenLayoutCanvas.h"
-#include "settings/ViewChecks.h"
+#include "support/TestWorld.h"
+#include "support/ViewChecks.h"
 #include "ui/ControlStyle.h"
 #include "ui/Spring.h"
 
