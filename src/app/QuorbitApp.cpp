@@ -171,8 +171,12 @@ SettingsServices QuorbitApp::settingsServices() {
     };
     about.restart = [this] { relaunchQuorbitApp(platform_); };
     about.openAddress = [this](const QUrl &address) { platform_.open(address); };
-    return {delegate_->daemon(), delegate_->updater(), clock_,
-            *formats_,           std::move(about),     platform_.bundleVersion()};
+    KvmServices kvm;
+    kvm.isAccessibilityTrusted = [this] { return platform_.isAccessibilityTrusted(); };
+    kvm.openAccessibilitySettings = [this] { platform_.openAccessibilitySettings(); };
+    kvm.restart = about.restart;
+    return {delegate_->daemon(), delegate_->updater(),      clock_,        *formats_,
+            std::move(about),    platform_.bundleVersion(), std::move(kvm)};
 }
 
 void QuorbitApp::openSettings() {

@@ -69,13 +69,11 @@ AboutTab::AboutTab(UpdateChecker &updater, const TimeFormats &formats, AboutServ
         atTimes->hide();
     keepHeights();
 
-    connect(&updater_, &UpdateChecker::changed, this, &AboutTab::refresh);
     connect(banner_, &UpdateBanner::downloadRequested, &updater_, &UpdateChecker::downloadUpdate);
     connect(banner_, &UpdateBanner::browserRequested, this, &AboutTab::openInBrowser);
     connect(check_, &Button::clicked, this, [this] { updater_.check(); });
     connect(language_, &MenuPicker::picked, this, &AboutTab::pickLanguage);
     connect(restart_, &Button::clicked, this, [this] { services_.restart(); });
-    refresh();
 }
 
 QWidget *AboutTab::makeHero() {
@@ -159,11 +157,6 @@ void AboutTab::changeEvent(QEvent *event) {
     if (event->type() == QEvent::FontChange)
         keepHeights();
     QWidget::changeEvent(event);
-}
-
-void AboutTab::showEvent(QShowEvent *event) {
-    refresh();
-    QWidget::showEvent(event);
 }
 
 void AboutTab::render(const AboutModel &model) {

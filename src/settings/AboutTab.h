@@ -44,11 +44,12 @@ public:
     AboutTab(UpdateChecker &updater, const TimeFormats &formats, AboutServices services,
              std::optional<QString> bundleVersion, QWidget *parent = nullptr);
 
+    /// Shows what the update checker published and which language is stored.
+    void refresh();
     /// Shows `model`; costs one comparison when that is what is shown already.
     void render(const AboutModel &model);
 
 protected:
-    void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -58,7 +59,6 @@ private:
     QWidget *makeLanguageFooter();
     void keepHeights();
 
-    void refresh();
     void pickLanguage(int index);
     void openInBrowser();
 

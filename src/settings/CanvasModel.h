@@ -4,6 +4,9 @@
 #include "settings/ScreenRelations.h"
 #include "settings/Tint.h"
 
+#include <QString>
+
+#include <optional>
 #include <vector>
 
 namespace quorbit {
@@ -19,20 +22,12 @@ struct CanvasCard {
     bool isMaster = false;
     bool isOnline = false;
     QRectF rect; ///< canvas points
-    CardMetrics metrics;
     std::optional<CardRelation> relation;
 
     bool operator==(const CanvasCard &) const = default;
 };
 
 /// What the canvas shows, in drawing order.
-struct CanvasModel {
-    std::vector<CanvasCard> cards;
-    double scale = 0; ///< canvas points per layout unit, for a drop
-
-    bool operator==(const CanvasModel &) const = default;
-};
-
-CanvasModel canvasModel(const ScreenDesk &desk, const QString &masterID, QSizeF canvas);
+std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &masterID, const CanvasFit &fit);
 
 } // namespace quorbit

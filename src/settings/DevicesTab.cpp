@@ -63,9 +63,6 @@ DevicesTab::DevicesTab(Daemon &daemon, const TimeFormats &formats, Clock &clock,
     pages->addWidget(emptyPage_);
     pages->addWidget(listPage_);
     listPage_->hide();
-
-    connect(&daemon_, &Daemon::devicesChanged, this, &DevicesTab::refresh);
-    refresh();
 }
 
 DevicesTab::~DevicesTab() {
@@ -204,7 +201,7 @@ void DevicesTab::keepTimesCurrent(qint64 now) {
 }
 
 void DevicesTab::showEvent(QShowEvent *event) {
-    refresh();
+    refresh(); // from now on the times run
     QWidget::showEvent(event);
 }
 

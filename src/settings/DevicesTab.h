@@ -29,6 +29,8 @@ public:
     DevicesTab(Daemon &daemon, const TimeFormats &formats, Clock &clock, QWidget *parent = nullptr);
     ~DevicesTab() override;
 
+    /// Shows what the service published, and while the tab can be seen keeps its times current.
+    void refresh();
     /// Shows `model`; costs one comparison when that is what is shown already.
     void render(const DevicesModel &model);
 
@@ -44,7 +46,6 @@ private:
     void renderRows(const std::vector<DevicesModel::Row> &rows);
     void renderAlert(const std::optional<DevicesModel::Confirmation> &confirmation);
 
-    void refresh();
     void keepTimesCurrent(qint64 now);
     void askToUnpair(const QString &deviceId);
     void openPairSheet();

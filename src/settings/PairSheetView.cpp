@@ -2,6 +2,7 @@
 
 #include "daemon/Daemon.h"
 #include "settings/FocusKeeping.h"
+#include "settings/TellAnswer.h"
 #include "ui/Button.h"
 #include "ui/DisplayLine.h"
 #include "ui/IconLabel.h"
@@ -11,7 +12,6 @@
 #include "ui/TextLabel.h"
 
 #include <QCoreApplication>
-#include <QPointer>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -37,15 +37,6 @@ TextLabel *hintLabel(const QString &text) {
     auto *hint = new TextLabel(text, TextStyle::callout, TextColor::secondary);
     hint->setOverflow(TextLabel::Overflow::wrap);
     return hint;
-}
-
-/// Tells the answer of a request, unless its asker is gone by then. Copies its arguments, so that it may
-/// outlive whoever starts it.
-template <class Answer, class Tell>
-QCoro::Task<> tellAnswer(QCoro::Task<Answer> request, QPointer<QObject> asker, Tell tell) {
-    Answer answer = co_await request;
-    if (asker)
-        tell(std::move(answer));
 }
 
 } // namespace

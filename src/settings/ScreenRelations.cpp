@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace quorbit {
 
@@ -12,9 +13,11 @@ struct Gap {
     double x = 0;
     double y = 0;
 
-    double distance() const { return std::hypot(std::max(x, 0.0), std::max(y, 0.0)); }
-    /// Orders rectangles that all touch or overlap: the deeper the overlap, the nearer.
-    double depth() const { return std::max(x, y); }
+    /// Orders neighbours, the nearest first. Among those equally far away it is the one that overlaps more,
+    /// or faces more of the rectangle.
+    auto nearness() const {
+        return std::tuple(std::hypot(std::max(x, 0.0), std::max(y, 0.0)), std::max(x, y), std::min(x, y));
+    }
 };
 
 Gap gapBetween(const ScreenPlacement &a, const ScreenPlacement &b) {
@@ -46,8 +49,7 @@ std::vector<std::optional<CardRelation>> cardRelations(const ScreenDesk &desk) {
             if (other == card)
                 continue;
             const Gap gap = gapBetween(rects[card], rects[other]);
-            const double closer = gap.distance() - nearestGap.distance();
-            if (nearest && (closer > 0 || (closer == 0 && gap.depth() >= nearestGap.depth())))
+            if (nearest && gap.nearness() >= nearestGap.nearness())
                 continue;
             nearest = other;
             nearestGap = gap;

@@ -35,23 +35,20 @@ void layOut(QWidget &widget) {
 } // namespace
 
 std::vector<SettingsView::Tab> SettingsView::tabs() const {
-    const auto overview = [this] {
-        auto *tab = new OverviewTab(services_.daemon);
-        return Page{tab, [tab] { tab->refresh(); }};
+    const auto page = [](auto *tab) { return Page{tab, [tab] { tab->refresh(); }}; };
+    const auto overview = [this, page] { return page(new OverviewTab(services_.daemon)); };
+    const auto sync = [this, page] { return page(new SyncTab(services_.daemon)); };
+    const auto kvm = [this, page] { return page(new KvmTab(services_.daemon, services_.kvm)); };
+    const auto devices = [this, page] {
+        return page(new DevicesTab(services_.daemon, services_.formats, services_.clock));
     };
-    const auto sync = [this] {
-        auto *tab = new SyncTab(services_.daemon);
-        return Page{tab, [tab] { tab->refresh(); }};
-    };
-    const auto devices = [this] {
-        return Page{new DevicesTab(services_.daemon, services_.formats, services_.clock), {}};
-    };
-    const auto about = [this] {
-        return Page{
-            new AboutTab(services_.updater, services_.formats, services_.about, services_.bundleVersion), {}};
+    const auto about = [this, page] {
+        return page(
+            new AboutTab(services_.updater, services_.formats, services_.about, services_.bundleVersion));
     };
     return {{qtTrId("tab.overview"), u"info.circle"_s, overview},
             {qtTrId("tab.sync"), u"arrow.triangle.2.circlepath"_s, sync},
+            {qtTrId("tab.kvm"), u"rectangle.connected.to.line.below"_s, kvm},
             {qtTrId("tab.devices"), u"laptopcomputer.and.iphone"_s, devices},
             {qtTrId("tab.about"), u"questionmark.circle"_s, about}};
 }
@@ -117,9 +114,7 @@ void SettingsView::refreshSoon() {
 }
 
 void SettingsView::refresh() {
-    const Page &page = tabs_[static_cast<std::size_t>(bar_->current())].page;
-    if (page.refresh)
-        page.refresh();
+    tabs_[static_cast<std::size_t>(bar_->current())].page.refresh();
 }
 
 void SettingsView::showEvent(QShowEvent *event) {

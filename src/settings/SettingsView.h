@@ -1,6 +1,7 @@
 #pragma once
 
 #include "settings/AboutTab.h"
+#include "settings/KvmTab.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -27,6 +28,7 @@ struct SettingsServices {
     const TimeFormats &formats;
     AboutServices about;
     std::optional<QString> bundleVersion;
+    KvmServices kvm = {};
 };
 
 /// The content of the settings window: its tabs, of which it starts on the first. While it can be seen, the
@@ -44,8 +46,8 @@ protected:
 
 private:
     struct Page {
-        QWidget *widget = nullptr;     ///< none until the tab is first shown
-        std::function<void()> refresh; ///< none for a tab that follows the state by itself
+        QWidget *widget = nullptr; ///< none until the tab is first shown
+        std::function<void()> refresh;
     };
     struct Tab {
         QString title;

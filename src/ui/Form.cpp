@@ -14,7 +14,7 @@ Form::Form(QWidget *parent) : QScrollArea(parent) {
     column_ = new QVBoxLayout(content);
     column_->setContentsMargins(margin, margin, margin, margin);
     column_->setSpacing(sectionGap);
-    column_->addStretch();
+    column_->addStretch(1); // no section grows beyond what it needs
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -4,7 +4,7 @@
 
 namespace quorbit {
 
-void paintFrame(QPainter &painter, const QRect &rect, double radius, const QColor &fill, const QColor &edge,
+void paintFrame(QPainter &painter, const QRectF &rect, double radius, const QColor &fill, const QColor &edge,
                 double width) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -15,8 +15,7 @@ void paintFrame(QPainter &painter, const QRect &rect, double radius, const QColo
         painter.setPen(QPen(edge, width));
         painter.setBrush(Qt::NoBrush);
         const double half = width / 2;
-        painter.drawRoundedRect(QRectF(rect).adjusted(half, half, -half, -half), radius - half,
-                                radius - half);
+        painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), radius - half, radius - half);
     }
     painter.restore();
 }

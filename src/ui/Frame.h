@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QColor>
-#include <QRect>
+#include <QRectF>
 
 class QPainter;
 
@@ -9,7 +9,7 @@ namespace quorbit {
 
 /// Paints a rounded rectangle with an edge of `width` pixels drawn inside it; both colours may be
 /// transparent.
-void paintFrame(QPainter &painter, const QRect &rect, double radius, const QColor &fill, const QColor &edge,
+void paintFrame(QPainter &painter, const QRectF &rect, double radius, const QColor &fill, const QColor &edge,
                 double width = 1);
 
 } // namespace quorbit

@@ -1,5 +1,6 @@
 #include "ui/IconLabel.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 
 namespace quorbit {
@@ -17,13 +18,13 @@ double symbolSize(TextStyle style) {
 IconLabel::IconLabel(const QString &symbol, const QString &text, TextStyle style, TextColor color,
                      QWidget *parent)
     : QWidget(parent)
+    , row_(new QHBoxLayout(this))
     , symbol_(new SymbolLabel(symbol, symbolSize(style), color))
     , text_(new TextLabel(text, style, color)) {
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins({});
-    row->setSpacing(gap);
-    row->addWidget(symbol_);
-    row->addWidget(text_, 1);
+    row_->setContentsMargins({});
+    row_->setSpacing(gap);
+    row_->addWidget(symbol_);
+    row_->addWidget(text_, 1);
 }
 
 void IconLabel::setSymbol(const QString &name) {
@@ -38,6 +39,28 @@ void IconLabel::setText(const QString &text) {
 void IconLabel::setColor(TextColor color) {
     symbol_->setColor(color);
     text_->setColor(color);
+}
+
+void IconLabel::setGap(int gap) {
+    row_->setSpacing(gap);
+}
+
+bool IconLabel::event(QEvent *event) {
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)
+        placeSymbol();
+    return QWidget::event(event);
+}
+
+// The symbol stands in the middle of a single line and of the first of several.
+void IconLabel::placeSymbol() {
+    const int line = text_->heightForWidth(QWIDGETSIZE_MAX);
+    const bool isSingle = text_->heightForWidth(text_->width()) <= line;
+    const Qt::Alignment wanted = isSingle ? Qt::Alignment() : Qt::AlignTop;
+    QLayoutItem *item = row_->itemAt(0);
+    if (item->alignment() == wanted)
+        return;
+    symbol_->setMinimumHeight(isSingle ? 0 : line);
+    row_->setAlignment(symbol_, wanted);
 }
 
 } // namespace quorbit

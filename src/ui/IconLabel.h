@@ -3,9 +3,11 @@
 #include "ui/SymbolLabel.h"
 #include "ui/TextLabel.h"
 
+class QHBoxLayout;
+
 namespace quorbit {
 
-/// A symbol before a text.
+/// A symbol before a text, or beside the first line of a text of several.
 class IconLabel final : public QWidget {
     Q_OBJECT
 
@@ -17,10 +19,17 @@ public:
     void setText(const QString &text);
     /// The colour of both.
     void setColor(TextColor color);
+    void setGap(int gap);
     SymbolLabel &symbol() { return *symbol_; }
     TextLabel &text() { return *text_; }
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
+    void placeSymbol();
+
+    QHBoxLayout *row_;
     SymbolLabel *symbol_;
     TextLabel *text_;
 };

@@ -20,36 +20,21 @@ class PanelWindowTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void standsBesideTheIconInsideTheScreen_data() {
-        QTest::addColumn<QRect>("icon");
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<QRect>("expected");
-        const QSize size(320, 200);
-        // Of the screen from (0, 0) to (1280, 1000), bars of 30 are taken at the top and at the bottom.
-        QTest::newRow("under the upper bar") << QRect(600, 3, 24, 24) << size << QRect(451, 31, 320, 200);
-        QTest::newRow("in the upper right corner")
-            << QRect(1250, 3, 24, 24) << size << QRect(960, 31, 320, 200);
-        QTest::newRow("above the lower bar") << QRect(600, 973, 24, 24) << size << QRect(451, 769, 320, 200);
-        QTest::newRow("in the lower left corner") << QRect(2, 973, 24, 24) << size << QRect(0, 769, 320, 200);
-        QTest::newRow("at the pointer") << QRect(600, 300, 1, 1) << size << QRect(440, 305, 320, 200);
-        QTest::newRow("high") << QRect(600, 973, 24, 24) << QSize(320, 2000) << QRect(451, 30, 320, 940);
-        QTest::newRow("elsewhere") << QRect(5000, 5000, 24, 24) << size << QRect(960, 770, 320, 200);
-    }
     void standsBesideTheIconInsideTheScreen() {
-        QFETCH(QRect, icon);
-        QFETCH(QSize, size);
+        // Of the screen from (0, 0) to (1280, 1000), bars of 30 are taken at the top and at the bottom.
         const QRect available(0, 30, 1280, 940);
-        QTEST(panelGeometry(panelAnchor(icon, available), size, available), "expected");
-    }
-
-    void keepsTheIconsEdgeWhenItsHeightChanges() {
-        const QRect available(0, 30, 1280, 940);
-        const PanelAnchor upper = panelAnchor(QRect(600, 3, 24, 24), available);
-        const PanelAnchor lower = panelAnchor(QRect(600, 973, 24, 24), available);
-        for (const int height : {100, 300, 500}) {
-            QCOMPARE(panelGeometry(upper, {320, height}, available).top(), 31);
-            QCOMPARE(panelGeometry(lower, {320, height}, available).bottom(), 968);
-        }
+        const std::tuple<QRect, int, QRect> rows[]{
+            {{600, 3, 24, 24}, 200, {451, 31, 320, 200}},
+            {{600, 3, 24, 24}, 500, {451, 31, 320, 500}}, // keeps the icon's edge
+            {{1250, 3, 24, 24}, 200, {960, 31, 320, 200}},
+            {{600, 973, 24, 24}, 200, {451, 769, 320, 200}},
+            {{600, 973, 24, 24}, 500, {451, 469, 320, 500}},
+            {{2, 973, 24, 24}, 200, {0, 769, 320, 200}},
+            {{600, 300, 1, 1}, 200, {440, 305, 320, 200}}, // at the pointer
+            {{600, 973, 24, 24}, 2000, {451, 30, 320, 940}},
+            {{5000, 5000, 24, 24}, 200, {960, 770, 320, 200}}};
+        for (const auto &[icon, height, expected] : rows)
+            QCOMPARE(panelGeometry(panelAnchor(icon, available), {320, height}, available), expected);
     }
 
     void followsItsContentAndNeverOutgrowsTheScreen() {

@@ -49,33 +49,28 @@ class ProcessTest : public QObject {
     QTemporaryDir folder_;
 
 private Q_SLOTS:
-    void endsCleanlyWithinASecond_data() {
-        QTest::addColumn<int>("signal");
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<int>("status");
-        QTest::newRow("SIGTERM") << SIGTERM << QString() << 0;
-        QTest::newRow("SIGINT") << SIGINT << QString() << 0;
-        QTest::newRow("SIGHUP") << SIGHUP << QString() << 0;
-        QTest::newRow("while something takes its time") << SIGTERM << QStringLiteral("slow") << 0;
-        QTest::newRow("by exit(), as Qt does without a display") << 0 << QStringLiteral("exit") << 1;
-    }
     void endsCleanlyWithinASecond() {
-        QFETCH(int, signal);
-        QFETCH(QString, mode);
-        QFETCH(int, status);
-        Program program(folder_.path(), mode);
-        QVERIFY(program.says("first"));
-        QElapsedTimer timer;
-        timer.start();
-        if (signal != 0) {
-            program.send(signal);
-            program.send(signal);
+        const std::tuple<int, QString, int> rows[]{
+            {SIGTERM, {}, 0},
+            {SIGINT, {}, 0},
+            {SIGHUP, {}, 0},
+            {SIGTERM, QStringLiteral("slow"), 0},
+            {0, QStringLiteral("exit"), 1}}; // as Qt does without a display
+        for (const auto &[signal, mode, status] : rows) {
+            Program program(folder_.path(), mode);
+            QVERIFY(program.says("first"));
+            QElapsedTimer timer;
+            timer.start();
+            if (signal != 0) {
+                program.send(signal);
+                program.send(signal);
+            }
+            QVERIFY(program.ends());
+            QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+            QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(program.exitCode(), status);
+            QCOMPARE(program.output(), QByteArray("first\nhook\n"));
         }
-        QVERIFY(program.ends());
-        QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(program.exitCode(), status);
-        QCOMPARE(program.output(), QByteArray("first\nhook\n"));
     }
 
     void aSecondStartHandsOverItsRequest() {
@@ -137,20 +132,16 @@ private Q_SLOTS:
         QVERIFY(third.says("second"));
     }
 
-    void takesOverFromOneThatHangs_data() {
-        QTest::addColumn<bool>("stopped");
-        QTest::newRow("at work") << false;
-        QTest::newRow("stopped") << true;
-    }
     void takesOverFromOneThatHangs() {
-        QFETCH(bool, stopped);
-        Program first(folder_.path(), QStringLiteral("hang"));
-        QVERIFY(first.says("first"));
-        if (stopped)
-            first.send(SIGSTOP);
-        Program second(folder_.path(), {}, 300);
-        QVERIFY(second.says("first"));
-        QVERIFY(first.ends());
+        for (const bool isStopped : {false, true}) {
+            Program first(folder_.path(), QStringLiteral("hang"));
+            QVERIFY(first.says("first"));
+            if (isStopped)
+                first.send(SIGSTOP);
+            Program second(folder_.path(), {}, 300);
+            QVERIFY(second.says("first"));
+            QVERIFY(first.ends());
+        }
     }
 
     void worksInAFolderOfAnyLength() {

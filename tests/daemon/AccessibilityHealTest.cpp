@@ -1,8 +1,7 @@
 #include "daemon/AccessibilityHeal.h"
 #include "support/FakeClock.h"
 #include "support/FakeDefaults.h"
-
-#include <QTest>
+#include "support/Row.h"
 
 #include <cmath>
 
@@ -47,65 +46,57 @@ class AccessibilityHealTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void actsOnlyOnAMissingPermissionThatIsNeeded_data() {
-        QTest::addColumn<int>("kvm");        // -1: no settings
-        QTest::addColumn<int>("permission"); // -1: unknown, -2: no status
-        for (const int kvm : {-1, 0, 1}) {
-            for (const int permission : {-2, -1, 0, 1})
-                QTest::addRow("%d %d", kvm, permission) << kvm << permission;
+    void actsOnlyOnAMissingPermissionThatIsNeeded() {
+        using Flag = std::optional<bool>;
+        for (const Flag kvm : {Flag(), Flag(false), Flag(true)}) {
+            for (const auto permission :
+                 std::initializer_list<std::optional<Flag>>{std::nullopt, Flag(), Flag(false), Flag(true)}) {
+                const auto state = stateWith(kvm, permission);
+                FakeDefaults defaults;
+                defaults.values[countKey] = qint64{1};
+                Run run(defaults, 120);
+                run.heal.permissionsChanged(state);
+                run.heal.refreshed(state);
+                const bool acts = kvm == true && permission == Flag(false);
+                const bool forgets = kvm == true && permission == Flag(true);
+                QCOMPARE(run.clock.pending(), acts ? (std::vector<FakeClock::Delay>{800ms, 6000ms})
+                                                   : std::vector<FakeClock::Delay>());
+                QCOMPARE(defaults.contains(bootKey), acts);
+                QCOMPARE(defaults.integer(countKey), qint64{forgets ? 0 : 1});
+                QCOMPARE(defaults.contains(countKey), !forgets);
+            }
         }
     }
-    void actsOnlyOnAMissingPermissionThatIsNeeded() {
-        QFETCH(int, kvm);
-        QFETCH(int, permission);
-        using Flag = std::optional<bool>;
-        const auto state =
-            stateWith(kvm < 0 ? Flag() : Flag(kvm == 1),
-                      permission == -2 ? std::optional<Flag>()
-                                       : std::optional(permission < 0 ? Flag() : Flag(permission == 1)));
-        FakeDefaults defaults;
-        defaults.values[countKey] = qint64{1};
-        Run run(defaults, 120);
-        run.heal.permissionsChanged(state);
-        run.heal.refreshed(state);
-        const bool acts = kvm == 1 && permission == 0;
-        QCOMPARE(run.clock.pending(),
-                 acts ? (std::vector<FakeClock::Delay>{800ms, 6000ms}) : std::vector<FakeClock::Delay>());
-        QCOMPARE(defaults.contains(bootKey), acts);
-        QCOMPARE(defaults.contains(countKey), !(kvm == 1 && permission == 1));
-        QCOMPARE(defaults.integer(countKey), qint64{kvm == 1 && permission == 1 ? 0 : 1});
-    }
 
-    void limits_data() {
-        QTest::addColumn<double>("uptime");
-        QTest::addColumn<double>("storedBoot"); // relative to the boot that is computed
-        QTest::addColumn<qint64>("storedCount");
-        QTest::addColumn<qint64>("count"); // 0: no restart
-        QTest::newRow("first ever") << 120.0 << -1e9 << qint64{0} << qint64{1};
-        QTest::newRow("second") << 120.0 << 0.0 << qint64{1} << qint64{2};
-        QTest::newRow("third") << 120.0 << 0.0 << qint64{2} << qint64{0};
-        QTest::newRow("far beyond") << 120.0 << 0.0 << std::numeric_limits<qint64>::max() << qint64{0};
-        QTest::newRow("3 s apart, same boot") << 120.0 << -3.0 << qint64{2} << qint64{0};
-        QTest::newRow("5 s apart, same boot") << 120.0 << 5.0 << qint64{2} << qint64{0};
-        QTest::newRow("6 s before, new boot") << 120.0 << -6.0 << qint64{2} << qint64{1};
-        QTest::newRow("6 s after, new boot") << 120.0 << 6.0 << qint64{2} << qint64{1};
-        QTest::newRow("not a number") << 120.0 << std::nan("") << qint64{2} << qint64{1};
-        QTest::newRow("just in time") << 299.9 << 0.0 << qint64{0} << qint64{1};
-        QTest::newRow("too late") << 300.0 << 0.0 << qint64{0} << qint64{0};
-        QTest::newRow("ten minutes") << 600.0 << -1e9 << qint64{0} << qint64{0};
-    }
     void limits() {
-        QFETCH(double, uptime);
-        QFETCH(double, storedBoot);
-        QFETCH(qint64, storedCount);
-        QFETCH(qint64, count);
+        const struct {
+            const char *name;
+            double uptime;
+            double storedBoot; ///< relative to the boot that is computed
+            qint64 storedCount;
+            qint64 count; ///< 0: no restart
+        } rows[]{{"first ever", 120, -1e9, 0, 1},
+                 {"second", 120, 0, 1, 2},
+                 {"third", 120, 0, 2, 0},
+                 {"far beyond", 120, 0, std::numeric_limits<qint64>::max(), 0},
+                 {"3 s apart, same boot", 120, -3, 2, 0},
+                 {"5 s apart, same boot", 120, 5, 2, 0},
+                 {"6 s before, new boot", 120, -6, 2, 1},
+                 {"6 s after, new boot", 120, 6, 2, 1},
+                 {"not a number", 120, std::nan(""), 2, 1},
+                 {"just in time", 299.9, 0, 0, 1},
+                 {"too late", 300, 0, 0, 0},
+                 {"ten minutes", 600, -1e9, 0, 0}};
         const double now = 1'700'000'000;
-        const double boot = now - uptime;
-        const auto next = healRecord(now, uptime, {boot + storedBoot, storedCount});
-        QCOMPARE(next.has_value(), count > 0);
-        if (next) {
-            QCOMPARE(next->count, count);
-            QCOMPARE(next->boot, std::abs(storedBoot) <= 5 ? boot + storedBoot : boot);
+        for (const auto &[name, uptime, storedBoot, storedCount, count] : rows) {
+            const Row row(name);
+            const double boot = now - uptime;
+            const auto next = healRecord(now, uptime, {boot + storedBoot, storedCount});
+            QCOMPARE(next.has_value(), count > 0);
+            if (next) {
+                QCOMPARE(next->count, count);
+                QCOMPARE(next->boot, std::abs(storedBoot) <= 5 ? boot + storedBoot : boot);
+            }
         }
     }
 

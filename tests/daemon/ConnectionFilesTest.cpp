@@ -1,13 +1,14 @@
 #include "daemon/ConnectionFiles.h"
+#include "support/Row.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <sys/stat.h>
 
 using namespace quorbit;
+using namespace quorbit::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -32,45 +33,38 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(home_.filePath(folder)));
     }
 
-    void contents_data() {
-        QTest::addColumn<QByteArray>("address");
-        QTest::addColumn<QByteArray>("token");
-        QTest::addColumn<QString>("expectedAddress"); // null: no connection
-        QTest::addColumn<QString>("expectedToken");
-        const QByteArray good = "http://127.0.0.1:24801/ui";
-        const QString url = QString::fromLatin1(good);
-        const auto row = [](const char *name, const QByteArray &address, const QByteArray &token,
-                            const QString &expectedAddress, const QString &expectedToken = {}) {
-            QTest::newRow(name) << address << token << expectedAddress << expectedToken;
-        };
-        row("plain", good, "t", url, u"t"_s);
-        row("white space", " \t\r\n" + good + "\xc2\xa0\xe2\x80\xa9\r\n", "\n t u \xe2\x80\x83\n", url,
-            u"t u"_s);
-        row("query", good + "?token=x?y\n", "t", url, u"t"_s);
-        row("leading question marks", "??" + good + "?a", "t", url, u"t"_s);
-        row("empty token", good, " \n", url, u""_s);
-        row("no scheme is looked at later", "localhost/ui", "t", u"localhost/ui"_s, u"t"_s);
-        row("empty address", "", "t", {});
-        row("blank address", " \n", "t", {});
-        row("not an address", "http://a b/", "t", {});
-        row("bad port", "http://127.0.0.1:99999999/", "t", {});
-        row("address not UTF-8", good + "\xff", "t", {});
-        row("token not UTF-8", good, "\xc3(", {});
-        row("token cut off", good, "t\xe4\xb8", {});
-        row("large", good, QByteArray(1'000'000, 't'), {});
-    }
     void contents() {
-        QFETCH(QByteArray, address);
-        QFETCH(QByteArray, token);
-        QFETCH(QString, expectedAddress);
-        QFETCH(QString, expectedToken);
-        write(u"ui-url"_s, address);
-        write(u"ui-token"_s, token);
-        const auto connection = readConnectionFiles(home_.path());
-        QCOMPARE(connection.has_value(), !expectedAddress.isNull());
-        if (connection) {
-            QCOMPARE(connection->address, QUrl(expectedAddress));
-            QCOMPARE(connection->token, expectedToken);
+        const QByteArray good = "http://127.0.0.1:24801/ui";
+        const struct {
+            const char *name;
+            QByteArray address, token;
+            std::optional<QString> expectedToken = {}; ///< none: no connection
+            QByteArray expectedAddress = "http://127.0.0.1:24801/ui";
+        } rows[]{
+            {"plain", good, "t", u"t"_s},
+            {"white space", " \t\r\n" + good + "\xc2\xa0\xe2\x80\xa9\r\n", "\n t u \xe2\x80\x83\n", u"t u"_s},
+            {"query", good + "?token=x?y\n", "t", u"t"_s},
+            {"leading question marks", "??" + good + "?a", "t", u"t"_s},
+            {"empty token", good, " \n", u""_s},
+            {"no scheme is looked at later", "localhost/ui", "t", u"t"_s, "localhost/ui"},
+            {"empty address", "", "t"},
+            {"blank address", " \n", "t"},
+            {"not an address", "http://a b/", "t"},
+            {"bad port", "http://127.0.0.1:99999999/", "t"},
+            {"address not UTF-8", good + "\xff", "t"},
+            {"token not UTF-8", good, "\xc3("},
+            {"token cut off", good, "t\xe4\xb8"},
+            {"large", good, QByteArray(1'000'000, 't')}};
+        for (const auto &[name, address, token, expectedToken, expectedAddress] : rows) {
+            const Row row(name);
+            write(u"ui-url"_s, address);
+            write(u"ui-token"_s, token);
+            const auto connection = readConnectionFiles(home_.path());
+            QCOMPARE(connection.has_value(), expectedToken.has_value());
+            if (connection) {
+                QCOMPARE(connection->address, QUrl(QString::fromLatin1(expectedAddress)));
+                QCOMPARE(connection->token, *expectedToken);
+            }
         }
     }
 

@@ -1,4 +1,5 @@
 #include "daemon/Fixture.h"
+#include "support/Row.h"
 
 using namespace quorbit;
 using namespace quorbit::test;
@@ -31,13 +32,6 @@ class DaemonTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void beginsWithNothing() {
-        Fixture world;
-        QCOMPARE(world.state(), ServiceState());
-        world.clock.advance(1h);
-        QVERIFY(world.service.seen.empty());
-    }
-
     void findsARunningService() {
         Fixture world;
         world.platform.auxiliary = u"/opt/quorbitd"_s;
@@ -54,46 +48,47 @@ private Q_SLOTS:
         world.daemon->stop();
     }
 
-    void launchesAndWaits_data() {
-        QTest::addColumn<QByteArray>("staleAddress"); // empty: no files at first
-        QTest::addColumn<QByteArray>("staleStatus");  // what the service answers at first
-        QTest::newRow("no files") << QByteArray() << QByteArray();
-        QTest::newRow("stale files") << QByteArray("http://127.0.0.1:1/") << QByteArray();
-        QTest::newRow("useless files") << QByteArray("nonsense") << QByteArray();
-        QTest::newRow("null is no status") << QByteArray("service") << QByteArray("null");
-        QTest::newRow("error page") << QByteArray("service") << QByteArray("<html>");
-    }
     void launchesAndWaits() {
-        QFETCH(QByteArray, staleAddress);
-        QFETCH(QByteArray, staleStatus);
-        Fixture world;
-        world.platform.auxiliary = u"/opt/bundle/quorbitd"_s;
-        world.service.answer("GET /api/status", {staleStatus});
-        if (staleAddress == "service")
+        const struct {
+            const char *name;
+            QByteArray staleAddress = {}; ///< empty: no files at first
+            QByteArray staleStatus = {};  ///< what the service answers at first
+        } rows[]{{"no files"},
+                 {"stale files", "http://127.0.0.1:1/"},
+                 {"useless files", "nonsense"},
+                 {"null is no status", "service", "null"},
+                 {"error page", "service", "<html>"}};
+        for (const auto &[name, staleAddress, staleStatus] : rows) {
+            const Row row(name);
+            Fixture world;
+            world.platform.auxiliary = u"/opt/bundle/quorbitd"_s;
+            world.service.answer("GET /api/status", {staleStatus});
+            if (staleAddress == "service")
+                world.writeFiles();
+            else if (!staleAddress.isEmpty())
+                world.writeFiles(staleAddress);
+            world.daemon->start();
+            QTRY_COMPARE(world.platform.launched.size(), std::size_t{1});
+            QCOMPARE(world.platform.auxiliaryAsked, QStringList{u"quorbitd"_s});
+            QCOMPARE(world.platform.launched[0]->executable, u"/opt/bundle/quorbitd"_s);
+            QCOMPARE(world.platform.launched[0]->arguments, (QStringList{u"run"_s, u"--no-tray"_s}));
+
+            for (int attempt = 0; attempt < 3; ++attempt) {
+                QTRY_COMPARE(world.clock.pending(), std::vector<FakeClock::Delay>{100ms});
+                world.clock.advance(100ms);
+            }
+            QVERIFY(world.refreshed());
+            QCOMPARE(world.state().connectionState, ConnectionState::starting);
+            world.service.answerAll();
             world.writeFiles();
-        else if (!staleAddress.isEmpty())
-            world.writeFiles(staleAddress);
-        world.daemon->start();
-        QTRY_COMPARE(world.platform.launched.size(), std::size_t{1});
-        QCOMPARE(world.platform.auxiliaryAsked, QStringList{u"quorbitd"_s});
-        QCOMPARE(world.platform.launched[0]->executable, u"/opt/bundle/quorbitd"_s);
-        QCOMPARE(world.platform.launched[0]->arguments, (QStringList{u"run"_s, u"--no-tray"_s}));
+            QCOMPARE(attemptsUntilDecided(world), 1);
+            QCOMPARE(world.state().connectionState, ConnectionState::connected);
+            QVERIFY(world.refreshed());
+            QVERIFY(world.state().status);
 
-        for (int attempt = 0; attempt < 3; ++attempt) {
-            QTRY_COMPARE(world.clock.pending(), std::vector<FakeClock::Delay>{100ms});
-            world.clock.advance(100ms);
+            world.daemon->stop();
+            QCOMPARE(world.platform.launched[0]->terminations, 1);
         }
-        QVERIFY(world.refreshed());
-        QCOMPARE(world.state().connectionState, ConnectionState::starting);
-        world.service.answerAll();
-        world.writeFiles();
-        QCOMPARE(attemptsUntilDecided(world), 1);
-        QCOMPARE(world.state().connectionState, ConnectionState::connected);
-        QVERIFY(world.refreshed());
-        QVERIFY(world.state().status);
-
-        world.daemon->stop();
-        QCOMPARE(world.platform.launched[0]->terminations, 1);
     }
 
     void fallsBackToTheFolderOfTheProgram() {
@@ -107,24 +102,19 @@ private Q_SLOTS:
         QCOMPARE(world.platform.launched[0]->terminations, 0);
     }
 
-    void givesUpWithoutAnExecutable() {
-        Fixture world;
-        world.daemon->start();
-        QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
-        QVERIFY(world.platform.logged.isEmpty());
-        QVERIFY(world.clock.pending().empty());
-        world.daemon->stop();
-    }
-
-    void givesUpAndLogsWhenLaunchingFails() {
-        Fixture world;
-        world.platform.auxiliary = u"/opt/quorbitd"_s;
-        world.platform.launchError = "100%s n\xc3\xa4h %n";
-        world.daemon->start();
-        QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
-        QCOMPARE(world.platform.logged, QStringList{u"[Quorbit] 启动 quorbitd 失败:100%s näh %n"_s});
-        QVERIFY(world.clock.pending().empty());
-        world.daemon->stop();
+    void givesUpWhenNothingCanBeLaunched() {
+        for (const bool isThere : {false, true}) {
+            Fixture world;
+            if (isThere)
+                world.platform.auxiliary = u"/opt/quorbitd"_s;
+            world.platform.launchError = "100%s n\xc3\xa4h %n";
+            world.daemon->start();
+            QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
+            QCOMPARE(world.platform.logged,
+                     isThere ? QStringList{u"[Quorbit] 启动 quorbitd 失败:100%s näh %n"_s} : QStringList());
+            QVERIFY(world.clock.pending().empty());
+            world.daemon->stop();
+        }
     }
 
     void givesUpAfterFiftyAttempts() {
@@ -145,6 +135,10 @@ private Q_SLOTS:
         world.writeFiles();
         world.daemon->start();
         QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
+        world.service.answer("GET /api/devices", {devicesJson});
+        finish(world.daemon->setPaused(true));
+        QCOMPARE(world.state().connectionState, ConnectionState::disconnected); // that takes a status
+        QCOMPARE(world.state().devices.size(), std::size_t{1});
         world.service.answerAll();
         finish(world.daemon->setPaused(true));
         QCOMPARE(world.state().connectionState, ConnectionState::connected);
@@ -170,40 +164,33 @@ private Q_SLOTS:
         QVERIFY(world.clock.pending().empty());
     }
 
-    void eachResourceKeepsItsLastGoodValue_data() {
-        QTest::addColumn<int>("failing");
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<int>("manner");
-        for (int failing = 0; failing < 4; ++failing) {
-            QTest::addRow("null %d", failing) << failing << QByteArray("null") << int(Answer::reply);
-            QTest::addRow("page %d", failing) << failing << QByteArray("<html>") << int(Answer::reply);
-            QTest::addRow("cut off %d", failing) << failing << QByteArray("[") << int(Answer::cutOff);
-            QTest::addRow("shut %d", failing) << failing << QByteArray() << int(Answer::shut);
-        }
-    }
     void eachResourceKeepsItsLastGoodValue() {
-        QFETCH(int, failing);
-        QFETCH(QByteArray, body);
-        QFETCH(int, manner);
-        Fixture world;
-        world.service.answerAll();
-        QVERIFY(world.startAndPoll());
-        const ServiceState before = world.state();
-        world.announced.clear();
-        world.service.answer("GET /api/status", {QByteArray(statusJson).replace("Desk", "New")});
-        world.service.answer("GET /api/settings", {QByteArray(settingsJson).replace("Desk", "New")});
-        world.service.answer("GET /api/devices", {QByteArray(devicesJson).replace("Lap", "New")});
-        world.service.answer("GET /api/history", {"[]"});
-        world.service.answer(resources[failing], {body, 200, {}, static_cast<Answer::Manner>(manner)});
-        QVERIFY(world.pollAgain());
+        const Answer failures[]{
+            {"null"}, {"<html>"}, {"[", 200, {}, Answer::cutOff}, {{}, 200, {}, Answer::shut}};
+        for (int failing = 0; failing < 4; ++failing) {
+            for (const Answer &failure : failures) {
+                const Row row(resources[failing] + (' ' + failure.body));
+                Fixture world;
+                world.service.answerAll();
+                QVERIFY(world.startAndPoll());
+                const ServiceState before = world.state();
+                world.announced.clear();
+                world.service.answer("GET /api/status", {QByteArray(statusJson).replace("Desk", "New")});
+                world.service.answer("GET /api/settings", {QByteArray(settingsJson).replace("Desk", "New")});
+                world.service.answer("GET /api/devices", {QByteArray(devicesJson).replace("Lap", "New")});
+                world.service.answer("GET /api/history", {"[]"});
+                world.service.answer(resources[failing], failure);
+                QVERIFY(world.pollAgain());
 
-        QByteArrayList expected{"status", "settings", "devices", "history", "connection"};
-        expected.removeAt(failing);
-        QCOMPARE(world.announced, expected);
-        QCOMPARE(world.state().status != before.status, failing != 0);
-        QCOMPARE(world.state().settings != before.settings, failing != 1);
-        QCOMPARE(world.state().devices != before.devices, failing != 2);
-        QCOMPARE(world.state().history.empty(), failing != 3);
+                QByteArrayList expected{"status", "settings", "devices", "history", "connection"};
+                expected.removeAt(failing);
+                QCOMPARE(world.announced, expected);
+                QCOMPARE(world.state().status != before.status, failing != 0);
+                QCOMPARE(world.state().settings != before.settings, failing != 1);
+                QCOMPARE(world.state().devices != before.devices, failing != 2);
+                QCOMPARE(world.state().history.empty(), failing != 3);
+            }
+        }
     }
 
     void aServiceThatIsGoneLeavesEverything() {
@@ -218,17 +205,6 @@ private Q_SLOTS:
         QCOMPARE(world.state(), before);
         // That a status is known is enough to say so again.
         QCOMPARE(world.announced, (QByteArrayList{"connection", "connection"}));
-    }
-
-    void connectedNeedsAStatus() {
-        Fixture world;
-        world.writeFiles();
-        world.daemon->start(); // no executable: gives up
-        QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
-        world.service.answer("GET /api/devices", {devicesJson});
-        finish(world.daemon->setPaused(true));
-        QCOMPARE(world.state().connectionState, ConnectionState::disconnected);
-        QCOMPARE(world.state().devices.size(), std::size_t{1});
     }
 
     void stopDuringThePauseEndsThePolling() {
@@ -283,35 +259,33 @@ private Q_SLOTS:
         world.platform.announceAccessibilityChange(); // must not reach the Daemon that is gone
     }
 
-    void destructionEndsEverythingAtOnce_data() {
-        QTest::addColumn<QByteArrayList>("hanging");
-        QTest::newRow("first probe") << QByteArrayList{"GET /api/status"};
-        QTest::newRow("refresh") << QByteArrayList{"GET /api/settings", "GET /api/devices",
-                                                   "GET /api/history"};
-        QTest::newRow("pause") << QByteArrayList();
-        QTest::newRow("one of a refresh") << QByteArrayList{"GET /api/history"};
-    }
     void destructionEndsEverythingAtOnce() {
-        QFETCH(QByteArrayList, hanging);
-        Fixture world;
-        world.service.answerAll();
-        for (const QByteArray &line : hanging)
-            world.service.answer(line, {{}, 200, {}, Answer::hang});
-        world.writeFiles();
-        world.daemon->start();
-        QTRY_VERIFY(world.service.seen.size() == 5 || hanging.contains("GET /api/status"));
-        QTest::qWait(50);
-        const auto save = outcomeOf(world.daemon->saveSettings(DaemonSettings()));
-        const auto clear = outcomeOf(world.daemon->clearHistory());
-        const auto show = outcomeOf(world.daemon->pairShow());
-        world.announced.clear();
-        world.daemon.reset();
-        QVERIFY(save->stopped);
-        QVERIFY(clear->stopped);
-        QVERIFY(show->stopped);
-        QVERIFY(world.announced.isEmpty());
-        QVERIFY(world.clock.pending().empty());
-        QTest::qWait(20); // whatever was left behind would now run into the Daemon that is gone
+        const QByteArrayList rows[]{{"GET /api/status"}, // the first probe
+                                    {"GET /api/settings", "GET /api/devices", "GET /api/history"},
+                                    {"GET /api/history"},
+                                    {}}; // during the pause
+        for (const QByteArrayList &hanging : rows) {
+            const Row row(hanging.join(' '));
+            Fixture world;
+            world.service.answerAll();
+            for (const QByteArray &line : hanging)
+                world.service.answer(line, {{}, 200, {}, Answer::hang});
+            world.writeFiles();
+            world.daemon->start();
+            QTRY_VERIFY(world.service.seen.size() == 5 || hanging.contains("GET /api/status"));
+            QTest::qWait(50);
+            const auto save = outcomeOf(world.daemon->saveSettings(DaemonSettings()));
+            const auto clear = outcomeOf(world.daemon->clearHistory());
+            const auto show = outcomeOf(world.daemon->pairShow());
+            world.announced.clear();
+            world.daemon.reset();
+            QVERIFY(save->stopped);
+            QVERIFY(clear->stopped);
+            QVERIFY(show->stopped);
+            QVERIFY(world.announced.isEmpty());
+            QVERIFY(world.clock.pending().empty());
+            QTest::qWait(20); // whatever was left behind would now run into the Daemon that is gone
+        }
     }
 
     void destructionDuringTheLaunch() {

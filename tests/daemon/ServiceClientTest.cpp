@@ -2,11 +2,11 @@
 #include "daemon/Records.h"
 #include "support/Await.h"
 #include "support/FakeService.h"
+#include "support/Row.h"
 #include "support/Samples.h"
 
 #include <QElapsedTimer>
 #include <QNetworkProxy>
-#include <QTest>
 
 using namespace quorbit;
 using namespace quorbit::test;
@@ -21,145 +21,106 @@ class ServiceClientTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void nothingIsSentWithoutUsableAddressTokenAndPath_data() {
-        QTest::addColumn<QString>("address"); // %1: the service's own
-        QTest::addColumn<QString>("token");
-        QTest::addColumn<QString>("path");
-        const QString service = u"http://%1"_s;
-        const QString path = u"/api/devices/a"_s;
-        const auto row = [](const char *name, const QString &address, const QString &token,
-                            const QString &way) { QTest::newRow(name) << address << token << way; };
-        row("no connection", {}, {}, path);
-        row("other scheme", u"ftp://%1"_s, u"t"_s, path);
-        row("no scheme", u"//%1"_s, u"t"_s, path);
-        row("no host", u"http:///ui"_s, u"t"_s, path);
-        row("file", u"file:///etc/passwd"_s, u"t"_s, path);
-        row("line break in token", service, u"t\r\nX-Evil: 1"_s, path);
-        row("line feed in token", service, u"t\nX"_s, path);
-        row("NUL in token", service, u"t\0x"_s, path);
-        row("DEL in token", service, u"t\x7f"_s, path);
-        for (const char *id :
-             {" ", "a b", "a\"", "<",  ">",   "\\",       "^",  "`",         "{",    "|",  "}",
-              "[", "]",   "%",   "%4", "%zz", "\xc3\xa9", "\n", "a\r\nX: 1", "\x7f", "a#b"})
-            row(QByteArray(id).toHex('-').constData(), service, u"t"_s,
-                "/api/devices/"_L1 + QString::fromUtf8(id));
-        row("NUL", service, u"t"_s, u"/api/devices/\0"_s);
-        row("relative", service, u"t"_s, u"api/status"_s);
-    }
     void nothingIsSentWithoutUsableAddressTokenAndPath() {
-        QFETCH(QString, address);
-        QFETCH(QString, token);
-        QFETCH(QString, path);
         FakeService service;
-        ServiceClient client(silence);
-        if (!address.isEmpty())
-            client.setConnection({QUrl(address.replace(u"%1"_s, service.address().authority())), token});
-        QVERIFY_EXCEPTION_THROWN(finish(client.get<Status>(path, {})), APIError);
-        QVERIFY_EXCEPTION_THROWN(finish(client.put<UpdateResult>(path, DaemonSettings(), {})), APIError);
-        QVERIFY_EXCEPTION_THROWN(finish(client.postEmpty(path, {})), APIError);
-        QVERIFY_EXCEPTION_THROWN(finish(client.deleteEmpty(path, {})), APIError);
+        const QString path = u"/api/devices/a"_s;
+        const auto refuses = [&](const QString &address, const QString &token, const QString &way) {
+            const Row row((address + u' ' + token + u' ' + way).toUtf8());
+            ServiceClient client(silence);
+            if (!address.isEmpty())
+                client.setConnection({QUrl(address.arg(service.address().authority())), token});
+            QVERIFY_EXCEPTION_THROWN(finish(client.get<Status>(way, {})), APIError);
+            QVERIFY_EXCEPTION_THROWN(finish(client.put<UpdateResult>(way, DaemonSettings(), {})), APIError);
+            QVERIFY_EXCEPTION_THROWN(finish(client.postEmpty(way, {})), APIError);
+            QVERIFY_EXCEPTION_THROWN(finish(client.deleteEmpty(way, {})), APIError);
+        };
+        for (const auto &address :
+             {u""_s, u"ftp://%1"_s, u"//%1"_s, u"http:///ui?%1"_s, u"file:///etc/passwd?%1"_s})
+            refuses(address, u"t"_s, path);
+        for (const auto &token : {u"t\r\nX-Evil: 1"_s, u"t\nX"_s, u"t\0x"_s, u"t\x7f"_s})
+            refuses(u"http://%1"_s, token, path);
+        for (const char16_t character : u" \"<>\\^`{|}[]%\u00e9\n\r\u007f#")
+            refuses(u"http://%1"_s, u"t"_s, path + character); // the last one is NUL
+        for (const auto &way : {u"/api/devices/%4"_s, u"/api/devices/%zz"_s, u"api/status"_s})
+            refuses(u"http://%1"_s, u"t"_s, way);
         QTest::qWait(20);
         QCOMPARE(service.connections, 0);
     }
 
-    void pathsReplaceTheAddressesOwn_data() {
-        QTest::addColumn<QString>("base"); // appended to the service's address
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QByteArray>("target");
-        QTest::newRow("path") << u"/ui"_s << u"/api/history"_s << QByteArray("/api/history");
-        QTest::newRow("path, query and fragment")
-            << u"/a/b/?c=d#e"_s << u"/api/history"_s << QByteArray("/api/history");
-        QTest::newRow("every character") << u""_s << u"/api/devices/AZaz09-._~:@!$&'()*+,;=%2F%25"_s
-                                         << QByteArray("/api/devices/AZaz09-._~:@!$&'()*+,;=%2F%25");
-        QTest::newRow("empty segment") << u""_s << u"/api/devices//x"_s << QByteArray("/api/devices//x");
-        QTest::newRow("question mark") << u""_s << u"/api/devices/a?b"_s << QByteArray("/api/devices/a?b");
-    }
     void pathsReplaceTheAddressesOwn() {
-        QFETCH(QString, base);
-        QFETCH(QString, path);
-        QFETCH(QByteArray, target);
-        FakeService service;
-        ServiceClient client(silence);
-        client.setConnection({QUrl(service.address().toString() + base), u"t"_s});
-        finish(client.deleteEmpty(path, {}));
-        QCOMPARE(service.lines(), QByteArrayList{"DELETE " + target});
+        const std::pair<QString, QString> rows[]{// the base is appended to the service's address
+                                                 {u"/ui"_s, u"/api/history"_s},
+                                                 {u"/a/b/?c=d#e"_s, u"/api/history"_s},
+                                                 {u""_s, u"/api/devices/AZaz09-._~:@!$&'()*+,;=%2F%25"_s},
+                                                 {u""_s, u"/api/devices//x"_s},
+                                                 {u""_s, u"/api/devices/a?b"_s}};
+        for (const auto &[base, path] : rows) {
+            FakeService service;
+            ServiceClient client(silence);
+            client.setConnection({QUrl(service.address().toString() + base), u"t"_s});
+            finish(client.deleteEmpty(path, {}));
+            QCOMPARE(service.lines(), QByteArrayList{"DELETE " + path.toUtf8()});
+        }
     }
 
-    void tokenGoesOutAsItIs_data() {
-        QTest::addColumn<QString>("token");
-        QTest::newRow("usual") << u"s3cret"_s;
-        QTest::newRow("empty") << u""_s;
-        QTest::newRow("not ASCII") << u"p\u00e9: ,x"_s;
-    }
     void tokenGoesOutAsItIs() {
-        QFETCH(QString, token);
-        FakeService service;
-        ServiceClient client(silence);
-        service.answer("POST /api/pause", {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
-        QUrl address = service.address();
-        address.setUserInfo(u"user:password"_s);
-        client.setConnection({address, token});
-        finish(client.postEmpty(u"/api/pause"_s, {}));
-        // Once: the name and password in the address are no answer to the service's refusal.
-        QCOMPARE(service.seen.size(), std::size_t{1});
-        QCOMPARE(service.seen.at(0).header("authorization"), QByteArrayList{"Bearer " + token.toUtf8()});
+        for (const QString &token : {u"s3cret"_s, u""_s, u"p\u00e9: ,x"_s}) {
+            FakeService service;
+            ServiceClient client(silence);
+            service.answer("POST /api/pause", {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
+            QUrl address = service.address();
+            address.setUserInfo(u"user:password"_s);
+            client.setConnection({address, token});
+            finish(client.postEmpty(u"/api/pause"_s, {}));
+            // Once: the name and password in the address are no answer to the service's refusal.
+            QCOMPARE(service.seen.size(), std::size_t{1});
+            QCOMPARE(service.seen.at(0).header("authorization"), QByteArrayList{"Bearer " + token.toUtf8()});
+        }
     }
 
-    void statusesPlayNoPart_data() {
-        QTest::addColumn<int>("status");
-        for (const int status : {200, 201, 301, 302, 307, 400, 401, 403, 404, 405, 407,
-                                 409, 410, 418, 429, 500, 501, 502, 503, 504, 599})
-            QTest::addRow("%d", status) << status;
-    }
     void statusesPlayNoPart() {
-        QFETCH(int, status);
-        FakeService service;
-        ServiceClient client(silence);
-        client.setConnection({service.address(), u"t"_s});
-        Answer answer{R"({"ok":false})", status, {"WWW-Authenticate: Basic realm=\"r\""}};
-        service.answer("PUT /api/settings", answer);
-        service.answer("POST /api/pause", {{}, status});
-        QCOMPARE(finish(client.put<UpdateResult>(u"/api/settings"_s, DaemonSettings(), {})).ok, false);
-        finish(client.postEmpty(u"/api/pause"_s, {}));
-        QCOMPARE(service.seen.size(), std::size_t{2});
+        for (const int status : {200, 201, 301, 302, 307, 400, 401, 403, 404, 405, 407,
+                                 409, 410, 418, 429, 500, 501, 502, 503, 504, 599}) {
+            const Row row(QByteArray::number(status));
+            FakeService service;
+            ServiceClient client(silence);
+            client.setConnection({service.address(), u"t"_s});
+            service.answer("PUT /api/settings",
+                           {R"({"ok":false})", status, {"WWW-Authenticate: Basic realm=\"r\""}});
+            service.answer("POST /api/pause", {{}, status});
+            QCOMPARE(finish(client.put<UpdateResult>(u"/api/settings"_s, DaemonSettings(), {})).ok, false);
+            finish(client.postEmpty(u"/api/pause"_s, {}));
+            QCOMPARE(service.seen.size(), std::size_t{2});
+        }
     }
 
-    void brokenRepliesFail_data() {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<int>("manner");
-        QTest::addColumn<QByteArrayList>("headers");
-        const auto row = [](const char *name, const QByteArray &body, Answer::Manner manner = Answer::reply,
-                            const QByteArrayList &headers = {}) {
-            QTest::newRow(name) << body << static_cast<int>(manner) << headers;
-        };
-        row("empty", {});
-        row("null", "null");
-        row("page", "<html></html>");
-        row("deep", QByteArray(100'000, '['));
-        row("bad UTF-8", QByteArray(statusJson).replace("Desk", "\xff"));
-        row("50 MB", statusJson + QByteArray(50'000'000, ' '));
-        row("endless", {}, Answer::endless);
-        row("cut off", statusJson, Answer::cutOff);
-        row("cut off in the head", {}, Answer::shut);
-        row("hangs", {}, Answer::hang);
-        row("bad compression", statusJson, Answer::reply, {"Content-Encoding: gzip"});
-    }
     void brokenRepliesFail() {
-        QFETCH(QByteArray, body);
-        QFETCH(int, manner);
-        QFETCH(QByteArrayList, headers);
-        FakeService service;
-        ServiceClient client(silence);
-        client.setConnection({service.address(), u"t"_s});
-        service.answer("GET /api/status", {body, 200, headers, static_cast<Answer::Manner>(manner)});
-        try {
-            finish(client.get<Status>(u"/api/status"_s, {}));
-            QFAIL("the reply was taken");
-        } catch (const TransportError &) {
-        } catch (const wire::DecodeError &) {}
-        // The next request is none the worse for it.
-        service.answer("GET /api/status", {statusJson});
-        QCOMPARE(finish(client.get<Status>(u"/api/status"_s, {})), wire::decode<Status>(statusJson));
+        const std::pair<const char *, Answer> rows[]{
+            {"empty", {}},
+            {"null", {"null"}},
+            {"deep", {QByteArray(100'000, '[')}},
+            {"bad UTF-8", {QByteArray(statusJson).replace("Desk", "\xff")}},
+            {"50 MB", {statusJson + QByteArray(50'000'000, ' ')}},
+            {"endless", {{}, 200, {}, Answer::endless}},
+            {"cut off", {statusJson, 200, {}, Answer::cutOff}},
+            {"cut off in the head", {{}, 200, {}, Answer::shut}},
+            {"hangs", {{}, 200, {}, Answer::hang}},
+            {"bad compression", {statusJson, 200, {"Content-Encoding: gzip"}}}};
+        for (const auto &[name, answer] : rows) {
+            const Row row(name);
+            FakeService service;
+            ServiceClient client(silence);
+            client.setConnection({service.address(), u"t"_s});
+            service.answer("GET /api/status", answer);
+            try {
+                finish(client.get<Status>(u"/api/status"_s, {}));
+                QFAIL("the reply was taken");
+            } catch (const TransportError &) {
+            } catch (const wire::DecodeError &) {}
+            // The next request is none the worse for it.
+            service.answer("GET /api/status", {statusJson});
+            QCOMPARE(finish(client.get<Status>(u"/api/status"_s, {})), wire::decode<Status>(statusJson));
+        }
     }
 
     void refusedConnectionFails() {

@@ -3,50 +3,19 @@
 #include "menubar/MenuBarView.h"
 #include "menubar/MenuRow.h"
 #include "menubar/PanelStates.h"
-#include "menubar/TestWorld.h"
 #include "menubar/UpdateBadge.h"
-#include "ui/ControlStyle.h"
+#include "support/TestWorld.h"
+#include "support/ViewChecks.h"
 #include "ui/Switch.h"
 #include "ui/TextLabel.h"
 
-#include <QAccessible>
-#include <QApplication>
-#include <QSet>
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
+using namespace quorbit::test;
 
 namespace {
-
-// The widgets that were painted while it lived.
-class PaintWatch : public QObject {
-public:
-    PaintWatch() { qApp->installEventFilter(this); }
-
-    QSet<QWidget *> painted() {
-        QTest::qWait(60); // longer than any update waits
-        return painted_;
-    }
-
-    bool eventFilter(QObject *object, QEvent *event) override {
-        if (event->type() == QEvent::Paint && object->isWidgetType())
-            painted_.insert(static_cast<QWidget *>(object));
-        return false;
-    }
-
-private:
-    QSet<QWidget *> painted_;
-};
-
-QAccessibleInterface *accessible(QWidget *widget) {
-    return QAccessible::queryAccessibleInterface(widget);
-}
-
-QString nameOf(QWidget *widget) {
-    return accessible(widget)->text(QAccessible::Name);
-}
 
 template <class Widget>
 QStringList namesOf(const MenuBarView &panel) {
@@ -61,327 +30,264 @@ QStringList namesOf(const MenuBarView &panel) {
     return names;
 }
 
-template <class Widget>
-Widget *named(const MenuBarView &panel, const QString &name) {
-    for (Widget *widget : panel.findChildren<Widget *>())
-        if (widget->isVisible() && nameOf(widget) == name)
-            return widget;
-    return nullptr;
-}
-
 } // namespace
 
 class MenuBarViewTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void init() {
+        useLanguage("en"_L1);
+        useAppearance({}, 9);
+    }
 
-    void equalModelPaintsNothing();
-    void changedValuePaintsItsRowAlone();
-    void rowsStayWithTheirValues();
-    void highlightStaysUnderThePointer();
-    void goneRowsLeave();
-    void controlsAskAndShowOnlyWhatTheyAreTold();
-    void keyboardReachesEveryControl();
-    void screenReadersHearEveryRow();
-    void markupIsText();
-    void everythingFits_data();
-    void everythingFits();
+    void cleanup() { panel_.reset(); }
+
+    void onlyWhatChangedIsPainted() {
+        show();
+        PaintWatch calm;
+        panel_->render(busy_.model());
+        QCOMPARE(calm.painted(), QSet<QWidget *>());
+
+        auto *transfer = named<MenuRow>(*panel_, u"report.pdf · 25%"_s);
+        const int height = panel_->height();
+        ServiceState service = busy_.service;
+        service.status->file_xfer->sent = 1024;
+        PaintWatch watch;
+        render(service);
+        const QSet<QWidget *> painted = watch.painted();
+        QVERIFY(painted.contains(transfer));
+        for (QWidget *widget : painted) {
+            const bool isOther = qobject_cast<MenuRow *>(widget) || qobject_cast<HoverRow *>(widget) ||
+                                 qobject_cast<Switch *>(widget);
+            QVERIFY(widget == transfer || !isOther);
+        }
+        QCOMPARE(nameOf(transfer), u"report.pdf · 50%"_s);
+        QCOMPARE(panel_->height(), height);
+    }
+
+    void rowsStayWithTheirValues() {
+        show();
+        auto *chosen = named<HistoryRow>(*panel_, u"3 files, Studio Mac"_s);
+        auto *peer = named<MenuRow>(*panel_, u"Office Linux, Connected"_s);
+        chosen->setFocus(Qt::TabFocusReason);
+
+        ServiceState service = busy_.service;
+        std::rotate(service.history.begin(), service.history.begin() + 2, service.history.end());
+        service.history.insert(service.history.begin(), HistoryEntry{9, {}, u"new"_s, {}, {}});
+        std::swap(service.status->peers[0], service.status->peers[1]);
+        service.status->peers[0].name = u"Renamed"_s;
+        render(service);
+        QTest::qWait(60);
+
+        const QStringList history{u"new"_s, u"3 files, Studio Mac"_s,
+                                  u"ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"_s,
+                                  u"Screenshot 1440 × 900, Travel laptop"_s};
+        QCOMPARE(namesOf<HistoryRow>(*panel_), history);
+        QCOMPARE(named<HistoryRow>(*panel_, u"3 files, Studio Mac"_s), chosen);
+        QVERIFY(chosen->hasFocus());
+        QCOMPARE(namesOf<MenuRow>(*panel_).first(2),
+                 QStringList({u"Renamed, Connected"_s, u"Travel laptop, Connected"_s}));
+        QCOMPARE(named<MenuRow>(*panel_, u"Renamed, Connected"_s), peer);
+        QTest::keyClick(panel_.get(), Qt::Key_Tab);
+        QCOMPARE(nameOf(panel_->focusWidget()), history[2]);
+    }
+
+    void highlightStaysUnderThePointer() {
+        show();
+        const auto rows = panel_->findChildren<HistoryRow *>();
+        QCursor::setPos(rows[2]->mapToGlobal(rows[2]->rect().center()));
+        QTest::mouseMove(panel_->windowHandle(), rows[2]->mapTo(panel_.get(), rows[2]->rect().center()));
+        QTRY_VERIFY(rows[2]->underMouse());
+        const QColor lit = rows[2]->palette().color(QPalette::Dark);
+        QVERIFY(lit != panel_->palette().color(QPalette::Dark));
+
+        ServiceState service = busy_.service;
+        std::swap(service.history[1], service.history[2]);
+        render(service);
+        QVERIFY(!rows[2]->underMouse() && rows[1]->underMouse());
+        QCOMPARE(rows[1]->palette().color(QPalette::Dark), lit);
+        QCOMPARE(rows[2]->palette().color(QPalette::Dark), panel_->palette().color(QPalette::Dark));
+    }
+
+    void goneRowsLeave() {
+        show();
+        const int full = panel_->height();
+        render(ServiceState());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(namesOf<HistoryRow>(*panel_), QStringList());
+        QCOMPARE(namesOf<MenuRow>(*panel_), QStringList(u"No paired computers yet"_s));
+        QVERIFY(panel_->height() < full);
+
+        // Two entries that claim to be the same one are two rows.
+        ServiceState twins = busy_.service;
+        twins.history = {{1, {}, u"a"_s, {}, {}}, {1, {}, u"b"_s, {}, {}}};
+        render(twins);
+        QTest::qWait(60);
+        QCOMPARE(namesOf<HistoryRow>(*panel_), QStringList({u"a"_s, u"b"_s}));
+        render(busy_.service);
+        QCOMPARE(panel_->height(), full);
+    }
+
+    void controlsAskAndShowOnlyWhatTheyAreTold() {
+        show();
+        QSignalSpy pause(panel_.get(), &MenuBarView::pauseRequested);
+        QSignalSpy history(panel_.get(), &MenuBarView::historyChosen);
+        QSignalSpy update(panel_.get(), &MenuBarView::updateRequested);
+        QSignalSpy settings(panel_.get(), &MenuBarView::settingsRequested);
+        QSignalSpy quit(panel_.get(), &MenuBarView::quitRequested);
+
+        auto *pauseSwitch = panel_->findChild<Switch *>();
+        QTest::mouseClick(pauseSwitch, Qt::LeftButton);
+        QCOMPARE(pause.takeFirst(), QVariantList{true});
+        QVERIFY(!pauseSwitch->isOn());
+        ServiceState paused = busy_.service;
+        paused.status->paused = true;
+        render(paused);
+        QVERIFY(pauseSwitch->isOn());
+        QTest::mouseClick(pauseSwitch, Qt::LeftButton);
+        QCOMPARE(pause.takeFirst(), QVariantList{false});
+
+        QTest::mouseClick(named<HistoryRow>(*panel_, u"3 files, Studio Mac"_s), Qt::LeftButton);
+        QCOMPARE(history.takeFirst(), QVariantList{qint64(3)});
+        auto *badge = panel_->findChild<UpdateBadge *>();
+        QTest::mouseClick(badge, Qt::LeftButton);
+        QCOMPARE(update.size(), 1);
+        QTest::mouseClick(named<FooterRow>(*panel_, u"Settings…"_s), Qt::LeftButton);
+        QCOMPARE(settings.size(), 1);
+        QTest::mouseClick(named<FooterRow>(*panel_, u"Quit Quorbit"_s), Qt::LeftButton);
+        QTest::keyClick(panel_.get(), Qt::Key_Q, Qt::ControlModifier);
+        QCOMPARE(quit.size(), 2);
+        QTest::keyClick(panel_.get(), Qt::Key_Comma, Qt::ControlModifier);
+        QCOMPARE(settings.size(), 1);
+
+        panel_->render(menuBarModel(busy_.service, UpdateState()));
+        QVERIFY(!badge->isVisible());
+        QVERIFY(pause.isEmpty() && history.isEmpty());
+    }
+
+    void keyboardReachesEveryControl() {
+        show();
+        QSignalSpy pause(panel_.get(), &MenuBarView::pauseRequested);
+        QSignalSpy history(panel_.get(), &MenuBarView::historyChosen);
+        QSignalSpy update(panel_.get(), &MenuBarView::updateRequested);
+        const QStringList controls{u"Quorbit 1.5.0 is available"_s,
+                                   u"Pause syncing"_s,
+                                   u"ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"_s,
+                                   u"Screenshot 1440 × 900, Travel laptop"_s,
+                                   u"3 files, Studio Mac"_s,
+                                   u"Settings…"_s,
+                                   u"Quit Quorbit"_s};
+        // A key pressed by chance on the panel that has just opened does nothing.
+        QCOMPARE(QApplication::focusWidget(), panel_.get());
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space})
+            QTest::keyClick(panel_.get(), key);
+        QVERIFY(pause.isEmpty() && history.isEmpty() && update.isEmpty());
+
+        const auto walk = [&](Qt::Key key) {
+            QStringList names;
+            for (int step = 0; step < controls.size(); ++step) {
+                QTest::keyClick(QApplication::focusWidget(), key);
+                names << nameOf(QApplication::focusWidget());
+            }
+            return names;
+        };
+        const QStringList backwards(controls.rbegin(), controls.rend());
+        QCOMPARE(walk(Qt::Key_Down), controls);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QCOMPARE(walk(Qt::Key_Backtab), backwards);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(walk(Qt::Key_Up), backwards);
+
+        const std::initializer_list<QWidget *> actions{panel_->findChild<UpdateBadge *>(),
+                                                       panel_->findChild<Switch *>(),
+                                                       named<HistoryRow>(*panel_, controls[3])};
+        for (QWidget *control : actions) {
+            control->setFocus();
+            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
+                QTest::keyClick(control, key);
+        }
+        QCOMPARE(update.size(), 3);
+        QCOMPARE(pause.size(), 3);
+        QCOMPARE(history.size(), 3);
+    }
+
+    void screenReadersHearEveryRow() {
+        show();
+        const QStringList rows{u"Travel laptop, Connected"_s, u"Office Linux, Connected"_s,
+                               u"Received text from Office Linux"_s, u"report.pdf · 25%"_s};
+        QCOMPARE(namesOf<MenuRow>(*panel_), rows);
+        auto *badge = panel_->findChild<UpdateBadge *>();
+        QCOMPARE(nameOf(badge), badge->toolTip());
+        auto *pauseSwitch = panel_->findChild<Switch *>();
+        QVERIFY(!accessible(pauseSwitch)->state().checked);
+        const std::pair<QWidget *, QAccessible::Role> roles[]{
+            {panel_->findChild<MenuRow *>(), QAccessible::StaticText},
+            {panel_->findChild<HistoryRow *>(), QAccessible::Button},
+            {panel_->findChild<FooterRow *>(), QAccessible::Button},
+            {badge, QAccessible::Button},
+            {pauseSwitch, QAccessible::CheckBox}};
+        for (const auto &[widget, role] : roles)
+            QCOMPARE(accessible(widget)->role(), role);
+        ServiceState paused = busy_.service;
+        paused.status->paused = true;
+        render(paused);
+        QVERIFY(accessible(pauseSwitch)->state().checked);
+        auto *dot = named<QWidget>(*panel_, u"Syncing is paused"_s);
+        QCOMPARE(dot ? accessible(dot)->role() : QAccessible::NoRole, QAccessible::Graphic);
+    }
+
+    void everythingFits_data() { addLooks({9.0, 10.0, 11.0, 12.5, 14.0, 16.0}); }
+    void everythingFits() {
+        useLook();
+        QSet<QString> ownTexts;
+        for (const char *key :
+             {"common.app_name", "menu.connected", "menu.pause_sync", "menu.history_header", "menu.settings",
+              "menu.quit", "menu.no_devices", "menu.waiting_peer", "menu.daemon_disconnected"})
+            ownTexts.insert(qtTrId(key));
+
+        for (const PanelState &state : panelStates()) {
+            MenuBarView panel;
+            panel.render(state.model());
+            panel.show();
+            QCoreApplication::processEvents();
+            QCOMPARE(panel.width(), 320);
+            for (HistoryRow *row : panel.findChildren<HistoryRow *>())
+                QVERIFY(row->findChild<TextLabel *>()->width() >= 120); // the preview, beside any source
+            QList<QPair<QWidget *, QRect>> placed;
+            for (QWidget *widget : panel.findChildren<QWidget *>()) {
+                if (!widget->isVisible() || !widget->findChildren<QWidget *>().isEmpty())
+                    continue;
+                const QRect place(widget->mapTo(&panel, QPoint()), widget->size());
+                QVERIFY2(panel.rect().contains(place), qPrintable(state.name + u": "_s + nameOf(widget)));
+                for (const auto &[other, otherPlace] : placed)
+                    QVERIFY2(!place.intersects(otherPlace),
+                             qPrintable(nameOf(widget) + u" | "_s + nameOf(other)));
+                placed.append({widget, place});
+                auto *label = qobject_cast<TextLabel *>(widget);
+                if (!label)
+                    continue;
+                QVERIFY2(label->height() >= label->heightForWidth(label->width()), qPrintable(label->text()));
+                if (ownTexts.contains(label->text()) && !label->hasHeightForWidth())
+                    QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->text()));
+            }
+        }
+    }
 
 private:
-    void show();
+    void show() {
+        panel_ = std::make_unique<MenuBarView>();
+        panel_->render(busy_.model());
+        openWindow(*panel_);
+    }
     void render(const ServiceState &service) { panel_->render(menuBarModel(service, busy_.update)); }
 
     const PanelState busy_ = busyPanelState();
     std::unique_ptr<MenuBarView> panel_;
 };
 
-void MenuBarViewTest::initTestCase() {
-    QApplication::setStyle(new ControlStyle);
-}
-
-void MenuBarViewTest::init() {
-    useLanguage("en"_L1);
-    useAppearance({}, 9);
-}
-
-void MenuBarViewTest::cleanup() {
-    panel_.reset();
-}
-
-void MenuBarViewTest::show() {
-    panel_ = std::make_unique<MenuBarView>();
-    panel_->render(busy_.model());
-    panel_->show();
-    panel_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(panel_.get()));
-    QTest::qWait(60);
-}
-
-void MenuBarViewTest::equalModelPaintsNothing() {
-    show();
-    PaintWatch watch;
-    panel_->render(busy_.model());
-    QCOMPARE(watch.painted(), QSet<QWidget *>());
-}
-
-void MenuBarViewTest::changedValuePaintsItsRowAlone() {
-    show();
-    const auto rows = panel_->findChildren<MenuRow *>();
-    const auto history = panel_->findChildren<HistoryRow *>();
-    MenuRow *transfer = named<MenuRow>(*panel_, u"report.pdf · 25%"_s);
-    const int height = panel_->height();
-
-    ServiceState service = busy_.service;
-    service.status->file_xfer->sent = 1024;
-    PaintWatch watch;
-    render(service);
-    const QSet<QWidget *> painted = watch.painted();
-    QVERIFY(painted.contains(transfer));
-    for (MenuRow *row : rows)
-        QVERIFY(row == transfer || !painted.contains(row));
-    for (HistoryRow *row : history)
-        QVERIFY(!painted.contains(row));
-    QVERIFY(!painted.contains(panel_->findChild<Switch *>()));
-    QCOMPARE(nameOf(transfer), u"report.pdf · 50%"_s);
-    QCOMPARE(panel_->height(), height);
-}
-
-void MenuBarViewTest::rowsStayWithTheirValues() {
-    show();
-    auto *chosen = named<HistoryRow>(*panel_, u"3 files, Studio Mac"_s);
-    auto *peer = named<MenuRow>(*panel_, u"Office Linux, Connected"_s);
-    chosen->setFocus(Qt::TabFocusReason);
-
-    ServiceState service = busy_.service;
-    std::rotate(service.history.begin(), service.history.begin() + 2, service.history.end());
-    service.history.insert(service.history.begin(), HistoryEntry{9, {}, u"new"_s, {}, {}});
-    std::swap(service.status->peers[0], service.status->peers[1]);
-    service.status->peers[0].name = u"Renamed"_s;
-    render(service);
-    QTest::qWait(60);
-
-    const QStringList history{u"new"_s, u"3 files, Studio Mac"_s,
-                              u"ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"_s,
-                              u"Screenshot 1440 × 900, Travel laptop"_s};
-    QCOMPARE(namesOf<HistoryRow>(*panel_), history);
-    QCOMPARE(named<HistoryRow>(*panel_, u"3 files, Studio Mac"_s), chosen);
-    QVERIFY(chosen->hasFocus());
-    QCOMPARE(namesOf<MenuRow>(*panel_).first(2),
-             QStringList({u"Renamed, Connected"_s, u"Travel laptop, Connected"_s}));
-    QCOMPARE(named<MenuRow>(*panel_, u"Renamed, Connected"_s), peer);
-    QTest::keyClick(panel_.get(), Qt::Key_Tab);
-    QCOMPARE(nameOf(panel_->focusWidget()), history[2]);
-}
-
-void MenuBarViewTest::highlightStaysUnderThePointer() {
-    show();
-    const auto rows = panel_->findChildren<HistoryRow *>();
-    QCursor::setPos(rows[2]->mapToGlobal(rows[2]->rect().center()));
-    QTest::mouseMove(panel_->windowHandle(), rows[2]->mapTo(panel_.get(), rows[2]->rect().center()));
-    QTRY_VERIFY(rows[2]->underMouse());
-    const QColor lit = rows[2]->palette().color(QPalette::Dark);
-    QVERIFY(lit != panel_->palette().color(QPalette::Dark));
-
-    ServiceState service = busy_.service;
-    std::swap(service.history[1], service.history[2]);
-    render(service);
-    QVERIFY(!rows[2]->underMouse() && rows[1]->underMouse());
-    QCOMPARE(rows[1]->palette().color(QPalette::Dark), lit);
-    QCOMPARE(rows[2]->palette().color(QPalette::Dark), panel_->palette().color(QPalette::Dark));
-}
-
-void MenuBarViewTest::goneRowsLeave() {
-    show();
-    const int full = panel_->height();
-    render(ServiceState());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(namesOf<HistoryRow>(*panel_), QStringList());
-    QCOMPARE(namesOf<MenuRow>(*panel_), QStringList(u"No paired computers yet"_s));
-    QVERIFY(panel_->height() < full);
-
-    // Two entries that claim to be the same one are two rows.
-    ServiceState twins = busy_.service;
-    twins.history = {{1, {}, u"a"_s, {}, {}}, {1, {}, u"b"_s, {}, {}}};
-    render(twins);
-    QTest::qWait(60);
-    QCOMPARE(namesOf<HistoryRow>(*panel_), QStringList({u"a"_s, u"b"_s}));
-    render(busy_.service);
-    QCOMPARE(panel_->height(), full);
-}
-
-void MenuBarViewTest::controlsAskAndShowOnlyWhatTheyAreTold() {
-    show();
-    QSignalSpy pause(panel_.get(), &MenuBarView::pauseRequested);
-    QSignalSpy history(panel_.get(), &MenuBarView::historyChosen);
-    QSignalSpy update(panel_.get(), &MenuBarView::updateRequested);
-    QSignalSpy settings(panel_.get(), &MenuBarView::settingsRequested);
-    QSignalSpy quit(panel_.get(), &MenuBarView::quitRequested);
-
-    auto *pauseSwitch = panel_->findChild<Switch *>();
-    QTest::mouseClick(pauseSwitch, Qt::LeftButton);
-    QCOMPARE(pause.takeFirst(), QVariantList{true});
-    QVERIFY(!pauseSwitch->isOn());
-    ServiceState paused = busy_.service;
-    paused.status->paused = true;
-    render(paused);
-    QVERIFY(pauseSwitch->isOn());
-    QTest::mouseClick(pauseSwitch, Qt::LeftButton);
-    QCOMPARE(pause.takeFirst(), QVariantList{false});
-
-    QTest::mouseClick(named<HistoryRow>(*panel_, u"3 files, Studio Mac"_s), Qt::LeftButton);
-    QCOMPARE(history.takeFirst(), QVariantList{qint64(3)});
-    auto *badge = panel_->findChild<UpdateBadge *>();
-    QTest::mouseClick(badge, Qt::LeftButton);
-    QCOMPARE(update.size(), 1);
-    QTest::mouseClick(named<FooterRow>(*panel_, u"Settings…"_s), Qt::LeftButton);
-    QCOMPARE(settings.size(), 1);
-    QTest::mouseClick(named<FooterRow>(*panel_, u"Quit Quorbit"_s), Qt::LeftButton);
-    QTest::keyClick(panel_.get(), Qt::Key_Q, Qt::ControlModifier);
-    QCOMPARE(quit.size(), 2);
-    QTest::keyClick(panel_.get(), Qt::Key_Comma, Qt::ControlModifier);
-    QCOMPARE(settings.size(), 1);
-
-    panel_->render(menuBarModel(busy_.service, UpdateState()));
-    QVERIFY(!badge->isVisible());
-    QVERIFY(pause.isEmpty() && history.isEmpty());
-}
-
-void MenuBarViewTest::keyboardReachesEveryControl() {
-    show();
-    QSignalSpy pause(panel_.get(), &MenuBarView::pauseRequested);
-    QSignalSpy history(panel_.get(), &MenuBarView::historyChosen);
-    QSignalSpy update(panel_.get(), &MenuBarView::updateRequested);
-    const QStringList controls{u"Quorbit 1.5.0 is available"_s,
-                               u"Pause syncing"_s,
-                               u"ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"_s,
-                               u"Screenshot 1440 × 900, Travel laptop"_s,
-                               u"3 files, Studio Mac"_s,
-                               u"Settings…"_s,
-                               u"Quit Quorbit"_s};
-    // A key pressed by chance on the panel that has just opened does nothing.
-    QCOMPARE(QApplication::focusWidget(), panel_.get());
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space})
-        QTest::keyClick(panel_.get(), key);
-    QVERIFY(pause.isEmpty() && history.isEmpty() && update.isEmpty());
-
-    const auto walk = [&](Qt::Key key) {
-        QStringList names;
-        for (int step = 0; step < controls.size(); ++step) {
-            QTest::keyClick(QApplication::focusWidget(), key);
-            names << nameOf(QApplication::focusWidget());
-        }
-        return names;
-    };
-    const QStringList backwards(controls.rbegin(), controls.rend());
-    QCOMPARE(walk(Qt::Key_Down), controls);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
-    QCOMPARE(walk(Qt::Key_Backtab), backwards);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(walk(Qt::Key_Up), backwards);
-
-    const std::initializer_list<QWidget *> actions{panel_->findChild<UpdateBadge *>(),
-                                                   panel_->findChild<Switch *>(),
-                                                   named<HistoryRow>(*panel_, controls[3])};
-    for (QWidget *control : actions) {
-        control->setFocus();
-        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
-            QTest::keyClick(control, key);
-    }
-    QCOMPARE(update.size(), 3);
-    QCOMPARE(pause.size(), 3);
-    QCOMPARE(history.size(), 3);
-}
-
-void MenuBarViewTest::screenReadersHearEveryRow() {
-    show();
-    const QStringList rows{u"Travel laptop, Connected"_s, u"Office Linux, Connected"_s,
-                           u"Received text from Office Linux"_s, u"report.pdf · 25%"_s};
-    QCOMPARE(namesOf<MenuRow>(*panel_), rows);
-    const auto roleOf = [](QWidget *widget) { return accessible(widget)->role(); };
-    QCOMPARE(roleOf(panel_->findChild<MenuRow *>()), QAccessible::StaticText);
-    QCOMPARE(roleOf(panel_->findChild<HistoryRow *>()), QAccessible::Button);
-    QCOMPARE(roleOf(panel_->findChild<FooterRow *>()), QAccessible::Button);
-    auto *badge = panel_->findChild<UpdateBadge *>();
-    QCOMPARE(roleOf(badge), QAccessible::Button);
-    QCOMPARE(nameOf(badge), badge->toolTip());
-
-    auto *pauseSwitch = panel_->findChild<Switch *>();
-    QCOMPARE(roleOf(pauseSwitch), QAccessible::CheckBox);
-    QVERIFY(!accessible(pauseSwitch)->state().checked);
-    ServiceState paused = busy_.service;
-    paused.status->paused = true;
-    render(paused);
-    QVERIFY(accessible(pauseSwitch)->state().checked);
-    QVERIFY(named<QWidget>(*panel_, u"Syncing is paused"_s));
-    QCOMPARE(roleOf(named<QWidget>(*panel_, u"Syncing is paused"_s)), QAccessible::Graphic);
-}
-
-void MenuBarViewTest::markupIsText() {
-    show();
-    UpdateState update;
-    update.available.emplace().version = u"<b>2</b>"_s;
-    panel_->render(menuBarModel(busy_.service, update));
-    auto *badge = panel_->findChild<UpdateBadge *>();
-    QCOMPARE(nameOf(badge), u"Quorbit <b>2</b> is available"_s);
-    QVERIFY(!badge->toolTip().contains("<b>"_L1));
-}
-
-void MenuBarViewTest::everythingFits_data() {
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<double>("points");
-    for (const QString &language : {u"en"_s, u"zh_Hans"_s})
-        for (const double points : {9.0, 10.0, 11.0, 12.5, 14.0, 16.0})
-            QTest::addRow("%s at %.1f", qPrintable(language), points) << language << points;
-}
-
-void MenuBarViewTest::everythingFits() {
-    QFETCH(const QString, language);
-    QFETCH(const double, points);
-    useLanguage(QLatin1String(language.toLatin1()));
-    useAppearance({}, points);
-    QSet<QString> ownTexts;
-    for (const char *key :
-         {"common.app_name", "menu.connected", "menu.pause_sync", "menu.history_header", "menu.settings",
-          "menu.quit", "menu.no_devices", "menu.waiting_peer", "menu.daemon_disconnected"})
-        ownTexts.insert(qtTrId(key));
-
-    for (const PanelState &state : panelStates()) {
-        MenuBarView panel;
-        panel.render(state.model());
-        panel.show();
-        QCoreApplication::processEvents();
-        QCOMPARE(panel.width(), 320);
-        for (HistoryRow *row : panel.findChildren<HistoryRow *>())
-            QVERIFY(row->findChild<TextLabel *>()->width() >= 120); // the preview, beside any source
-        QList<QPair<QWidget *, QRect>> placed;
-        for (QWidget *widget : panel.findChildren<QWidget *>()) {
-            if (!widget->isVisible() || !widget->findChildren<QWidget *>().isEmpty())
-                continue;
-            const QRect place(widget->mapTo(&panel, QPoint()), widget->size());
-            QVERIFY2(panel.rect().contains(place), qPrintable(state.name + u": "_s + nameOf(widget)));
-            for (const auto &[other, otherPlace] : placed)
-                QVERIFY2(!place.intersects(otherPlace),
-                         qPrintable(nameOf(widget) + u" | "_s + nameOf(other)));
-            placed.append({widget, place});
-            auto *label = qobject_cast<TextLabel *>(widget);
-            if (!label)
-                continue;
-            QVERIFY2(label->height() >= label->heightForWidth(label->width()), qPrintable(label->text()));
-            if (ownTexts.contains(label->text()) && !label->hasHeightForWidth())
-                QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->text()));
-        }
-    }
-}
-
 int main(int argc, char **argv) {
-    useTestFonts();
-    QApplication app(argc, argv);
-    MenuBarViewTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runViewTest<MenuBarViewTest>(argc, argv);
 }
 #include "menubar_view_test.moc"

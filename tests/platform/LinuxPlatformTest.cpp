@@ -14,6 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace quorbit;
 using namespace std::chrono_literals;
 
@@ -28,8 +29,8 @@ QByteArray contents(const QString &path) {
 int zombies() {
     int count = 0;
     const QByteArray parent = QByteArray::number(::getpid());
-    for (const QString &process : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
-        const QByteArray stat = contents(QStringLiteral("/proc/%1/stat").arg(process));
+    for (const QString &process : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
+        const QByteArray stat = contents(u"/proc/%1/stat"_s.arg(process));
         count += stat.mid(stat.lastIndexOf(')')).startsWith(") Z " + parent + ' ') ? 1 : 0;
     }
     return count;
@@ -43,7 +44,7 @@ class LinuxPlatformTest : public QObject {
     QTemporaryDir folder_;
     QString path(const char *name) const { return folder_.filePath(QString::fromLatin1(name)); }
     std::unique_ptr<ChildProcess> shell(LinuxPlatform &platform, const QString &script) const {
-        return platform.launch(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script, path("out")});
+        return platform.launch(u"/bin/sh"_s, {u"-c"_s, script, path("out")});
     }
 
 private Q_SLOTS:
@@ -78,8 +79,7 @@ private Q_SLOTS:
     void terminatesAndLeavesNoZombie() {
         LinuxPlatform platform{Bundle{}};
         const auto child =
-            shell(platform,
-                  QStringLiteral("trap 'echo term >>$0; exit' TERM; touch $0; while :; do sleep 0.05; done"));
+            shell(platform, u"trap 'echo term >>$0; exit' TERM; touch $0; while :; do sleep 0.05; done"_s);
         QTRY_VERIFY(QFile::exists(path("out")));
         QVERIFY(child->isRunning());
         child->terminate();
@@ -88,20 +88,20 @@ private Q_SLOTS:
         QCOMPARE(contents(path("out")), QByteArray("term\n"));
 
         // Nobody asks about this one; it is reaped all the same, also after its handle is gone.
-        shell(platform, QStringLiteral("touch $0.second"));
+        shell(platform, u"touch $0.second"_s);
         QTRY_VERIFY(QFile::exists(path("out.second")));
         QTRY_COMPARE(zombies(), 0);
     }
 
     void neverSignalsAnotherProcessOfTheSameNumber() {
         LinuxPlatform platform{Bundle{}};
-        const auto child = shell(platform, QStringLiteral("echo $$ >$0.new; mv $0.new $0"));
+        const auto child = shell(platform, u"echo $$ >$0.new; mv $0.new $0"_s);
         QTRY_VERIFY(QFile::exists(path("out")));
         const int number = contents(path("out")).trimmed().toInt();
         QTRY_COMPARE(zombies(), 0);
 
         // The next process gets the number after this one, if we may say so.
-        QFile last(QStringLiteral("/proc/sys/kernel/ns_last_pid"));
+        QFile last(u"/proc/sys/kernel/ns_last_pid"_s);
         if (!last.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
             last.write(QByteArray::number(number - 1)) < 0)
             QSKIP("needs the right to choose process numbers");
@@ -122,29 +122,24 @@ private Q_SLOTS:
         QCOMPARE(ended, 0);
     }
 
-    void failedLaunchTellsTheSystemsReason_data() {
-        QTest::addColumn<QString>("executable");
-        QTest::addColumn<int>("error");
-        QTest::newRow("missing") << path("nothing here") << ENOENT;
-        QTest::newRow("a folder") << folder_.path() << EACCES;
-    }
     void failedLaunchTellsTheSystemsReason() {
-        QFETCH(QString, executable);
-        QFETCH(int, error);
         LinuxPlatform platform{Bundle{}};
-        QString message;
-        try {
-            platform.launch(executable, {});
-        } catch (const LaunchError &failure) {
-            message = QString::fromUtf8(failure.what());
+        for (const auto &[executable, error] :
+             {std::pair(path("nothing here"), ENOENT), std::pair(folder_.path(), EACCES)}) {
+            QString message;
+            try {
+                platform.launch(executable, {});
+            } catch (const LaunchError &failure) {
+                message = QString::fromUtf8(failure.what());
+            }
+            QVERIFY2(message.endsWith(qt_error_string(error)), qPrintable(message));
         }
-        QVERIFY2(message.endsWith(qt_error_string(error)), qPrintable(message));
     }
 
     void bundleNamesOnlyExecutablesThatAreThere() {
-        QDir(folder_.path()).mkpath(QStringLiteral("libexec/quorbit"));
+        QDir(folder_.path()).mkpath(u"libexec/quorbit"_s);
         LinuxPlatform platform{Bundle{path("bin/quorbit"), std::nullopt, {}}};
-        const QString name = QStringLiteral("quorbitd");
+        const QString name = u"quorbitd"_s;
         QCOMPARE(platform.auxiliaryExecutable(name), std::nullopt);
         QFile file(path("libexec/quorbit/quorbitd"));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -158,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(captured.open(QIODevice::WriteOnly));
         const int saved = ::dup(STDERR_FILENO);
         ::dup2(captured.handle(), STDERR_FILENO);
-        LinuxPlatform{Bundle{}}.log(QStringLiteral("启动 100% %s %n %d"));
+        LinuxPlatform{Bundle{}}.log(u"启动 100% %s %n %d"_s);
         ::dup2(saved, STDERR_FILENO);
         ::close(saved);
         QCOMPARE(contents(path("stderr")), QByteArray("启动 100% %s %n %d\n"));
@@ -167,13 +162,13 @@ private Q_SLOTS:
     void reopensOnceAfterTheOldProcessHasEnded() {
         const QString folder = path("it's a \"$HOME\" `id`\n\\ folder");
         QVERIFY(QDir().mkpath(folder));
-        const QString executable = folder + QStringLiteral("/the program");
+        const QString executable = folder + u"/the program"_s;
         QVERIFY(QFile::copy(QStringLiteral(REOPENING_PROGRAM), executable));
-        const QString notes = folder + QStringLiteral("/no'tes");
+        const QString notes = folder + u"/no'tes"_s;
 
         QProcess program;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QUORBIT_TEST_MARK"), QStringLiteral("a 'b' $c"));
+        environment.insert(u"QUORBIT_TEST_MARK"_s, u"a 'b' $c"_s);
         program.setProcessEnvironment(environment);
         program.start(executable, {notes});
         QVERIFY(program.waitForFinished(10000));
@@ -184,32 +179,23 @@ private Q_SLOTS:
         QCOMPARE(contents(notes).count("a 'b' $c\n"), 4);
     }
 
-    void choosesTheDesktopsOwnSettingsPage_data() {
-        QTest::addColumn<QString>("desktops");
-        QTest::addColumn<QStringList>("installed");
-        QTest::addColumn<QString>("command");
-        const auto row = [](const char *desktops, const QStringList &installed, const char *command) {
-            QTest::newRow(desktops) << QString::fromLatin1(desktops) << installed
-                                    << QString::fromLatin1(command);
-        };
-        const QString gnome = QStringLiteral("gnome-control-center");
-        const QString kde = QStringLiteral("kcmshell5");
-        row("ubuntu:GNOME", {gnome, kde}, "/gnome-control-center universal-access");
-        row("KDE", {gnome, kde}, "/kcmshell5 kcm_access");
-        row("XFCE", {QStringLiteral("xfce4-accessibility-settings")}, "/xfce4-accessibility-settings");
-        row("GNOME", {kde}, "");
-        row("", {gnome, kde}, "");
-    }
     void choosesTheDesktopsOwnSettingsPage() {
-        QFETCH(QString, desktops);
-        QFETCH(QStringList, installed);
-        QFETCH(QString, command);
-        const auto chosen = accessibilitySettingsCommand(desktops, [&installed](const QString &name) {
-            return installed.contains(name) ? QLatin1Char('/') + name : QString();
-        });
-        const QString words =
-            chosen ? (QStringList(chosen->executable) + chosen->arguments).join(QLatin1Char(' ')) : QString();
-        QCOMPARE(words, command);
+        const QString gnome = u"gnome-control-center"_s;
+        const QString kde = u"kcmshell5"_s;
+        const std::tuple<QString, QStringList, QString> rows[]{
+            {u"ubuntu:GNOME"_s, {gnome, kde}, u"/gnome-control-center universal-access"_s},
+            {u"KDE"_s, {gnome, kde}, u"/kcmshell5 kcm_access"_s},
+            {u"XFCE"_s, {u"xfce4-accessibility-settings"_s}, u"/xfce4-accessibility-settings"_s},
+            {u"GNOME"_s, {kde}, QString()},
+            {QString(), {gnome, kde}, QString()}};
+        for (const auto &[desktops, installed, command] : rows) {
+            const auto chosen =
+                accessibilitySettingsCommand(desktops, [&present = installed](const QString &name) {
+                    return present.contains(name) ? u'/' + name : QString();
+                });
+            QCOMPARE(chosen ? (QStringList(chosen->executable) + chosen->arguments).join(u' ') : QString(),
+                     command);
+        }
     }
 
     void alarmsRingOnceUnlessTheyAreDestroyed() {

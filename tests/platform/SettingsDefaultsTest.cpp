@@ -4,6 +4,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace quorbit;
 
 class SettingsDefaultsTest : public QObject {
@@ -11,7 +12,7 @@ class SettingsDefaultsTest : public QObject {
 
     QTemporaryDir folder_;
     QString file(const QByteArray &contents) const {
-        const QString path = folder_.filePath(QStringLiteral("Quorbit.conf"));
+        const QString path = folder_.filePath(u"Quorbit.conf"_s);
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(contents) < 0)
             qFatal("cannot write %s", qPrintable(path));
@@ -20,76 +21,60 @@ class SettingsDefaultsTest : public QObject {
 
     static constexpr double bootTime = 1763847120.123456;
     static void setAll(SettingsDefaults &defaults) {
-        defaults.set(QStringLiteral("quorbit.language"), QStringLiteral("zh-Hans"));
-        defaults.set(QStringLiteral("AppleLanguages"), QStringList{QStringLiteral("zh-Hans")});
-        defaults.set(QStringLiteral("axHealCount"), qint64{2});
-        defaults.set(QStringLiteral("axHealBoot"), bootTime);
+        defaults.set(u"quorbit.language"_s, u"zh-Hans"_s);
+        defaults.set(u"AppleLanguages"_s, QStringList{u"zh-Hans"_s});
+        defaults.set(u"axHealCount"_s, qint64{2});
+        defaults.set(u"axHealBoot"_s, bootTime);
     }
     static void compareAll(const SettingsDefaults &defaults) {
-        QCOMPARE(defaults.string(QStringLiteral("quorbit.language")), QStringLiteral("zh-Hans"));
-        QCOMPARE(defaults.strings(QStringLiteral("AppleLanguages")), QStringList{QStringLiteral("zh-Hans")});
-        QCOMPARE(defaults.integer(QStringLiteral("axHealCount")), 2);
-        QVERIFY(defaults.real(QStringLiteral("axHealBoot")) == bootTime);
+        QCOMPARE(defaults.string(u"quorbit.language"_s), u"zh-Hans"_s);
+        QCOMPARE(defaults.strings(u"AppleLanguages"_s), QStringList{u"zh-Hans"_s});
+        QCOMPARE(defaults.integer(u"axHealCount"_s), 2);
+        QVERIFY(defaults.real(u"axHealBoot"_s) == bootTime);
     }
 
 private Q_SLOTS:
     void keepsValuesFromRunToRun() {
-        const QString path = folder_.filePath(QStringLiteral("new/folder/Quorbit.conf"));
+        const QString path = folder_.filePath(u"new/folder/Quorbit.conf"_s);
         SettingsDefaults defaults(path);
         setAll(defaults);
         defaults.synchronize();
         compareAll(SettingsDefaults(path));
-        defaults.remove(QStringLiteral("AppleLanguages"));
+        defaults.remove(u"AppleLanguages"_s);
         defaults.synchronize();
-        QVERIFY(!SettingsDefaults(path).contains(QStringLiteral("AppleLanguages")));
+        QVERIFY(!SettingsDefaults(path).contains(u"AppleLanguages"_s));
     }
 
-    void readsAnotherTypeAsNeutral_data() {
-        QTest::addColumn<QByteArray>("stored");
-        QTest::addColumn<QString>("string");
-        QTest::addColumn<QStringList>("strings");
-        QTest::addColumn<qint64>("integer");
-        QTest::addColumn<double>("real");
-        const QString none;
-        QTest::newRow("words") << QByteArray("words") << QStringLiteral("words")
-                               << QStringList{QStringLiteral("words")} << qint64{0} << 0.0;
-        QTest::newRow("list") << QByteArray("1, 2") << none
-                              << QStringList{QStringLiteral("1"), QStringLiteral("2")} << qint64{0} << 0.0;
-        QTest::newRow("not a number") << QByteArray("nan") << QStringLiteral("nan")
-                                      << QStringList{QStringLiteral("nan")} << qint64{0} << 0.0;
-        QTest::newRow("too large") << QByteArray("99999999999999999999")
-                                   << QStringLiteral("99999999999999999999")
-                                   << QStringList{QStringLiteral("99999999999999999999")} << qint64{0}
-                                   << 1e20;
-        QTest::newRow("rectangle") << QByteArray("@Rect(1 2 3 4)") << none << QStringList() << qint64{0}
-                                   << 0.0;
-        QTest::newRow("broken variant")
-            << QByteArray("@Variant(\\0\\0\\0\\x99zz)") << none << QStringList() << qint64{0} << 0.0;
-    }
     void readsAnotherTypeAsNeutral() {
-        QFETCH(QByteArray, stored);
-        const SettingsDefaults defaults(file("[General]\nkey=" + stored + '\n'));
-        const QString key = QStringLiteral("key");
-        QTEST(defaults.string(key), "string");
-        QTEST(defaults.strings(key), "strings");
-        QTEST(defaults.integer(key), "integer");
-        QTEST(defaults.real(key), "real");
+        const struct {
+            QByteArray stored;
+            QString string;
+            QStringList strings;
+            double real = 0;
+        } rows[]{{"words", u"words"_s, {u"words"_s}},
+                 {"1, 2", {}, {u"1"_s, u"2"_s}},
+                 {"nan", u"nan"_s, {u"nan"_s}},
+                 {"99999999999999999999", u"99999999999999999999"_s, {u"99999999999999999999"_s}, 1e20},
+                 {"@Rect(1 2 3 4)", {}, {}},
+                 {"@Variant(\\0\\0\\0\\x99zz)", {}, {}}};
+        for (const auto &[stored, string, strings, real] : rows) {
+            const SettingsDefaults defaults(file("[General]\nkey=" + stored + '\n'));
+            QCOMPARE(defaults.string(u"key"_s), string);
+            QCOMPARE(defaults.strings(u"key"_s), strings);
+            QCOMPARE(defaults.integer(u"key"_s), 0);
+            QCOMPARE(defaults.real(u"key"_s), real);
+        }
     }
 
-    void aUselessFileStopsNothing_data() {
-        QTest::addColumn<QString>("path");
-        const QString plain = file(QByteArrayLiteral("\0\xff[[[=\n=%%%\n\"unended"));
-        QTest::newRow("corrupt") << plain;
-        QTest::newRow("below a plain file") << plain + QStringLiteral("/Quorbit.conf");
-        QTest::newRow("a folder") << folder_.path();
-    }
     void aUselessFileStopsNothing() {
-        QFETCH(QString, path);
-        SettingsDefaults defaults(path);
-        QCOMPARE(defaults.integer(QStringLiteral("axHealCount")), 0);
-        setAll(defaults);
-        defaults.synchronize();
-        compareAll(defaults);
+        const QString corrupt = file(QByteArrayLiteral("\0\xff[[[=\n=%%%\n\"unended"));
+        for (const QString &path : {corrupt, corrupt + u"/Quorbit.conf"_s, folder_.path()}) {
+            SettingsDefaults defaults(path);
+            QCOMPARE(defaults.integer(u"axHealCount"_s), 0);
+            setAll(defaults);
+            defaults.synchronize();
+            compareAll(defaults);
+        }
     }
 };
 

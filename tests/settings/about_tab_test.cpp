@@ -1,11 +1,10 @@
-#include "menubar/TestWorld.h"
 #include "settings/AboutTab.h"
 #include "settings/TimeFormats.h"
-#include "settings/ViewChecks.h"
 #include "support/FakeClock.h"
 #include "support/FakePlatform.h"
+#include "support/TestWorld.h"
+#include "support/ViewChecks.h"
 #include "ui/Button.h"
-#include "ui/ControlStyle.h"
 #include "ui/MenuPicker.h"
 #include "ui/ProgressIndicator.h"
 #include "update/HttpsServer.h"
@@ -33,24 +32,185 @@ class AboutTabTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase() {
+        const TestAuthority authority;
+        trust(authority.certificate());
+        server_ = std::make_unique<HttpsServer>(authority.identity(u"localhost"_s));
+        platform_.version = u"1.4.1"_s;
+        platform_.downloads = downloads_.path();
+    }
 
-    void showsWhatTheCheckerKnows_data();
-    void showsWhatTheCheckerKnows();
-    void checksDownloadsAndOpensTheBrowser();
-    void languageIsWrittenOnceAndAsksForARestart();
-    void equalModelPaintsNothing();
-    void everythingFits_data();
-    void everythingFits();
+    void init() {
+        useLanguage("en"_L1);
+        useAppearance({}, 9);
+        stored_.clear();
+        checker_ = std::make_unique<UpdateChecker>(platform_, clock_, server_->address(u"/version.json"_s),
+                                                   QStringList{u"en"_s});
+    }
+
+    void cleanup() {
+        tab_.reset();
+        checker_.reset();
+    }
+
+    void showsWhatTheCheckerKnows_data() {
+        QTest::addColumn<UpdateState>("update");
+        QTest::addColumn<QStringList>("shown");
+        QTest::addColumn<QStringList>("hidden");
+        QTest::addColumn<QStringList>("buttons");
+        const QDateTime checked(QDate(2026, 11, 22), QTime(9, 41));
+        const QString last = u"Last checked: "_s + formats_.dateTime(checked);
+        const QString title = u"Quorbit 1.5.0 is available"_s;
+        const QString check = u"Check now"_s;
+        const AvailableUpdate bare = release({});
+        AvailableUpdate whole = release(u"Fixes.\nMore <b>fixes</b>."_s);
+        whole.downloadURL = QUrl(u"https://host/app.dmg"_s);
+        const auto row = [](const char *name, const UpdateState &update, const QStringList &shown,
+                            const QStringList &hidden, const QStringList &buttons) {
+            QTest::newRow(name) << update << shown << hidden << buttons;
+        };
+        row("idle", {}, {u"Not checked yet"_s, u"Version 1.4.1"_s}, {title}, {check});
+        row("checking", {.state = check::Checking{}}, {u"Checking for updates…"_s}, {title},
+            {u'(' + check + u')'});
+        row("up to date", {.state = check::UpToDate{u"1.4.1"_s}, .lastChecked = checked},
+            {u"Quorbit 1.4.1 is up to date"_s, last}, {title}, {check});
+        row("failed", {.state = check::Failed{}, .lastChecked = checked},
+            {u"The check failed. Try again later."_s, last}, {title}, {check});
+        row("failed with an update",
+            {.available = whole, .state = check::Failed{FailureReason::network}, .lastChecked = checked},
+            {u"Cannot reach the update server. Check your network."_s, title, u"You have 1.4.1"_s,
+             *whole.releaseNotesText},
+            {}, {check, u"Download"_s});
+        row("no address", {.available = bare, .state = check::Available{bare}}, {title}, {},
+            {u"(Download)"_s, check});
+        row("downloading", {.available = whole, .downloadState = DownloadState::downloading},
+            {u"Downloading…"_s}, {u"Saved in your downloads folder"_s}, {check});
+        row("done", {.available = whole, .downloadState = DownloadState::done},
+            {u"Saved in your downloads folder"_s}, {u"Downloading…"_s}, {check});
+        row("download failed", {.available = whole, .downloadState = DownloadState::failed}, {title},
+            {u"Downloading…"_s}, {check, u"Download"_s, u"Open in browser"_s});
+    }
+    void showsWhatTheCheckerKnows() {
+        QFETCH(const UpdateState, update);
+        QFETCH(const QStringList, shown);
+        QFETCH(const QStringList, hidden);
+        show();
+        // From another state, so that nothing of that is left.
+        const AvailableUpdate other = release(u"other"_s);
+        tab_->render(model({other, check::Available{other}, {}, DownloadState::downloading}));
+        tab_->render(model(update));
+        QTest::qWait(20);
+        const QStringList texts = textsOf(*tab_);
+        for (const QString &text : shown)
+            QVERIFY2(texts.contains(text), qPrintable(text));
+        for (const QString &text : hidden + QStringList{u"other"_s})
+            QVERIFY2(!texts.contains(text), qPrintable(text));
+        QTEST(buttons(), "buttons");
+        const bool tellsWhen = !texts.filter(u"Last checked"_s).isEmpty();
+        QCOMPARE(tellsWhen, update.lastChecked.has_value());
+    }
+
+    void checksDownloadsAndOpensTheBrowser() {
+        const QUrl package = server_->address(u"/pkg/app.dmg"_s);
+        server_->answer(u"/version.json"_s, reply(200, R"({"version":"2.0","download":{"macos":")" +
+                                                           package.toEncoded() + R"("}})"));
+        show({});
+        QVERIFY(!textsOf(*tab_).contains(u"Version 1.4.1"_s));
+        auto *check = named<Button>(*tab_, u"Check now"_s);
+        check->setFocus();
+        const auto height = [&] { return check->parentWidget()->height(); };
+        const int before = height();
+        QTest::keyClick(check, Qt::Key_Space);
+        QVERIFY(!check->isEnabled() && check->findChild<ProgressIndicator *>());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); // pressed twice by mistake
+        QTRY_VERIFY(textsOf(*tab_).contains(u"Quorbit 2.0 is available"_s));
+        QCOMPARE(server_->requests.size(), 1);
+        QVERIFY(check->hasFocus());
+        QTest::qWait(60);
+        QCOMPARE(height(), before);
+
+        named<Button>(*tab_, u"Download"_s)->click();
+        QTRY_VERIFY(named<Button>(*tab_, u"Open in browser"_s));
+        named<Button>(*tab_, u"Open in browser"_s)->click();
+        QCOMPARE(opened_, QList<QUrl>{package});
+    }
+
+    void languageIsWrittenOnceAndAsksForARestart() {
+        stored_ = u"fr"_s;
+        show();
+        auto *picker = named<MenuPicker>(*tab_, u"Interface language"_s);
+        QCOMPARE(picker->accessibleText(), u"Same as system"_s);
+        QCOMPARE(accessible(picker)->role(), QAccessible::ComboBox);
+        const QString prompt = u"Restart Quorbit to use the new language."_s;
+        const QString hint = u"Quorbit follows your computer's language unless you choose one here."_s;
+        QVERIFY(textsOf(*tab_).contains(hint) && !textsOf(*tab_).contains(prompt));
+
+        for (const int index : {2, 2, 0, 0})
+            Q_EMIT picker->picked(index);
+        QCOMPARE(chosen_, QStringList({u"en"_s, QString()}));
+        QCOMPARE(picker->accessibleText(), u"Same as system"_s);
+        QVERIFY(!textsOf(*tab_).contains(hint) && textsOf(*tab_).contains(prompt));
+        named<Button>(*tab_, u"Restart now"_s)->click();
+        QCOMPARE(restarts_, 1);
+
+        show(); // a tab built afresh
+        QVERIFY(!textsOf(*tab_).contains(prompt));
+    }
+
+    void everythingFitsAndIsPaintedOnce_data() { addLooks({9.0, 12.5, 16.0}); }
+    void everythingFitsAndIsPaintedOnce() {
+        useLook();
+        show();
+        const AvailableUpdate update = release(u"Many fixes. "_s.repeated(30) + u"\nAnd more."_s);
+        for (const DownloadState download :
+             {DownloadState::downloading, DownloadState::done, DownloadState::failed}) {
+            AboutModel shown = model(
+                {update, check::Failed{FailureReason::network}, QDateTime::currentDateTime(), download});
+            shown.isRestartPending = download == DownloadState::failed;
+            tab_->render(shown);
+            QTest::qWait(60);
+            QCOMPARE(firstCut(*tab_), QString());
+            PaintWatch watch;
+            tab_->render(shown);
+            if (download != DownloadState::downloading) // when something turns
+                QCOMPARE(watch.painted(), QSet<QWidget *>());
+        }
+    }
 
 private:
-    void show(std::optional<QString> version = u"1.4.1"_s);
-    AboutModel model(const UpdateState &update) const;
-    QStringList buttons() const;
+    void show(std::optional<QString> version = u"1.4.1"_s) {
+        AboutServices services;
+        services.languages = {{QString(), qtTrId("about.language.system")},
+                              {u"zh-Hans"_s, qtTrId("about.language.zh")},
+                              {u"en"_s, qtTrId("about.language.en")}};
+        services.storedLanguage = [this] { return stored_; };
+        services.chooseLanguage = [this](const QString &language) {
+            stored_ = language;
+            chosen_ << language;
+        };
+        services.restart = [this] { ++restarts_; };
+        services.openAddress = [this](const QUrl &address) { opened_ << address; };
+        tab_ = std::make_unique<AboutTab>(*checker_, formats_, services, std::move(version));
+        tab_->resize(560, 640);
+        tab_->refresh();
+        connect(checker_.get(), &UpdateChecker::changed, tab_.get(), &AboutTab::refresh);
+        openWindow(*tab_);
+    }
 
-    std::optional<TestAuthority> authority_;
+    AboutModel model(const UpdateState &update) const {
+        return aboutModel(update, {.bundleVersion = u"1.4.1"_s, .currentVersion = u"1.4.1"_s}, formats_);
+    }
+
+    QStringList buttons() const {
+        QStringList labels;
+        for (const Button *button : tab_->findChildren<Button *>()) {
+            if (button->isVisible())
+                labels << (button->isEnabled() ? button->label() : u'(' + button->label() + u')');
+        }
+        labels.sort();
+        return labels;
+    }
+
     std::unique_ptr<HttpsServer> server_;
     QTemporaryDir downloads_;
     const TimeFormats formats_{QLocale(QLocale::English)};
@@ -64,209 +224,7 @@ private:
     std::unique_ptr<AboutTab> tab_;
 };
 
-void AboutTabTest::initTestCase() {
-    QApplication::setStyle(new ControlStyle);
-    authority_.emplace();
-    trust(authority_->certificate());
-    server_ = std::make_unique<HttpsServer>(authority_->identity(u"localhost"_s));
-    platform_.version = u"1.4.1"_s;
-    platform_.downloads = downloads_.path();
-}
-
-void AboutTabTest::init() {
-    useLanguage("en"_L1);
-    useAppearance({}, 9);
-    stored_.clear();
-    checker_ = std::make_unique<UpdateChecker>(platform_, clock_, server_->address(u"/version.json"_s),
-                                               QStringList{u"en"_s});
-}
-
-void AboutTabTest::cleanup() {
-    tab_.reset();
-    checker_.reset();
-}
-
-void AboutTabTest::show(std::optional<QString> version) {
-    AboutServices services;
-    services.languages = {{QString(), qtTrId("about.language.system")},
-                          {u"zh-Hans"_s, qtTrId("about.language.zh")},
-                          {u"en"_s, qtTrId("about.language.en")}};
-    services.storedLanguage = [this] { return stored_; };
-    services.chooseLanguage = [this](const QString &language) {
-        stored_ = language;
-        chosen_ << language;
-    };
-    services.restart = [this] { ++restarts_; };
-    services.openAddress = [this](const QUrl &address) { opened_ << address; };
-    tab_ = std::make_unique<AboutTab>(*checker_, formats_, services, std::move(version));
-    tab_->resize(560, 640);
-    tab_->show();
-    tab_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(tab_.get()));
-    QTest::qWait(60);
-}
-
-AboutModel AboutTabTest::model(const UpdateState &update) const {
-    return aboutModel(update, {.bundleVersion = u"1.4.1"_s, .currentVersion = u"1.4.1"_s}, formats_);
-}
-
-QStringList AboutTabTest::buttons() const {
-    QStringList labels;
-    for (const Button *button : tab_->findChildren<Button *>()) {
-        if (button->isVisible())
-            labels << (button->isEnabled() ? button->label() : u'(' + button->label() + u')');
-    }
-    labels.sort();
-    return labels;
-}
-
-void AboutTabTest::showsWhatTheCheckerKnows_data() {
-    QTest::addColumn<UpdateState>("update");
-    QTest::addColumn<QStringList>("shown");
-    QTest::addColumn<QStringList>("hidden");
-    QTest::addColumn<QStringList>("buttons");
-    const QDateTime checked(QDate(2026, 11, 22), QTime(9, 41));
-    const QString last = u"Last checked: "_s + formats_.dateTime(checked);
-    const QString title = u"Quorbit 1.5.0 is available"_s;
-    const QString check = u"Check now"_s;
-    const AvailableUpdate bare = release({});
-    AvailableUpdate whole = release(u"Fixes.\nMore <b>fixes</b>."_s);
-    whole.downloadURL = QUrl(u"https://host/app.dmg"_s);
-    const auto row = [](const char *name, const UpdateState &update, const QStringList &shown,
-                        const QStringList &hidden, const QStringList &buttons) {
-        QTest::newRow(name) << update << shown << hidden << buttons;
-    };
-    row("idle", {}, {u"Not checked yet"_s, u"Version 1.4.1"_s}, {title}, {check});
-    row("checking", {.state = check::Checking{}}, {u"Checking for updates…"_s}, {title},
-        {u'(' + check + u')'});
-    row("up to date", {.state = check::UpToDate{u"1.4.1"_s}, .lastChecked = checked},
-        {u"Quorbit 1.4.1 is up to date"_s, last}, {title}, {check});
-    row("failed", {.state = check::Failed{}, .lastChecked = checked},
-        {u"The check failed. Try again later."_s, last}, {title}, {check});
-    row("failed with an update",
-        {.available = whole, .state = check::Failed{FailureReason::network}, .lastChecked = checked},
-        {u"Cannot reach the update server. Check your network."_s, title, u"You have 1.4.1"_s,
-         *whole.releaseNotesText},
-        {}, {check, u"Download"_s});
-    row("no address", {.available = bare, .state = check::Available{bare}}, {title}, {},
-        {u"(Download)"_s, check});
-    row("downloading", {.available = whole, .downloadState = DownloadState::downloading}, {u"Downloading…"_s},
-        {u"Saved in your downloads folder"_s}, {check});
-    row("done", {.available = whole, .downloadState = DownloadState::done},
-        {u"Saved in your downloads folder"_s}, {u"Downloading…"_s}, {check});
-    row("download failed", {.available = whole, .downloadState = DownloadState::failed}, {title},
-        {u"Downloading…"_s}, {check, u"Download"_s, u"Open in browser"_s});
-}
-
-void AboutTabTest::showsWhatTheCheckerKnows() {
-    QFETCH(const UpdateState, update);
-    QFETCH(const QStringList, shown);
-    QFETCH(const QStringList, hidden);
-    show();
-    // From another state, so that nothing of that is left.
-    const AvailableUpdate other = release(u"other"_s);
-    tab_->render(model({other, check::Available{other}, {}, DownloadState::downloading}));
-    tab_->render(model(update));
-    QTest::qWait(20);
-    const QStringList texts = textsOf(*tab_);
-    for (const QString &text : shown)
-        QVERIFY2(texts.contains(text), qPrintable(text));
-    for (const QString &text : hidden + QStringList{u"other"_s})
-        QVERIFY2(!texts.contains(text), qPrintable(text));
-    QTEST(buttons(), "buttons");
-    const bool tellsWhen = !texts.filter(u"Last checked"_s).isEmpty();
-    QCOMPARE(tellsWhen, update.lastChecked.has_value());
-}
-
-void AboutTabTest::checksDownloadsAndOpensTheBrowser() {
-    const QUrl package = server_->address(u"/pkg/app.dmg"_s);
-    server_->answer(u"/version.json"_s,
-                    reply(200, R"({"version":"2.0","download":{"macos":")" + package.toEncoded() + R"("}})"));
-    show({});
-    QVERIFY(!textsOf(*tab_).contains(u"Version 1.4.1"_s));
-    auto *check = named<Button>(*tab_, u"Check now"_s);
-    check->setFocus();
-    const auto height = [&] { return check->parentWidget()->height(); };
-    const int before = height();
-    QTest::keyClick(check, Qt::Key_Space);
-    QVERIFY(!check->isEnabled() && check->findChild<ProgressIndicator *>());
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); // pressed twice by mistake
-    QTRY_VERIFY(textsOf(*tab_).contains(u"Quorbit 2.0 is available"_s));
-    QCOMPARE(server_->requests.size(), 1);
-    QVERIFY(check->hasFocus());
-    QTest::qWait(60);
-    QCOMPARE(height(), before);
-
-    named<Button>(*tab_, u"Download"_s)->click();
-    QTRY_VERIFY(named<Button>(*tab_, u"Open in browser"_s));
-    named<Button>(*tab_, u"Open in browser"_s)->click();
-    QCOMPARE(opened_, QList<QUrl>{package});
-}
-
-void AboutTabTest::languageIsWrittenOnceAndAsksForARestart() {
-    stored_ = u"fr"_s;
-    show();
-    auto *picker = named<MenuPicker>(*tab_, u"Interface language"_s);
-    QCOMPARE(picker->accessibleText(), u"Same as system"_s);
-    QCOMPARE(accessible(picker)->role(), QAccessible::ComboBox);
-    const QString prompt = u"Restart Quorbit to use the new language."_s;
-    const QString hint = u"Quorbit follows your computer's language unless you choose one here."_s;
-    QVERIFY(textsOf(*tab_).contains(hint) && !textsOf(*tab_).contains(prompt));
-
-    for (const int index : {2, 2, 0, 0})
-        Q_EMIT picker->picked(index);
-    QCOMPARE(chosen_, QStringList({u"en"_s, QString()}));
-    QCOMPARE(picker->accessibleText(), u"Same as system"_s);
-    QVERIFY(!textsOf(*tab_).contains(hint) && textsOf(*tab_).contains(prompt));
-    named<Button>(*tab_, u"Restart now"_s)->click();
-    QCOMPARE(restarts_, 1);
-
-    show(); // a tab built afresh
-    QVERIFY(!textsOf(*tab_).contains(prompt));
-}
-
-void AboutTabTest::equalModelPaintsNothing() {
-    show();
-    const AvailableUpdate update = release(u"Fixes."_s);
-    const UpdateState state{update, check::Available{update}, {}, DownloadState::failed};
-    tab_->render(model(state));
-    QTest::qWait(60);
-    PaintWatch watch;
-    tab_->render(model(state));
-    QCOMPARE(watch.painted(), QSet<QWidget *>());
-}
-
-void AboutTabTest::everythingFits_data() {
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<double>("points");
-    for (const QString &language : {u"en"_s, u"zh_Hans"_s}) {
-        for (const double points : {9.0, 12.5, 16.0})
-            QTest::addRow("%s at %.1f", qPrintable(language), points) << language << points;
-    }
-}
-
-void AboutTabTest::everythingFits() {
-    QFETCH(const QString, language);
-    QFETCH(const double, points);
-    useLanguage(QLatin1String(language.toLatin1()));
-    useAppearance({}, points);
-    show();
-    const AvailableUpdate update = release(u"Many fixes. "_s.repeated(30) + u"\nAnd more."_s);
-    for (const DownloadState download :
-         {DownloadState::downloading, DownloadState::done, DownloadState::failed}) {
-        AboutModel shown =
-            model({update, check::Failed{FailureReason::network}, QDateTime::currentDateTime(), download});
-        shown.isRestartPending = download == DownloadState::failed;
-        tab_->render(shown);
-        QTest::qWait(60);
-        QCOMPARE(firstCut(*tab_), QString());
-    }
-}
-
 int main(int argc, char **argv) {
-    useTestFonts();
-    QApplication app(argc, argv);
-    AboutTabTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runViewTest<AboutTabTest>(argc, argv);
 }
 #include "about_tab_test.moc"

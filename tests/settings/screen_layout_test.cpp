@@ -213,7 +213,7 @@ private Q_SLOTS:
                                       {u"gone"_s, {any(), any(), any(), any()}}};
             const ScreenDesk strange = desk({u"self"_s, u"a"_s, u"b"_s}, layout);
             const QRectF visible(-1, -1, canvas.width() + 2, canvas.height() + 2);
-            for (const CanvasCard &card : canvasModel(strange, {}, canvas).cards)
+            for (const CanvasCard &card : canvasCards(strange, {}, fitInto(strange, canvas)))
                 QVERIFY(visible.contains(card.rect.topLeft()) && visible.contains(card.rect.bottomRight()));
             const ScreenLayout after = commitDrag(strange, u"a"_s, {any(), any()}, any());
             QVERIFY(canBeStored(after));
@@ -232,7 +232,7 @@ private Q_SLOTS:
         const ScreenDesk crowded = desk(ids);
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(canvasModel(crowded, {}, canvas).cards.size(), std::size_t{1000});
+        QCOMPARE(canvasCards(crowded, {}, fitInto(crowded, canvas)).size(), std::size_t{1000});
         QCOMPARE(commitDrag(crowded, u"device-7"_s, {5, 5}, 0.1).size(), std::size_t{1000});
         QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     }
@@ -264,7 +264,7 @@ private Q_SLOTS:
         two.devices[0].platform = u"Darwin"_s;
         two.devices[1].platform = u"WINDOWS"_s;
         two.devices[2].online = false;
-        const auto shown = canvasModel(two, u"a"_s, canvas).cards;
+        const auto shown = canvasCards(two, u"a"_s, fitInto(two, canvas));
         QCOMPARE(shown[0].title, u"SELF (kvm.canvas.local)"_s);
         QCOMPARE(shown[0].symbol, u"macbook"_s);
         QVERIFY(shown[0].isSelf && !shown[0].isMaster && shown[0].statusText.isEmpty());

@@ -42,9 +42,6 @@ AvailableUpdate release(bool hasAddress) {
 
 } // namespace
 
-Q_DECLARE_METATYPE(CheckState)
-Q_DECLARE_METATYPE(DownloadState)
-Q_DECLARE_METATYPE(AboutModel::Download)
 Q_DECLARE_METATYPE(Tint)
 
 class SettingsModelsTest : public QObject {
@@ -72,30 +69,26 @@ private Q_SLOTS:
         QVERIFY(overviewModel(service, {}) == expected);
     }
 
-    void fillsTheNameField_data() {
-        QTest::addColumn<QStringList>("reported"); // A "-" stands for no status.
-        QTest::addColumn<QString>("typed");        // Replaces the text once it was shown, unless it is a "-".
-        QTest::addColumn<QString>("text");
-        QTest::newRow("shown") << QStringList{u"A"_s} << u"-"_s << u"A"_s;
-        QTest::newRow("no status") << QStringList{u"-"_s} << u"-"_s << QString();
-        QTest::newRow("status arrives") << QStringList{u"-"_s, u"A"_s} << u"-"_s << u"A"_s;
-        QTest::newRow("typed before it") << QStringList{u"-"_s, u"A"_s} << u"mine"_s << u"mine"_s;
-        QTest::newRow("changed elsewhere") << QStringList{u"A"_s, u"B"_s} << u"-"_s << u"A"_s;
-        QTest::newRow("emptied, then changed") << QStringList{u"A"_s, u"A"_s, u"B"_s} << QString() << u"B"_s;
-        QTest::newRow("emptied") << QStringList{u"A"_s, u"A"_s} << QString() << QString();
-    }
     void fillsTheNameField() {
-        QFETCH(QStringList, reported);
-        QFETCH(QString, typed);
-        const auto called = [](const QString &name) {
-            return serviceCalled(name == u"-"_s ? std::nullopt : std::optional(name));
-        };
-        NameDraft draft = shownNameDraft(called(reported.takeFirst()));
-        if (typed != u"-"_s)
-            draft.text = typed;
-        for (const QString &name : reported)
-            draft = followedNameDraft(draft, called(name));
-        QTEST(draft.text, "text");
+        using Names = std::vector<std::optional<QString>>;
+        const struct {
+            Names reported;               ///< none: no status
+            std::optional<QString> typed; ///< replaces the text once it was shown
+            QString text;
+        } rows[]{{{u"A"_s}, {}, u"A"_s},
+                 {{std::nullopt}, {}, {}},
+                 {{std::nullopt, u"A"_s}, {}, u"A"_s},
+                 {{std::nullopt, u"A"_s}, u"mine"_s, u"mine"_s},
+                 {{u"A"_s, u"B"_s}, {}, u"A"_s},
+                 {{u"A"_s, u"A"_s, u"B"_s}, u""_s, u"B"_s},
+                 {{u"A"_s, u"A"_s}, u""_s, u""_s}};
+        for (const auto &[reported, typed, text] : rows) {
+            NameDraft draft = shownNameDraft(serviceCalled(reported.front()));
+            draft.text = typed.value_or(draft.text);
+            for (std::size_t poll = 1; poll < reported.size(); ++poll)
+                draft = followedNameDraft(draft, serviceCalled(reported[poll]));
+            QCOMPARE(draft.text, text);
+        }
     }
 
     void savesAName() {
@@ -111,47 +104,36 @@ private Q_SLOTS:
         QVERIFY(committedName(service, u" old "_s) == expected);
     }
 
-    void stepsTheFileCap_data() {
-        QTest::addColumn<qint64>("from");
-        QTest::addColumn<int>("steps");
-        QTest::addColumn<qint64>("to");
-        QTest::newRow("up") << qint64{1} << 1 << qint64{11};
-        QTest::newRow("down") << qint64{100} << -1 << qint64{90};
-        QTest::newRow("to the bottom") << qint64{7} << -1 << qint64{1};
-        QTest::newRow("to the top") << qint64{10235} << 1 << qint64{10240};
-        QTest::newRow("at the top") << qint64{10240} << 1 << qint64{10240};
-        QTest::newRow("from beyond") << std::numeric_limits<qint64>::max() << 1 << qint64{10240};
-        QTest::newRow("from below") << std::numeric_limits<qint64>::min() << -3 << qint64{1};
-    }
     void stepsTheFileCap() {
-        QFETCH(qint64, from);
-        QFETCH(int, steps);
-        QTEST(steppedFileCap(from, steps), "to");
+        const std::tuple<qint64, int, qint64> rows[]{{1, 1, 11},
+                                                     {100, -1, 90},
+                                                     {7, -1, 1},
+                                                     {10235, 1, 10240},
+                                                     {10240, 1, 10240},
+                                                     {std::numeric_limits<qint64>::max(), 1, 10240},
+                                                     {std::numeric_limits<qint64>::min(), -3, 1}};
+        for (const auto &[from, steps, to] : rows)
+            QCOMPARE(steppedFileCap(from, steps), to);
     }
 
-    void searchesTheHistory_data() {
-        QTest::addColumn<QString>("search");
-        QTest::addColumn<QString>("preview");
-        QTest::addColumn<bool>("isFound");
-        QTest::newRow("letter case and spaces") << u" Foo "_s << u"my foo bar"_s << true;
-        QTest::newRow("upper case preview") << u"foo"_s << u"MY FOO"_s << true;
-        QTest::newRow("within a word") << u"a b"_s << u"ba bc"_s << true;
-        QTest::newRow("inner spaces count") << u"a  b"_s << u"a b"_s << false;
-        QTest::newRow("wide and no-break spaces") << u"\u3000\u00A0\tfoo\u2003"_s << u"foo"_s << true;
-        QTest::newRow("line breaks stay") << u"foo\n"_s << u"foo"_s << false;
-        QTest::newRow("spaces alone") << u" \t"_s << QString() << true;
-        QTest::newRow("empty preview") << u"f"_s << QString() << false;
-        QTest::newRow("beyond ASCII") << u"ÄRGER Ж"_s << u"ärger ж"_s << true;
-        QTest::newRow("no accent folding") << u"e"_s << u"é"_s << false;
-        QTest::newRow("accent apart") << u"\u00E9"_s << u"caf\u0065\u0301"_s << true;
-        QTest::newRow("Chinese") << u"图片"_s << u"一张图片.png"_s << true;
-    }
     void searchesTheHistory() {
-        QFETCH(QString, search);
-        QFETCH(QString, preview);
-        HistoryFilter filter;
-        const auto model = syncModel(serviceWith({preview}), search, filter);
-        QTEST(!model->history->rows.empty(), "isFound");
+        const std::tuple<QString, QString, bool> rows[]{{u" Foo "_s, u"my foo bar"_s, true},
+                                                        {u"foo"_s, u"MY FOO"_s, true},
+                                                        {u"a b"_s, u"ba bc"_s, true},
+                                                        {u"a  b"_s, u"a b"_s, false},
+                                                        {u"\u3000\u00A0\tfoo\u2003"_s, u"foo"_s, true},
+                                                        {u"foo\n"_s, u"foo"_s, false},
+                                                        {u" \t"_s, QString(), true},
+                                                        {u"f"_s, QString(), false},
+                                                        {u"ÄRGER Ж"_s, u"ärger ж"_s, true},
+                                                        {u"e"_s, u"é"_s, false},
+                                                        {u"\u00E9"_s, u"caf\u0065\u0301"_s, true},
+                                                        {u"图片"_s, u"一张图片.png"_s, true}};
+        for (const auto &[search, preview, isFound] : rows) {
+            HistoryFilter filter;
+            const auto model = syncModel(serviceWith({preview}), search, filter);
+            QVERIFY2(model->history->rows.empty() != isFound, qPrintable(search));
+        }
     }
 
     void searchFollowsTheHistory() {
@@ -247,81 +229,63 @@ private Q_SLOTS:
         QVERIFY(devicesModelHoldsFor(service, now) == std::chrono::milliseconds(950));
     }
 
-    void tellsOfChecks_data() {
-        QTest::addColumn<CheckState>("state");
-        QTest::addColumn<QString>("symbol");
-        QTest::addColumn<QString>("text");
-        const auto failed = [](const char *name, FailureReason reason, const QString &text) {
-            QTest::newRow(name) << CheckState(check::Failed{reason}) << u"exclamationmark.triangle.fill"_s
-                                << text;
-        };
-        QTest::newRow("idle") << CheckState(check::Idle{}) << QString() << u"update.never_checked"_s;
-        QTest::newRow("checking") << CheckState(check::Checking{}) << QString() << u"update.checking"_s;
-        QTest::newRow("up to date") << CheckState(check::UpToDate{u"1.4.1"_s}) << u"checkmark.circle.fill"_s
-                                    << u"update.uptodate[1.4.1]"_s;
-        QTest::newRow("available") << CheckState(check::Available{release(true)})
-                                   << u"arrow.down.circle.fill"_s << u"update.available.title[1.5.0]"_s;
-        failed("network", FailureReason::network, u"update.failed.network"_s);
-        failed("server", FailureReason::server, u"update.failed.server"_s);
-        failed("parse", FailureReason::parse, u"update.failed.parse"_s);
-        failed("unknown", FailureReason::unknown, u"update.failed"_s);
-    }
     void tellsOfChecks() {
-        QFETCH(CheckState, state);
-        const AboutModel model = aboutModel({.state = state}, {}, formats_);
-        QTEST(model.checkStatus.symbol, "symbol");
-        QTEST(model.checkStatus.text, "text");
-        QCOMPARE(model.isChecking, std::holds_alternative<check::Checking>(state));
-        QVERIFY(!model.banner && model.lastChecked.isEmpty() && model.version.isEmpty());
-    }
-
-    void offersDownloads_data() {
-        QTest::addColumn<DownloadState>("state");
-        QTest::addColumn<AboutModel::Download>("download");
-        using Shown = AboutModel::Download;
-        QTest::newRow("idle") << DownloadState::idle << Shown::offered;
-        QTest::newRow("running") << DownloadState::downloading << Shown::running;
-        QTest::newRow("done") << DownloadState::done << Shown::done;
-        QTest::newRow("failed") << DownloadState::failed << Shown::failed;
-    }
-    void offersDownloads() {
-        QFETCH(DownloadState, state);
-        QFETCH(AboutModel::Download, download);
-        for (const bool hasAddress : {true, false}) {
-            // A failed check leaves the update that an earlier one found.
-            const UpdateState update{.available = release(hasAddress),
-                                     .state = check::Failed{FailureReason::network},
-                                     .lastChecked = QDateTime(QDate(2026, 11, 22), QTime(9, 41)),
-                                     .downloadState = state};
-            const AboutModel model =
-                aboutModel(update, {.bundleVersion = u"1.4.1"_s, .currentVersion = u"1.4.1"_s}, formats_);
-            QVERIFY(model.banner == (AboutModel::Banner{u"update.available.title[1.5.0]"_s,
-                                                        u"update.available.subtitle[1.4.1]"_s,
-                                                        {},
-                                                        download,
-                                                        hasAddress}));
-            QCOMPARE(model.lastChecked, u"update.last_checked[22 Nov 2026, 09:41]"_s);
-            QCOMPARE(model.version, u"about.version[1.4.1]"_s);
+        const QString warning = u"exclamationmark.triangle.fill"_s;
+        const std::tuple<CheckState, QString, QString> rows[]{
+            {check::Idle{}, QString(), u"update.never_checked"_s},
+            {check::Checking{}, QString(), u"update.checking"_s},
+            {check::UpToDate{u"1.4.1"_s}, u"checkmark.circle.fill"_s, u"update.uptodate[1.4.1]"_s},
+            {check::Available{release(true)}, u"arrow.down.circle.fill"_s,
+             u"update.available.title[1.5.0]"_s},
+            {check::Failed{FailureReason::network}, warning, u"update.failed.network"_s},
+            {check::Failed{FailureReason::server}, warning, u"update.failed.server"_s},
+            {check::Failed{FailureReason::parse}, warning, u"update.failed.parse"_s},
+            {check::Failed{FailureReason::unknown}, warning, u"update.failed"_s}};
+        for (const auto &[state, symbol, text] : rows) {
+            const AboutModel model = aboutModel({.state = state}, {}, formats_);
+            QCOMPARE(model.checkStatus.text, text);
+            QCOMPARE(model.checkStatus.symbol, symbol);
+            QCOMPARE(model.isChecking, std::holds_alternative<check::Checking>(state));
+            QVERIFY(!model.banner && model.lastChecked.isEmpty() && model.version.isEmpty());
         }
     }
 
-    void choosesTheLanguage_data() {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<int>("index");
-        QTest::newRow("none") << QString() << 0;
-        QTest::newRow("Chinese") << u"zh-Hans"_s << 1;
-        QTest::newRow("English") << u"en"_s << 2;
-        QTest::newRow("French") << u"fr"_s << 0;
-        QTest::newRow("letter case") << u"zh-hans"_s << 0;
+    void offersDownloads() {
+        using Shown = AboutModel::Download;
+        const std::pair<DownloadState, Shown> rows[]{{DownloadState::idle, Shown::offered},
+                                                     {DownloadState::downloading, Shown::running},
+                                                     {DownloadState::done, Shown::done},
+                                                     {DownloadState::failed, Shown::failed}};
+        for (const auto &[state, download] : rows) {
+            for (const bool hasAddress : {true, false}) {
+                // A failed check leaves the update that an earlier one found.
+                const UpdateState update{.available = release(hasAddress),
+                                         .state = check::Failed{FailureReason::network},
+                                         .lastChecked = QDateTime(QDate(2026, 11, 22), QTime(9, 41)),
+                                         .downloadState = state};
+                const AboutModel model =
+                    aboutModel(update, {.bundleVersion = u"1.4.1"_s, .currentVersion = u"1.4.1"_s}, formats_);
+                QVERIFY(model.banner == (AboutModel::Banner{u"update.available.title[1.5.0]"_s,
+                                                            u"update.available.subtitle[1.4.1]"_s,
+                                                            {},
+                                                            download,
+                                                            hasAddress}));
+                QCOMPARE(model.lastChecked, u"update.last_checked[22 Nov 2026, 09:41]"_s);
+                QCOMPARE(model.version, u"about.version[1.4.1]"_s);
+            }
+        }
     }
+
     void choosesTheLanguage() {
-        QFETCH(QString, stored);
         const QStringList choices{QString(), u"zh-Hans"_s, u"en"_s};
-        QTEST(static_cast<int>(
-                  aboutModel({}, {.languages = choices, .storedLanguage = stored}, formats_).language),
-              "index");
-        for (const QString &picked : choices)
-            QCOMPARE(changesLanguage(stored, picked), stored != picked);
+        const std::pair<QString, int> rows[]{
+            {QString(), 0}, {u"zh-Hans"_s, 1}, {u"en"_s, 2}, {u"fr"_s, 0}, {u"zh-hans"_s, 0}};
+        for (const auto &[stored, index] : rows) {
+            QCOMPARE(aboutModel({}, {.languages = choices, .storedLanguage = stored}, formats_).language,
+                     index);
+            for (const QString &picked : choices)
+                QCOMPARE(changesLanguage(stored, picked), stored != picked);
+        }
     }
 
 private:

@@ -1,5 +1,6 @@
 #include "support/FakeClock.h"
 #include "support/FakePlatform.h"
+#include "support/Row.h"
 #include "update/HttpsServer.h"
 #include "update/TestAuthority.h"
 #include "update/UpdateChecker.h"
@@ -55,9 +56,6 @@ struct Setup {
 
 } // namespace
 
-Q_DECLARE_METATYPE(Answer)
-Q_DECLARE_METATYPE(CheckState)
-
 class UpdateCheckTest : public QObject {
     Q_OBJECT
 
@@ -79,50 +77,38 @@ private Q_SLOTS:
     }
     void init() { server_ = std::make_unique<HttpsServer>(identity_); }
 
-    void tellsTheOutcome_data() {
-        QTest::addColumn<Answer>("answer");
-        QTest::addColumn<CheckState>("outcome");
-        const auto row = [](const char *name, const Answer &answer, const CheckState &outcome) {
-            QTest::newRow(name) << answer << outcome;
-        };
+    void tellsTheOutcome() {
         const CheckState upToDate = check::UpToDate{u"1.4.1"_s};
-        const QByteArray huge(2LL * 1024 * 1024, ' ');
         const CheckState refused = failed(FailureReason::server);
         const CheckState broken = failed(FailureReason::network);
         const CheckState unreadable = failed(FailureReason::parse);
-
-        row("older", reply(200, older), upToDate);
-        row("another good status", reply(203, older), upToDate);
-        row("without length", sayAndClose("HTTP/1.1 200 OK\r\n\r\n" + older), upToDate);
-        row("missing, with a manifest", reply(404, newer), refused);
-        row("server error", reply(500, "oops"), refused);
-        row("server error, endless", reply(500, huge), refused);
-        row("not modified", reply(304, {}), refused);
-        row("not JSON", reply(200, "<html>"), unreadable);
-        row("empty", reply(200, {}), unreadable);
-        row("another document", reply(200, "[]"), unreadable);
-        row("too large", reply(200, newer + huge), unreadable);
-        row("deep", reply(200, QByteArray(1'000'000, '[')), unreadable);
-        row("cut off", sayAndClose("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n" + older), broken);
-        row("not HTTP", sayAndClose("SSH-2.0-x\r\n\r\n"), broken);
-        row(
-            "silence", [](QSslSocket &connection) { connection.disconnectFromHost(); }, broken);
-        row("redirect to HTTP",
-            reply(302, {}, "Location: " + plainServer_.address(u"/version.json"_s).toEncoded() + "\r\n"),
-            broken);
-        row("redirect without end", reply(302, {}, "Location: /version.json\r\n"), broken);
-    }
-    void tellsTheOutcome() {
-        QFETCH(Answer, answer);
-        QFETCH(CheckState, outcome);
-        serve(answer);
-        Setup setup(manifest());
-        const CheckState result = setup.check();
-        QCOMPARE(result.index(), outcome.index());
-        QVERIFY(result == outcome);
-        QVERIFY(!setup.checker->state().available);
-        QVERIFY(setup.checker->state().lastChecked);
-        QCOMPARE(plainServer_.visits, 0);
+        const QByteArray huge(2LL * 1024 * 1024, ' ');
+        const QByteArray plainAddress = plainServer_.address(u"/version.json"_s).toEncoded();
+        const std::tuple<const char *, Answer, CheckState> rows[]{
+            {"older", reply(200, older), upToDate},
+            {"another good status", reply(203, older), upToDate},
+            {"without length", sayAndClose("HTTP/1.1 200 OK\r\n\r\n" + older), upToDate},
+            {"missing, with a manifest", reply(404, newer), refused},
+            {"server error, endless", reply(500, huge), refused},
+            {"not modified", reply(304, {}), refused},
+            {"not JSON", reply(200, "<html>"), unreadable},
+            {"empty", reply(200, {}), unreadable},
+            {"too large", reply(200, newer + huge), unreadable},
+            {"deep", reply(200, QByteArray(1'000'000, '[')), unreadable},
+            {"cut off", sayAndClose("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n" + older), broken},
+            {"not HTTP", sayAndClose("SSH-2.0-x\r\n\r\n"), broken},
+            {"silence", [](QSslSocket &connection) { connection.disconnectFromHost(); }, broken},
+            {"redirect to HTTP", reply(302, {}, "Location: " + plainAddress + "\r\n"), broken},
+            {"redirect without end", reply(302, {}, "Location: /version.json\r\n"), broken}};
+        for (const auto &[name, answer, outcome] : rows) {
+            const Row row(name);
+            serve(answer);
+            Setup setup(manifest());
+            QVERIFY(setup.check() == outcome);
+            QVERIFY(!setup.checker->state().available);
+            QVERIFY(setup.checker->state().lastChecked);
+            QCOMPARE(plainServer_.visits, 0);
+        }
     }
 
     void publishesAnUpdateStepByStep() {
@@ -148,22 +134,19 @@ private Q_SLOTS:
         QVERIFY(server_->requests.value(0).contains("\r\nCache-Control: no-cache\r\n"));
     }
 
-    void offersUpdatesWithoutAnAddress_data() {
-        QTest::addColumn<QByteArray>("download");
-        QTest::newRow("absent") << QByteArray("{}");
-        QTest::newRow("empty") << QByteArray("{\"macos\":\"\"}");
-        QTest::newRow("not an address") << QByteArray("{\"macos\":\"https://host:port/app.dmg\"}");
-    }
     void offersUpdatesWithoutAnAddress() {
-        QFETCH(QByteArray, download);
-        serve(reply(200, "{\"version\": \"2.0\", \"download\": " + download + "}"));
-        Setup setup(manifest());
-        setup.platform.version.reset(); // counts as 0.0.0
-        setup.check();
-        QVERIFY(setup.checker->state().available);
-        QVERIFY(!setup.checker->state().available->downloadURL);
-        setup.checker->downloadUpdate();
-        QCOMPARE(setup.checker->state().downloadState, DownloadState::idle);
+        for (const QByteArray download :
+             {"{}", "{\"macos\":\"\"}", "{\"macos\":\"https://host:port/app.dmg\"}"}) {
+            const Row row(download);
+            serve(reply(200, "{\"version\": \"2.0\", \"download\": " + download + "}"));
+            Setup setup(manifest());
+            setup.platform.version.reset(); // counts as 0.0.0
+            setup.check();
+            QVERIFY(setup.checker->state().available);
+            QVERIFY(!setup.checker->state().available->downloadURL);
+            setup.checker->downloadUpdate();
+            QCOMPARE(setup.checker->state().downloadState, DownloadState::idle);
+        }
     }
 
     void keepsAnUpdateThroughFailures() {
@@ -187,28 +170,19 @@ private Q_SLOTS:
         QVERIFY(!setup.checker->state().available);
     }
 
-    void trustsNobodyElse_data() {
-        QTest::addColumn<bool>("knownAuthority");
-        QTest::addColumn<QString>("host");
-        QTest::newRow("unknown authority") << false << u"localhost"_s;
-        QTest::newRow("another host's certificate") << true << u"elsewhere.example"_s;
-    }
     void trustsNobodyElse() {
-        QFETCH(bool, knownAuthority);
-        QFETCH(QString, host);
         const TestAuthority stranger;
-        HttpsServer impostor((knownAuthority ? *authority_ : stranger).identity(host));
-        impostor.answer(u"/version.json"_s, reply(200, newer));
-        Setup setup(impostor.address(u"/version.json"_s));
-        QVERIFY(setup.check() == failed(FailureReason::network));
-        QVERIFY(impostor.requests.isEmpty());
-    }
-
-    void reportsARefusedConnection() {
-        const QUrl address = manifest();
+        for (const QSslConfiguration &identity :
+             {stranger.identity(u"localhost"_s), authority_->identity(u"elsewhere.example"_s)}) {
+            HttpsServer impostor(identity);
+            impostor.answer(u"/version.json"_s, reply(200, newer));
+            Setup setup(impostor.address(u"/version.json"_s));
+            QVERIFY(setup.check() == failed(FailureReason::network));
+            QVERIFY(impostor.requests.isEmpty());
+        }
+        const QUrl nobody = manifest();
         server_.reset();
-        Setup setup(address);
-        QVERIFY(setup.check() == failed(FailureReason::network));
+        QVERIFY(Setup(nobody).check() == failed(FailureReason::network));
     }
 
     void limitsTheWholeExchange() {
@@ -299,29 +273,24 @@ private Q_SLOTS:
         QVERIFY2(asked.startsWith("CONNECT updates.quorbit.example:443 "), asked.constData());
     }
 
-    void stopsTheProgramOverABadAddress_data() {
-        QTest::addColumn<QString>("address");
-        QTest::newRow("none") << QString();
-        QTest::newRow("no host") << u"https:///version.json"_s;
-        QTest::newRow("bad port") << u"https://host:99999/version.json"_s;
-        QTest::newRow("relative") << u"version.json"_s;
-        QTest::newRow("plain HTTP") << u"http://localhost/version.json"_s;
-    }
     void stopsTheProgramOverABadAddress() {
-        QFETCH(QString, address);
-        const pid_t child = fork();
-        if (child == 0) {
-            std::signal(SIGABRT, SIG_DFL);
-            const rlimit noCore{0, 0};
-            setrlimit(RLIMIT_CORE, &noCore);
-            close(STDOUT_FILENO);
-            close(STDERR_FILENO);
-            const Setup setup{QUrl(address)};
-            _exit(0);
+        for (const char *address : {"", "https:///version.json", "https://host:99999/version.json",
+                                    "version.json", "http://localhost/version.json"}) {
+            const Row row(address);
+            const pid_t child = fork();
+            if (child == 0) {
+                std::signal(SIGABRT, SIG_DFL);
+                const rlimit noCore{0, 0};
+                setrlimit(RLIMIT_CORE, &noCore);
+                close(STDOUT_FILENO);
+                close(STDERR_FILENO);
+                const Setup setup{QUrl(QString::fromLatin1(address))};
+                _exit(0);
+            }
+            int status = 0;
+            QCOMPARE(waitpid(child, &status, 0), child);
+            QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
         }
-        int status = 0;
-        QCOMPARE(waitpid(child, &status, 0), child);
-        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
     }
 };
 

@@ -219,6 +219,26 @@
         <source/>
         <translation>Online</translation>
     </message>
+    <message id="kvm.canvas.place.above">
+        <source/>
+        <translation>Above %1.</translation>
+    </message>
+    <message id="kvm.canvas.place.below">
+        <source/>
+        <translation>Below %1.</translation>
+    </message>
+    <message id="kvm.canvas.place.left_of">
+        <source/>
+        <translation>Left of %1.</translation>
+    </message>
+    <message id="kvm.canvas.place.right_of">
+        <source/>
+        <translation>Right of %1.</translation>
+    </message>
+    <message id="kvm.canvas.place.same_place">
+        <source/>
+        <translation>In the same place as %1.</translation>
+    </message>
     <message id="kvm.canvas.tap_master">
         <source/>
         <translation>Click a screen to make it the master</translation>

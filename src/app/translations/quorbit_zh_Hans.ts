@@ -185,7 +185,7 @@
     </message>
     <message id="kvm.accessibility.needs_restart_desc">
         <source/>
-        <translation>新的权限将在 Quorbit 重启后生效。如果没有自动重启，请退出 Quorbit 后再次打开。</translation>
+        <translation>新权限将在 Quorbit 重启后生效。若未自动重启，请退出后重新打开。</translation>
     </message>
     <message id="kvm.accessibility.not_granted">
         <source/>
@@ -218,6 +218,26 @@
     <message id="kvm.canvas.online">
         <source/>
         <translation>在线</translation>
+    </message>
+    <message id="kvm.canvas.place.above">
+        <source/>
+        <translation>位于“%1”上方。</translation>
+    </message>
+    <message id="kvm.canvas.place.below">
+        <source/>
+        <translation>位于“%1”下方。</translation>
+    </message>
+    <message id="kvm.canvas.place.left_of">
+        <source/>
+        <translation>位于“%1”左侧。</translation>
+    </message>
+    <message id="kvm.canvas.place.right_of">
+        <source/>
+        <translation>位于“%1”右侧。</translation>
+    </message>
+    <message id="kvm.canvas.place.same_place">
+        <source/>
+        <translation>与“%1”位置相同。</translation>
     </message>
     <message id="kvm.canvas.tap_master">
         <source/>

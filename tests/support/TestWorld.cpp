@@ -1,6 +1,5 @@
-#include "menubar/TestWorld.h"
+#include "support/TestWorld.h"
 
-#include <QApplication>
 #include <QFont>
 #include <QTranslator>
 
@@ -25,6 +24,22 @@ void useAppearance(const Appearance &appearance, double fontPoints) {
     font.setPointSizeF(fontPoints);
     QApplication::setFont(font);
     QApplication::setPalette(themePalette(appearance));
+}
+
+void addLooks(std::initializer_list<double> points) {
+    QTest::addColumn<QLatin1String>("language");
+    QTest::addColumn<double>("points");
+    for (const QLatin1String language : {"en"_L1, "zh_Hans"_L1}) {
+        for (const double size : points)
+            QTest::addRow("%s at %.1f", language.data(), size) << language << size;
+    }
+}
+
+void useLook() {
+    QFETCH(const QLatin1String, language);
+    QFETCH(const double, points);
+    useLanguage(language);
+    useAppearance({}, points);
 }
 
 } // namespace quorbit

@@ -48,6 +48,15 @@ Widget *named(const QWidget &root, const QString &name) {
     return nullptr;
 }
 
+/// Shows a window and waits until it has the keyboard and has settled.
+inline void openWindow(QWidget &window) {
+    window.show();
+    window.activateWindow();
+    if (!QTest::qWaitForWindowActive(&window))
+        qFatal("the window does not open");
+    QTest::qWait(60);
+}
+
 /// The texts that are seen, in no order.
 inline QStringList textsOf(const QWidget &root) {
     QStringList texts;
