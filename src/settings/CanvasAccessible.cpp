@@ -143,6 +143,12 @@ public:
                                                 : QAccessibleWidget::text(kind);
     }
 
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.focused = state.focused && area_->currentCard() == nullptr; // else the card has the focus
+        return state;
+    }
+
     int childCount() const override { return static_cast<int>(area_->cards().size()); }
     QAccessibleInterface *child(int index) const override {
         if (index < 0 || index >= childCount())
@@ -247,12 +253,8 @@ void announceChangedCards(CanvasArea &area, const std::vector<CanvasCard> &befor
             announce(shown, QAccessible::DescriptionChanged);
         if (old->rect != card.rect)
             announce(shown, QAccessible::LocationChanged);
-        if (old->isMaster != card.isMaster) {
-            QAccessible::State changed;
-            changed.selected = true;
-            QAccessibleStateChangeEvent event(shown, changed);
-            QAccessible::updateAccessibility(&event);
-        }
+        if (old->isMaster != card.isMaster)
+            announce(shown, QAccessible::Selection);
     }
 }
 

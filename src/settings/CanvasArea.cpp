@@ -333,7 +333,14 @@ void CanvasArea::focusInEvent(QFocusEvent *event) {
     else if (currentCard() == nullptr && !cards_.empty())
         currentID_ = cards_.front().id;
     update();
-    announceCurrentCard(*this);
+    // Qt itself announces the whole canvas once this returns; the card must be the last word.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (hasFocus())
+                announceCurrentCard(*this);
+        },
+        Qt::QueuedConnection);
 }
 
 void CanvasArea::focusOutEvent(QFocusEvent *) {
