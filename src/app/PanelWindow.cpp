@@ -57,13 +57,12 @@ void PanelWindow::dropDown(const QRect &icon) {
     QScreen *screen = QGuiApplication::screenAt(beside.center());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
+    setScreen(screen);
     available_ = screen->availableGeometry();
     anchor_ = panelAnchor(beside, available_);
     hasFocus_ = hasFocus_ && isVisible();
     if (windowFlags() != dropDownFlags)
         setWindowFlags(dropDownFlags);
-    setMinimumSize(0, 0);
-    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     fit();
     roundCorners();
     show();
@@ -74,7 +73,7 @@ void PanelWindow::dropDown(const QRect &icon) {
 
 void PanelWindow::toggle(const QRect &icon) {
     const bool closedByThisClick = sinceFocusWasLost_.isValid() && sinceFocusWasLost_.elapsed() < sameClick;
-    if (isVisible())
+    if (isVisible() && !isOrdinaryWindow())
         dismiss();
     else if (!closedByThisClick)
         dropDown(icon);
@@ -108,14 +107,14 @@ void PanelWindow::showAsWindow() {
 }
 
 void PanelWindow::fit() {
-    const int height = std::min(content_->height(), available_.height());
+    const int height = std::min(content_->height(), highestPanel(available_));
     const bool isCut = height < content_->height();
     const QSize size(content_->width() + (isCut ? scroller_->verticalScrollBar()->sizeHint().width() : 0),
                      height);
     if (anchor_)
-        setGeometry(panelGeometry(*anchor_, size, available_));
-    else
-        setFixedSize(size);
+        move(panelGeometry(*anchor_, size, available_).topLeft());
+    // A window whose size is fixed is left floating where windows are tiled.
+    setFixedSize(size);
 }
 
 void PanelWindow::roundCorners() {
