@@ -1,6 +1,7 @@
 #include "app/PanelWindow.h"
 
 #include "platform/linux/X11.h"
+#include "settings/AppIcon.h"
 #include "ui/Theme.h"
 
 #include <QApplication>
@@ -96,7 +97,8 @@ void PanelWindow::dismiss() {
 
 void PanelWindow::showAsWindow() {
     anchor_.reset();
-    available_ = (screen() ? screen() : QGuiApplication::primaryScreen())->availableGeometry();
+    if (windowIcon().isNull())
+        setWindowIcon(applicationIcon());
     if (windowFlags() != ordinaryFlags)
         setWindowFlags(ordinaryFlags);
     clearMask();
@@ -107,14 +109,23 @@ void PanelWindow::showAsWindow() {
 }
 
 void PanelWindow::fit() {
-    const int height = std::min(content_->height(), highestPanel(available_));
+    const QRect available = anchor_ ? available_ : screen()->availableGeometry();
+    const int height = std::min(content_->height(), highestPanel(available));
     const bool isCut = height < content_->height();
     const QSize size(content_->width() + (isCut ? scroller_->verticalScrollBar()->sizeHint().width() : 0),
                      height);
-    if (anchor_)
-        move(panelGeometry(*anchor_, size, available_).topLeft());
+    if (anchor_) {
+        // Place and size change at once, or a panel above its icon would be seen to jump.
+        setMinimumSize(0, 0);
+        setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        setGeometry(panelGeometry(*anchor_, size, available));
+    }
     // A window whose size is fixed is left floating where windows are tiled.
     setFixedSize(size);
+    // One that has grown past the lower edge of the screen would hide its footer.
+    const int hidden = frameGeometry().bottom() - available.bottom();
+    if (!anchor_ && isVisible() && hidden > 0)
+        move(x(), std::max(available.top(), y() - hidden));
 }
 
 void PanelWindow::roundCorners() {
