@@ -1,6 +1,7 @@
 #include "app/PanelWindow.h"
 
 #include "platform/linux/X11.h"
+#include "settings/AppIcon.h"
 #include "ui/Theme.h"
 
 #include <QApplication>
@@ -57,13 +58,12 @@ void PanelWindow::dropDown(const QRect &icon) {
     QScreen *screen = QGuiApplication::screenAt(beside.center());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
+    setScreen(screen);
     available_ = screen->availableGeometry();
     anchor_ = panelAnchor(beside, available_);
     hasFocus_ = hasFocus_ && isVisible();
     if (windowFlags() != dropDownFlags)
         setWindowFlags(dropDownFlags);
-    setMinimumSize(0, 0);
-    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     fit();
     roundCorners();
     show();
@@ -74,7 +74,7 @@ void PanelWindow::dropDown(const QRect &icon) {
 
 void PanelWindow::toggle(const QRect &icon) {
     const bool closedByThisClick = sinceFocusWasLost_.isValid() && sinceFocusWasLost_.elapsed() < sameClick;
-    if (isVisible())
+    if (isVisible() && !isOrdinaryWindow())
         dismiss();
     else if (!closedByThisClick)
         dropDown(icon);
@@ -97,7 +97,8 @@ void PanelWindow::dismiss() {
 
 void PanelWindow::showAsWindow() {
     anchor_.reset();
-    available_ = (screen() ? screen() : QGuiApplication::primaryScreen())->availableGeometry();
+    if (windowIcon().isNull())
+        setWindowIcon(applicationIcon());
     if (windowFlags() != ordinaryFlags)
         setWindowFlags(ordinaryFlags);
     clearMask();
@@ -108,14 +109,23 @@ void PanelWindow::showAsWindow() {
 }
 
 void PanelWindow::fit() {
-    const int height = std::min(content_->height(), available_.height());
+    const QRect available = anchor_ ? available_ : screen()->availableGeometry();
+    const int height = std::min(content_->height(), highestPanel(available));
     const bool isCut = height < content_->height();
     const QSize size(content_->width() + (isCut ? scroller_->verticalScrollBar()->sizeHint().width() : 0),
                      height);
-    if (anchor_)
-        setGeometry(panelGeometry(*anchor_, size, available_));
-    else
-        setFixedSize(size);
+    if (anchor_) {
+        // Place and size change at once, or a panel above its icon would be seen to jump.
+        setMinimumSize(0, 0);
+        setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        setGeometry(panelGeometry(*anchor_, size, available));
+    }
+    // A window whose size is fixed is left floating where windows are tiled.
+    setFixedSize(size);
+    // One that has grown past the lower edge of the screen would hide its footer.
+    const int hidden = frameGeometry().bottom() - available.bottom();
+    if (!anchor_ && isVisible() && hidden > 0)
+        move(x(), std::max(available.top(), y() - hidden));
 }
 
 void PanelWindow::roundCorners() {

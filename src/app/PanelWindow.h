@@ -44,7 +44,7 @@ private:
     QWidget *content_;
     QScrollArea *scroller_;
     std::optional<PanelAnchor> anchor_; ///< absent for an ordinary window
-    QRect available_;
+    QRect available_;                   ///< around the anchor
     bool hasFocus_ = false;
     QElapsedTimer sinceFocusWasLost_;
 };

@@ -3,8 +3,10 @@
 #include "settings/AppIcon.h"
 
 #include <QCloseEvent>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace quorbit {
 
@@ -40,8 +42,20 @@ void SettingsWindow::open() {
     }
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
+    connect(windowHandle(), &QWindow::screenChanged, this, &SettingsWindow::keepSize, Qt::UniqueConnection);
     raise();
     activateWindow();
+}
+
+void SettingsWindow::keepSize() {
+    const bool isSizedByDesktop = isMaximized() || isFullScreen();
+    if (isSizedByDesktop || windowHandle()->size() == size())
+        return;
+    // On X11 a window keeps its pixels, which are smaller on a screen of a higher scale; the widget has not
+    // been told yet. Other sessions never come here.
+    const QSize wanted = size().boundedTo(screen()->availableGeometry().size());
+    QMetaObject::invokeMethod(
+        this, [this, wanted] { resize(wanted); }, Qt::QueuedConnection);
 }
 
 void SettingsWindow::closeEvent(QCloseEvent *event) {

@@ -21,6 +21,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void keepSize();
+
     std::function<QWidget *()> makeContent_;
     QPointer<QWidget> content_;
 };

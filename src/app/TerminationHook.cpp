@@ -1,9 +1,11 @@
 #include "app/TerminationHook.h"
 
 #include <QCoreApplication>
+#include <QThread>
 
 #include <csignal>
 #include <cstdlib>
+#include <thread>
 #include <utility>
 
 #include <sys/time.h>
@@ -35,6 +37,21 @@ void runAtExit(int, void *argument) {
     run(*hook);
 }
 
+QtMessageHandler nextHandler = nullptr;
+
+/// When the Wayland compositor is gone, the toolkit says so in a thread of its own and leaves by _exit(),
+/// past every exit handler. The thread is held up while the main one leaves in the proper way.
+void exitWithCompositor(QtMsgType type, const QMessageLogContext &context, const QString &message) {
+    nextHandler(type, context, message);
+    if (!message.startsWith(QLatin1String("The Wayland connection broke")) || !qApp)
+        return;
+    const auto leave = [] { std::exit(1); };
+    if (QThread::currentThread() == qApp->thread())
+        leave();
+    QMetaObject::invokeMethod(qApp, leave, Qt::QueuedConnection);
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+}
+
 } // namespace
 
 TerminationHook::TerminationHook(std::function<void()> terminate, QObject *parent)
@@ -44,6 +61,8 @@ TerminationHook::TerminationHook(std::function<void()> terminate, QObject *paren
     auto shared = std::make_unique<Hook>(terminate_);
     if (::on_exit(&runAtExit, shared.get()) == 0)
         static_cast<void>(shared.release());
+    if (!nextHandler)
+        nextHandler = qInstallMessageHandler(&exitWithCompositor);
 }
 
 TerminationHook::~TerminationHook() {

@@ -18,6 +18,10 @@ void TrayIcon::start() {
     hosts_->start();
 }
 
+bool TrayIcon::isShown() const {
+    return icon_ && hosts_->isAvailable();
+}
+
 void TrayIcon::show() {
     makeMenu();
     icon_ = new QSystemTrayIcon(outlinedSymbolIcon(QStringLiteral("cursorarrow.and.square.on.square.dashed")),

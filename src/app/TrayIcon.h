@@ -26,7 +26,8 @@ public:
 
     /// Looks for a tray; shown() follows when there is one, at once or later.
     void start();
-    bool isShown() const { return icon_ != nullptr; }
+    /// Whether a tray shows the icon now; a tray may have gone again.
+    bool isShown() const;
     /// The icon's place on the screen; empty where the tray does not tell.
     QRect geometry() const;
     /// What the service reports; the menu shows nothing else.

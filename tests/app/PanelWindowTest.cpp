@@ -21,18 +21,22 @@ class PanelWindowTest : public QObject {
 
 private Q_SLOTS:
     void standsBesideTheIconInsideTheScreen() {
-        // Of the screen from (0, 0) to (1280, 1000), bars of 30 are taken at the top and at the bottom.
-        const QRect available(0, 30, 1280, 940);
+        // Of the screen from (0, 0) to (1280, 1000), bars of 30 are taken on every side.
+        const QRect available(30, 30, 1220, 940);
         const std::tuple<QRect, int, QRect> rows[]{
-            {{600, 3, 24, 24}, 200, {451, 31, 320, 200}},
-            {{600, 3, 24, 24}, 500, {451, 31, 320, 500}}, // keeps the icon's edge
-            {{1250, 3, 24, 24}, 200, {960, 31, 320, 200}},
-            {{600, 973, 24, 24}, 200, {451, 769, 320, 200}},
-            {{600, 973, 24, 24}, 500, {451, 469, 320, 500}},
-            {{2, 973, 24, 24}, 200, {0, 769, 320, 200}},
-            {{600, 300, 1, 1}, 200, {440, 305, 320, 200}}, // at the pointer
-            {{600, 973, 24, 24}, 2000, {451, 30, 320, 940}},
-            {{5000, 5000, 24, 24}, 200, {960, 770, 320, 200}}};
+            {{600, 3, 24, 24}, 200, {451, 38, 320, 200}}, // under the upper bar
+            {{600, 3, 24, 24}, 500, {451, 38, 320, 500}}, // keeps the icon's edge
+            {{1220, 3, 24, 24}, 200, {922, 38, 320, 200}},
+            {{600, 973, 24, 24}, 200, {451, 762, 320, 200}}, // above the lower bar
+            {{600, 973, 24, 24}, 500, {451, 462, 320, 500}},
+            {{32, 973, 24, 24}, 200, {38, 762, 320, 200}},
+            {{3, 100, 24, 24}, 200, {38, 100, 320, 200}}, // right of the left bar
+            {{3, 700, 24, 24}, 200, {38, 524, 320, 200}},
+            {{1253, 100, 24, 24}, 200, {922, 100, 320, 200}}, // left of the right bar
+            {{60, 400, 24, 24}, 200, {88, 400, 320, 200}},    // beside a bar that takes no room from windows
+            {{600, 300, 1, 1}, 200, {440, 305, 320, 200}},    // at the pointer
+            {{600, 973, 24, 24}, 2000, {451, 38, 320, 924}},
+            {{5000, 5000, 24, 24}, 200, {922, 762, 320, 200}}};
         for (const auto &[icon, height, expected] : rows)
             QCOMPARE(panelGeometry(panelAnchor(icon, available), {320, height}, available), expected);
     }
@@ -96,9 +100,8 @@ private Q_SLOTS:
         QVERIFY(panel.windowType() == Qt::Window && !(panel.windowFlags() & Qt::FramelessWindowHint));
         content->setFixedSize(320, 250);
         QCOMPARE(panel.size(), QSize(320, 250));
-        panel.hide();
-        // A tray has come.
-        panel.dropDown(QRect(100, 0, 20, 20));
+        // A tray has come: its click brings the window to the icon.
+        panel.toggle(QRect(100, 0, 20, 20));
         QVERIFY(panel.isVisible() && panel.windowFlags() & Qt::FramelessWindowHint);
         content->setFixedSize(320, 150);
         QCOMPARE(panel.size(), QSize(320, 150));

@@ -272,7 +272,8 @@ class BusObject:
         self.connection.emit_signal(None, self.path, self.interface, member, arguments)
 
     def close(self):
-        self.connection.close_sync(None)
+        if not self.connection.is_closed():
+            self.connection.close_sync(None)
 
     def __enter__(self):
         return self

@@ -27,22 +27,34 @@ void TrayHosts::start() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (bus.isConnected()) {
         auto *watcher =
-            new QDBusServiceWatcher(watcherService, bus, QDBusServiceWatcher::WatchForRegistration, this);
-        connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHosts::askBus);
-        bus.connect(QString(), watcherPath, watcherService, QStringLiteral("StatusNotifierHostRegistered"),
-                    this, SLOT(hostRegistered()));
+            new QDBusServiceWatcher(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+        connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &TrayHosts::busChanged);
+        for (const char *change : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
+            bus.connect(QString(), watcherPath, watcherService, QString::fromLatin1(change), this,
+                        SLOT(busChanged()));
         askBus();
     }
     considerX11();
 }
 
-void TrayHosts::hostRegistered() {
-    askBus();
+bool TrayHosts::isAvailable() const {
+    switch (kind_) {
+    case Kind::none:
+        break;
+    case Kind::bus:
+        return busHasHost_ && QDBusConnection::sessionBus().isConnected();
+    case Kind::x11:
+        return x11::hasTray();
+    }
+    return false;
+}
+
+void TrayHosts::busChanged() {
+    if (kind_ != Kind::x11)
+        askBus();
 }
 
 void TrayHosts::askBus() {
-    if (announced_)
-        return;
     awaitsBus_ = true;
     QDBusMessage question = QDBusMessage::createMethodCall(watcherService, watcherPath,
                                                            QStringLiteral("org.freedesktop.DBus.Properties"),
@@ -54,28 +66,29 @@ void TrayHosts::askBus() {
         answer->deleteLater();
         awaitsBus_ = false;
         const QDBusPendingReply<QVariant> hasHost = *answer;
-        if (!hasHost.isError() && hasHost.value().toBool())
-            announce();
+        busHasHost_ = !hasHost.isError() && hasHost.value().toBool();
+        if (busHasHost_)
+            announce(Kind::bus);
         else
             considerX11();
     });
 }
 
 void TrayHosts::considerX11() {
-    if (!awaitsBus_ && !announced_ && x11::hasTray())
-        announce();
+    if (!awaitsBus_ && kind_ == Kind::none && x11::hasTray())
+        announce(Kind::x11);
 }
 
 bool TrayHosts::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *) {
-    if (!announced_ && x11::announcesTray(eventType, message))
+    if (x11::announcesTray(eventType, message))
         considerX11();
     return false;
 }
 
-void TrayHosts::announce() {
-    if (announced_)
+void TrayHosts::announce(Kind kind) {
+    if (kind_ != Kind::none)
         return;
-    announced_ = true;
+    kind_ = kind;
     QCoreApplication::instance()->removeNativeEventFilter(this);
     Q_EMIT available();
 }

@@ -7,7 +7,8 @@ namespace quorbit {
 
 /// Watches for something that shows tray icons: a status-notifier host on the session bus or a tray window of
 /// an X11 session, whichever is there or comes first. The bus is preferred and its answer awaited, because
-/// the kind is settled for the whole run when the first icon is made.
+/// the kind is settled for the whole run when the first icon is made. An icon comes back by itself with a
+/// tray of its kind.
 class TrayHosts : public QObject, QAbstractNativeEventFilter {
     Q_OBJECT
 
@@ -16,22 +17,27 @@ public:
     ~TrayHosts() override;
 
     void start();
+    /// Whether a tray of the kind that was settled is there now.
+    bool isAvailable() const;
 
 Q_SIGNALS:
     /// Emitted once; an icon made from now on is taken in.
     void available();
 
 private:
+    enum class Kind { none, bus, x11 };
+
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
     void askBus();
     void considerX11();
-    void announce();
+    void announce(Kind kind);
 
     bool awaitsBus_ = false;
-    bool announced_ = false;
+    bool busHasHost_ = false;
+    Kind kind_ = Kind::none;
 
 private Q_SLOTS:
-    void hostRegistered();
+    void busChanged();
 };
 
 } // namespace quorbit
