@@ -70,6 +70,7 @@ private Q_SLOTS:
         };
         std::vector<Wish> rows{{"en-GB", "en"},
                                {"zh-CN en-US", "zh-Hans en"},
+                               {"zh-Hans-HK en-HK", "zh-Hans en"},
                                {"fr-FR zh-CN", "zh-Hans"},
                                {"zh-TW zh-Hant-TW zh", "zh-Hans"},
                                {"zh-Hant-HK zh en-HK", "en zh-Hans"},

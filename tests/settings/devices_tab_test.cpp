@@ -159,36 +159,6 @@ private Q_SLOTS:
         QVERIFY(named<Button>(*sheet, u"Create a PIN"_s));
     }
 
-    void connectsWithWhatWasTyped() {
-        show({});
-        Sheet *sheet = openSheet();
-        const QPointer<Sheet> gone(sheet);
-        named<QWidget>(*sheet, u"Enter a PIN"_s)->setFocus();
-        QTest::mouseClick(named<QWidget>(*sheet, u"Enter a PIN"_s), Qt::LeftButton);
-        auto *host = named<TextField>(*sheet, u"Address or host name"_s);
-        auto *pin = named<TextField>(*sheet, u"PIN"_s);
-        auto *pair = named<Button>(*sheet, u"Pair"_s);
-        QTest::keyClicks(pin, u"12 "_s);
-        QTest::keyClicks(host, u"  "_s);
-        QVERIFY(!pair->isEnabled());
-        QTest::keyClicks(host, u"h ost\t"_s);
-        QVERIFY(pair->isEnabled());
-
-        world_->service.answer("POST /api/pair/connect", {R"({"ok":false})"});
-        const QString failure = u"Pairing failed. Check the address and the PIN."_s;
-        pair->click();
-        QVERIFY(!pair->isEnabled() && accessible(pair)->state().busy);
-        QTRY_VERIFY(textsOf(*sheet).contains(failure));
-        QCOMPARE(bodyOfLast("POST /api/pair/connect"), R"({"host":"h ost","pin":"12"})");
-        QCOMPARE(pin->text(), u"12 "_s);
-
-        world_->service.answer("POST /api/pair/connect", {R"({"ok":true})"});
-        pair->click();
-        QVERIFY(!textsOf(*sheet).contains(failure));
-        QTRY_VERIFY(!gone);
-        QCOMPARE(world_->service.count("POST /api/pair/connect"), 2);
-    }
-
     void answersToAClosedSheetAreLost() {
         show({desk});
         world_->service.answer("POST /api/pair/show", {R"({"pin":"482913"})"});
@@ -305,15 +275,6 @@ private:
         add->setFocus();
         add->click();
         return window_->findChild<Sheet *>();
-    }
-
-    QByteArray bodyOfLast(const QByteArray &line) const {
-        QByteArray body;
-        for (const SeenRequest &request : world_->service.seen) {
-            if (request.line == line)
-                body = request.body;
-        }
-        return body;
     }
 
     std::unique_ptr<Fixture> world_;
