@@ -9,6 +9,7 @@ from pathlib import Path
 from desktop import (Application, Portal, Sim, XembedTray, application_node, geometry, nodes, picture, pointer, press,
                      tray_icons, wait_for, windows)
 
+SHARING = ["no-permission", "needs-restart", "no-master", "empty"]  # what the tab of keyboard and mouse tells
 PANELS = ["full", "paused", "waiting", "empty"]
 LANGUAGES = {"english": "en_GB.UTF-8", "chinese": "zh_CN.UTF-8"}
 SETTLED = 0.6  # seconds for fonts, animations and the first poll
@@ -22,10 +23,14 @@ def take_panel(file, application):
     picture(file)
 
 
-def take_settings(folder, name, application):
+def open_settings(application):
     buttons = wait_for("the panel's rows", lambda: nodes(application_node(application.pid), "push button"))
     press(buttons[-2])
-    tabs = wait_for("the tabs", lambda: nodes(application_node(application.pid), "page tab"))
+    return wait_for("the tabs", lambda: nodes(application_node(application.pid), "page tab"))
+
+
+def take_settings(folder, name, application):
+    tabs = open_settings(application)
     for number, tab in enumerate(tabs, 1):
         press(tab)
         time.sleep(SETTLED)
@@ -41,6 +46,21 @@ def take(folder, scenario, language, dark):
             take_settings(folder, name, application)
 
 
+def take_sharing(folder, scenario, language, dark):
+    name = f"{language}-{'dark' if dark else 'light'}"
+    environment = {"LANG": LANGUAGES[language], "LANGUAGE": ""}
+    with Portal(dark), XembedTray(), Sim(scenario), Application(env=environment) as application:
+        wait_for("the icon", tray_icons)
+        with Application() as again:
+            again.process.wait(10)
+        tabs = open_settings(application)
+        window = wait_for("the window", lambda: [w for w in windows(pid=application.pid) if geometry(w)[3] > 400])[0]
+        subprocess.run(["xdotool", "windowmove", window, "100", "0", "windowsize", window, "580", "980"], check=True)
+        press(tabs[2])
+        time.sleep(SETTLED)
+        picture(folder / f"sharing-{scenario}-{name}.png")
+
+
 def main():
     folder = Path(sys.argv[1])
     shutil.rmtree(folder, ignore_errors=True)
@@ -49,6 +69,8 @@ def main():
         for dark in (False, True):
             for scenario in PANELS:
                 take(folder, scenario, language, dark)
+            for scenario in SHARING:
+                take_sharing(folder, scenario, language, dark)
     print("\n".join(str(file) for file in sorted(folder.iterdir())))
 
 

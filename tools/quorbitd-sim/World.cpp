@@ -78,8 +78,9 @@ Json World::save(Json settings) {
         throw std::invalid_argument("not a settings record");
     const bool wasEnabled = facts_.settings.value("kvm_enabled", false);
     const bool enabled = settings.value("kvm_enabled", false);
-    const bool rearranged =
-        settings.value("kvm_layout", Json()) != facts_.settings.value("kvm_layout", Json());
+    // The order in which a client lists the screens means nothing.
+    const nlohmann::json layout = settings.value("kvm_layout", Json());
+    const bool rearranged = layout != nlohmann::json(facts_.settings.value("kvm_layout", Json()));
     facts_.settings = std::move(settings);
     if (rearranged && facts_.settings.contains("kvm_layout_ver"))
         facts_.settings["kvm_layout_ver"] = facts_.settings["kvm_layout_ver"].get<std::int64_t>() + 1;
