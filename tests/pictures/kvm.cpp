@@ -16,7 +16,6 @@ std::vector<Picture> kvmPictures() {
     for (const KvmState &state : kvmStates())
         pictures.push_back(
             {u"kvm/"_s + state.name, make, QSize(580, 1044), [state](QWidget &tab, const TimeFormats &) {
-                 // Anew, because its texts are in the language of the picture.
                  static_cast<KvmTab &>(tab).render(state.model());
              }});
     return pictures;
