@@ -7,7 +7,32 @@ namespace quorbit {
 
 namespace {
 
-class ControlInterface final : public QAccessibleWidget, public QAccessibleValueInterface {
+/// A text that is shown as it is, without a cursor or a selection.
+class PlainText : public QAccessibleTextInterface {
+public:
+    void selection(int, int *start, int *end) const override { *start = *end = 0; }
+    int selectionCount() const override { return 0; }
+    void addSelection(int, int) override {}
+    void removeSelection(int) override {}
+    void setSelection(int, int, int) override {}
+    int cursorPosition() const override { return 0; }
+    void setCursorPosition(int) override {}
+    QString text(int start, int end) const override { return plainText().mid(start, end - start); }
+    int characterCount() const override { return static_cast<int>(plainText().size()); }
+    QRect characterRect(int) const override { return {}; }
+    int offsetAtPoint(const QPoint &) const override { return -1; }
+    void scrollToSubstring(int, int) override {}
+    QString attributes(int, int *start, int *end) const override {
+        *start = 0;
+        *end = characterCount();
+        return {};
+    }
+
+protected:
+    virtual QString plainText() const = 0;
+};
+
+class ControlInterface final : public QAccessibleWidget, public QAccessibleValueInterface, public PlainText {
 public:
     ControlInterface(QWidget *widget, AccessibleControl &control)
         : QAccessibleWidget(widget, control.accessibleRole()), control_(control) {}
@@ -15,6 +40,10 @@ public:
     void *interface_cast(QAccessible::InterfaceType type) override {
         if (type == QAccessible::ValueInterface)
             return control_.accessibleRange() ? static_cast<QAccessibleValueInterface *>(this) : nullptr;
+        // Some readers learn of the option that a picker shows in this way alone.
+        if (type == QAccessible::TextInterface)
+            return control_.accessibleText().isEmpty() ? nullptr
+                                                       : static_cast<QAccessibleTextInterface *>(this);
         return QAccessibleWidget::interface_cast(type);
     }
 
@@ -36,12 +65,24 @@ public:
         return QAccessibleWidget::text(kind);
     }
 
+    using PlainText::text;
+
     int childCount() const override {
-        return control_.isAccessibleLeaf() ? 0 : QAccessibleWidget::childCount();
+        if (control_.isAccessibleLeaf())
+            return control_.accessiblePopup() != nullptr ? 1 : 0;
+        return QAccessibleWidget::childCount();
     }
 
     QAccessibleInterface *child(int index) const override {
-        return control_.isAccessibleLeaf() ? nullptr : QAccessibleWidget::child(index);
+        if (control_.isAccessibleLeaf())
+            return index == 0 ? QAccessible::queryAccessibleInterface(control_.accessiblePopup()) : nullptr;
+        return QAccessibleWidget::child(index);
+    }
+
+    int indexOfChild(const QAccessibleInterface *child) const override {
+        if (control_.isAccessibleLeaf())
+            return child != nullptr && child->object() == control_.accessiblePopup() ? 0 : -1;
+        return QAccessibleWidget::indexOfChild(child);
     }
 
     QStringList actionNames() const override {
@@ -66,6 +107,9 @@ public:
         if (widget()->isEnabled())
             control_.requestAccessibleValue(value.toInt());
     }
+
+protected:
+    QString plainText() const override { return control_.accessibleText(); }
 
 private:
     AccessibleControl::Range range() const {

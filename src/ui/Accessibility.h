@@ -30,6 +30,8 @@ public:
     /// Names of QAccessibleActionInterface.
     virtual QStringList accessibleActions() const { return {}; }
     virtual void performAccessibleAction(const QString &) {}
+    /// The menu that is open, which is told as the only child.
+    virtual QWidget *accessiblePopup() const { return nullptr; }
     /// Whether what the widget is made of is told as part of it, not as children.
     virtual bool isAccessibleLeaf() const { return true; }
 
