@@ -67,6 +67,15 @@ public:
 
     using PlainText::text;
 
+    QList<QPair<QAccessibleInterface *, QAccessible::Relation>>
+    relations(QAccessible::Relation match) const override {
+        auto relations = QAccessibleWidget::relations(match);
+        if (QWidget *labelled = control_.accessibleLabelled();
+            labelled != nullptr && match.testFlag(QAccessible::Labelled))
+            relations.append({QAccessible::queryAccessibleInterface(labelled), QAccessible::Labelled});
+        return relations;
+    }
+
     int childCount() const override {
         if (control_.isAccessibleLeaf())
             return control_.accessiblePopup() != nullptr ? 1 : 0;
