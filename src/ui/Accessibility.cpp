@@ -58,7 +58,8 @@ public:
     QString text(QAccessible::Text kind) const override {
         if (kind == QAccessible::Name) {
             const QString name = widget()->accessibleName();
-            return name.isEmpty() ? control_.accessibleFallbackName() : name;
+            const QString fallback = name.isEmpty() ? control_.accessibleFallbackName() : name;
+            return fallback.isEmpty() ? QAccessibleWidget::text(kind) : fallback;
         }
         if (kind == QAccessible::Value)
             return control_.accessibleText();
