@@ -143,22 +143,34 @@ AccessibleControl::AccessibleControl(QWidget *self) : self_(self) {
     QAccessible::installFactory(makeInterface);
 }
 
-void AccessibleControl::accessibleStateChanged(QAccessible::State changed) const {
+bool AccessibleControl::isHeard() const {
     if (!QAccessible::isActive())
+        return false;
+    // What a leaf is made of is not in the tree.
+    for (QWidget *above = self_->parentWidget(); above != nullptr; above = above->parentWidget()) {
+        const auto *control = dynamic_cast<AccessibleControl *>(above);
+        if (control != nullptr && control->isAccessibleLeaf())
+            return false;
+    }
+    return true;
+}
+
+void AccessibleControl::accessibleStateChanged(QAccessible::State changed) const {
+    if (!isHeard())
         return;
     QAccessibleStateChangeEvent event(self_, changed);
     QAccessible::updateAccessibility(&event);
 }
 
 void AccessibleControl::accessibleNameChanged() const {
-    if (!QAccessible::isActive())
+    if (!isHeard())
         return;
     QAccessibleEvent event(self_, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&event);
 }
 
 void AccessibleControl::accessibleValueChanged(const QVariant &value) const {
-    if (!QAccessible::isActive())
+    if (!isHeard())
         return;
     QAccessibleValueChangeEvent event(self_, value);
     QAccessible::updateAccessibility(&event);

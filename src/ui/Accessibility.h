@@ -54,6 +54,9 @@ protected:
     void accessibleValueChanged(const QVariant &value) const;
 
 private:
+    /// Whether assistive technology listens and meets the control by itself.
+    bool isHeard() const;
+
     QWidget *self_;
 };
 
