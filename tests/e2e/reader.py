@@ -110,8 +110,9 @@ def faults(elements, data=()):
             # The toolkit tells a placeholder as the description, and readers pass over one that is the name.
             "says its name twice": each.name and (each.name == each.description and each.role != "text"
                                                   or each.text.startswith(each.name)),
-            "has a heading that is none": each.role == "panel" and each.name and "focused" not in each.states and not any(
-                other.role == "heading" and other.labels(each) for other in elements if other.name == each.name),
+            "has no heading": each.role == "panel" and each.name and "focused" not in each.states and not any(
+                each.inside(other) or other.role == "heading" and other.labels(each)
+                for other in elements if other.name == each.name),
         }
         found += [f"{each} {fault}" for fault, holds in checks.items() if holds]
     told = [each for each in elements if each.name]

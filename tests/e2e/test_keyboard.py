@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The real executable by keyboard alone; the accessibility tree tells where the focus is, and pictures that it is seen."""
+"""The real executable by keyboard alone; the accessibility tree tells where the focus is, pictures that it is seen."""
 import subprocess
 import unittest
 
@@ -24,7 +24,9 @@ class Keyboard(unittest.TestCase):
         return screen(self.application.pid)
 
     def focused(self):
-        return next((each for each in self.screen() if "focused" in each.states), None)
+        # What holds the place of the focus comes before it.
+        places = [each for each in self.screen() if "focused" in each.states]
+        return places[-1] if places else None
 
     def stops(self):
         """What the Tab key has to reach, in the order of reading."""

@@ -6,7 +6,7 @@ import unittest
 from desktop import Application, Atspi, Sim, StatusNotifierTray, nodes, application_node, press, stays, wait_for
 from reader import Announcements, faults, screen
 
-RETURN = 0xFF0D
+RETURN, LEFT = 0xFF0D, 0xFF51
 LANGUAGES = ("en_GB.UTF-8", "zh_CN.UTF-8")
 
 
@@ -189,7 +189,7 @@ class Use(Reader):
             self.write(name, action)
             if name == "Device name":  # Return saves it
                 Atspi.Component.grab_focus(found)
-                Atspi.generate_keyboard_event(RETURN, None, Atspi.KeySynthType.SYM)
+                strike(RETURN)
         elif role == "combo box":
             press(found)
             self.press("menu item", action)
@@ -211,7 +211,8 @@ class Use(Reader):
 
         self.press("push button", "Add a computer")
         self.press("radio button", "Enter a PIN")
-        for pin, outcome in (("111111", lambda: self.showing("label", "Pairing failed. Check the address and the PIN.")),
+        failed = "Pairing failed. Check the address and the PIN."
+        for pin, outcome in (("111111", lambda: self.showing("label", failed)),
                              ("482 913", lambda: self.showing("push button", "Remove, desk"))):
             self.write("Address or host name", "desk")
             self.write("PIN", pin)
@@ -228,6 +229,61 @@ class Use(Reader):
             self.press("push button", button)
             wait_for("the alert to close", lambda: not self.showing("alert"))
             wait_for("the removal", lambda left=left: len(names()) == left)
+
+
+class Arrange(Reader):
+    """The screens, each a button that says where it stands, and what else belongs to sharing."""
+
+    def setUp(self):
+        self.start("still")
+        if "KVM" not in [tab.get_name() for tab in self.open_settings()]:
+            self.skipTest("there is no tab for the screens")
+        self.press("page tab", "KVM")
+        self.card = wait_for("the card", lambda: next((each for each in self.showing("push button")
+                                                       if each.get_name().startswith("Office Linux")), None))
+
+    def settings(self, key):
+        return self.service.ask("/api/settings").get(key)
+
+    def test_arranges_the_screens(self):
+        self.assertIn("Right of ", self.card.get_description())
+        layout = self.settings("kvm_layout")
+        cards = [each.name for each in self.screen() if each.role == "push button" and "selectable" in each.states]
+        for device in ("Studio Mac", "Office Linux", "Travel laptop"):
+            self.assertEqual([card.startswith(device) for card in cards].count(True), 1, device)
+        actions = [Atspi.Action.get_action_name(self.card, i) for i in range(Atspi.Action.get_n_actions(self.card))]
+        Atspi.Action.do_action(self.card, actions.index("SetFocus"))
+        wait_for("the focus", lambda: "focused" in states(self.card))
+
+        def is_elsewhere():
+            strike(LEFT)
+            stays(lambda: True, 0.3)
+            return "Right of " not in self.card.get_description() or None
+        wait_for("another place", is_elsewhere, 20)
+        wait_for("the service to know", lambda: self.settings("kvm_layout") != layout)
+        press(self.card)
+        wait_for("the new master", lambda: self.settings("kvm_master_id") == "77aa01fe")
+        wait_for("the card to say so", lambda: "selected" in states(self.card))
+
+    def test_changes_how_it_behaves(self):
+        for name, key in (("Share keyboard and mouse", "kvm_enabled"), ("Swap ⌘ and Ctrl", "kvm_swap_modifiers")):
+            before = self.settings(key)
+            self.press("check box", name)
+            wait_for(name, lambda key=key, before=before: self.settings(key) != before)
+            if name == "Share keyboard and mouse":
+                self.press("check box", name)
+                wait_for(name, lambda key=key, before=before: self.settings(key) == before)
+        for name, key in (("Switch delay", "kvm_switch_delay_ms"), ("Dead corners", "kvm_corner_size"),
+                          ("Pointer speed", "kvm_sensitivity")):
+            before = self.settings(key)
+            picker = self.find("combo box", name)
+            press(picker)
+            options = wait_for("the menu", lambda: self.showing("menu item"))
+            wanted = next(option for option in options if "checked" not in states(option))
+            title = wanted.get_name()
+            press(wanted)
+            wait_for(name, lambda key=key, before=before: self.settings(key) != before)
+            wait_for(title, lambda picker=picker, title=title: Atspi.Text.get_text(picker, 0, -1) == title)
 
 
 class Follow(Reader):
@@ -267,6 +323,11 @@ class Follow(Reader):
                 gone = [str(each) for each in self.screen() if each.states & {"defunct", "invalid"}]
                 self.assertEqual(gone, [])
                 stays(lambda: True, 0.2)
+
+
+def strike(key):
+    """Sends a key through the accessibility bus."""
+    Atspi.generate_keyboard_event(key, None, Atspi.KeySynthType.SYM)
 
 
 def states(node):
