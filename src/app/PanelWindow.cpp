@@ -34,7 +34,10 @@ QPainterPath outline(const QRectF &rectangle) {
 } // namespace
 
 PanelWindow::PanelWindow(QWidget *content)
-    : QWidget(nullptr, dropDownFlags), content_(content), scroller_(new QScrollArea(this)) {
+    : QWidget(nullptr, dropDownFlags)
+    , AccessibleControl(this)
+    , content_(content)
+    , scroller_(new QScrollArea(this)) {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(qtTrId("common.app_name"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/PanelPlacement.h"
+#include "ui/Accessibility.h"
 
 #include <QElapsedTimer>
 #include <QWidget>
@@ -13,7 +14,7 @@ namespace quorbit {
 
 /// The window around the panel: it drops down beside the tray icon and hides by itself, or, where there is no
 /// tray, is a window like others. Its size follows the content's.
-class PanelWindow : public QWidget {
+class PanelWindow : public QWidget, public AccessibleControl {
     Q_OBJECT
 
 public:
@@ -27,6 +28,9 @@ public:
     void toggle(const QRect &icon);
     /// Shows it as an ordinary window with a title and an entry in the task bar.
     void showAsWindow();
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Window; }
+    bool isAccessibleLeaf() const override { return false; }
 
 protected:
     bool event(QEvent *event) override;

@@ -23,7 +23,7 @@ QString title() {
 } // namespace
 
 SettingsWindow::SettingsWindow(std::function<QWidget *()> makeContent)
-    : makeContent_(std::move(makeContent)) {
+    : AccessibleControl(this), makeContent_(std::move(makeContent)) {
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(title());
     setWindowIcon(applicationIcon());

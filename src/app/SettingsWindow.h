@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/Accessibility.h"
+
 #include <QPointer>
 #include <QWidget>
 
@@ -8,7 +10,7 @@
 namespace quorbit {
 
 /// The window of the settings. Its content is built afresh at each opening and goes with the closing.
-class SettingsWindow : public QWidget {
+class SettingsWindow : public QWidget, public AccessibleControl {
     Q_OBJECT
 
 public:
@@ -16,6 +18,9 @@ public:
 
     /// Opens the window, or brings the open one to the front.
     void open();
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Window; }
+    bool isAccessibleLeaf() const override { return false; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -50,8 +50,10 @@ void addSpacedDivider(QVBoxLayout *stack) {
 
 MenuBarView::MenuBarView(QWidget *parent)
     : QWidget(parent)
+    , AccessibleControl(this)
     , header_(new PanelHeader(this)) // first in the focus chain
-    , infoLayout_(stackLayout())
+    , infoBlock_(new QWidget)
+    , infoLayout_(stackLayout(infoBlock_))
     , infoRows_(infoLayout_)
     , pauseSwitch_(new Switch(Switch::Size::small))
     , historyLayout_(stackLayout())
@@ -62,7 +64,7 @@ MenuBarView::MenuBarView(QWidget *parent)
     stack->addWidget(header_);
     stack->addWidget(new Divider);
     stack->addSpacing(spaceUnderHeader);
-    stack->addLayout(infoLayout_);
+    stack->addWidget(infoBlock_);
     stack->addWidget(makePauseRow());
     stack->addWidget(historyBlock_);
     addFooter(stack);
@@ -86,12 +88,14 @@ QWidget *MenuBarView::makePauseRow() {
     line->addWidget(text, 1);
     line->addWidget(pauseSwitch_);
     pauseSwitch_->setAccessibleName(title);
+    text->setBuddy(pauseSwitch_);
     return row;
 }
 
 QWidget *MenuBarView::makeHistoryBlock() {
     auto *block = new QWidget;
     auto *title = new TextLabel(qtTrId("menu.history_header"), TextStyle::caption, TextColor::secondary);
+    title->setHeading();
     auto *titleLine = new QHBoxLayout;
     titleLine->setContentsMargins(panel::sideInset, 0, panel::sideInset, spaceUnderHistoryTitle);
     titleLine->addWidget(title);
@@ -125,7 +129,8 @@ void MenuBarView::render(const MenuBarModel &model) {
         return;
     shown_ = model;
     header_->render(model);
-    infoRows_.render(model.rows, [this](const MenuBarModel::InfoRow &row) { return new MenuRow(row, this); });
+    infoRows_.render(model.rows,
+                     [this](const MenuBarModel::InfoRow &row) { return new MenuRow(row, infoBlock_); });
     pauseSwitch_->setOn(model.isPaused);
     historyBlock_->setVisible(!model.history.empty());
     if (historyRows_.render(model.history,
@@ -164,7 +169,8 @@ void MenuBarView::passPointerOn() {
 }
 
 void MenuBarView::updateHeight() {
-    historyBlock_->layout()->activate(); // a layout does not do this for those of its widgets
+    for (QWidget *block : {infoBlock_, historyBlock_})
+        block->layout()->activate(); // a layout does not do this for those of its widgets
     layout()->activate();
     const int wanted = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(panel::width)
                                                      : layout()->totalSizeHint().height();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "menubar/MenuBarModel.h"
+#include "ui/Accessibility.h"
 #include "ui/RowList.h"
 
 #include <QWidget>
@@ -20,7 +21,7 @@ class Switch;
 /// The panel under the tray icon. Its width is fixed and its height follows from what it shows; the window
 /// around it belongs to its owner. It keeps nothing of the service's state: the controls only ask, and show
 /// what render() is told.
-class MenuBarView final : public QWidget {
+class MenuBarView final : public QWidget, public AccessibleControl {
     Q_OBJECT
 
 public:
@@ -29,6 +30,11 @@ public:
 
     /// Shows `model`; costs one comparison when that is what is shown already.
     void render(const MenuBarModel &model);
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Grouping; }
+    bool isAccessibleLeaf() const override { return false; }
+    /// The panel has the focus until the user chooses a row.
+    void addAccessibleState(QAccessible::State &state) const override { state.focusable = true; }
 
 Q_SIGNALS:
     void pauseRequested(bool pause);
@@ -55,6 +61,7 @@ private:
 
     MenuBarModel shown_;
     PanelHeader *header_;
+    QWidget *infoBlock_;
     QVBoxLayout *infoLayout_;
     RowList<MenuRow> infoRows_;
     Switch *pauseSwitch_;

@@ -23,6 +23,7 @@ PanelHeader::PanelHeader(QWidget *parent)
     , deviceName_(new TextLabel(TextStyle::caption, TextColor::secondary))
     , badge_(new UpdateBadge) {
     auto *product = new TextLabel(qtTrId("common.app_name"), TextStyle::headline, TextColor::primary);
+    product->setHeading();
     panel::takeRemainingWidth(product);
     panel::takeRemainingWidth(deviceName_);
     auto *names = new QVBoxLayout;

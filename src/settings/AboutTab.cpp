@@ -78,11 +78,13 @@ AboutTab::AboutTab(UpdateChecker &updater, const TimeFormats &formats, AboutServ
 
 QWidget *AboutTab::makeHero() {
     version_ = centred({}, TextStyle::caption, TextColor::tertiary);
+    TextLabel *title = centred(qtTrId("common.app_name"), TextStyle::title2, TextColor::primary);
+    title->setHeading();
     auto *hero = new QWidget;
     QVBoxLayout *column = columnLayout(hero, heroGap);
     column->addWidget(new AppIcon, 0, Qt::AlignHCenter);
     column->addSpacing(iconGap - heroGap);
-    column->addWidget(centred(qtTrId("common.app_name"), TextStyle::title2, TextColor::primary));
+    column->addWidget(title);
     column->addWidget(centred(qtTrId("about.tagline"), TextStyle::headline, TextColor::secondary));
     column->addWidget(centred(qtTrId("about.features"), TextStyle::callout, TextColor::secondary));
     auto *versionLine = new QVBoxLayout;

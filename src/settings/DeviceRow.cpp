@@ -70,8 +70,8 @@ void DeviceRow::fill(const DevicesModel::Row &model) {
     badge_->setText(model.badge);
     badge_->setColor(textColorOf(model.badgeTint));
     fingerprint_->setValue(model.fingerprint);
-    fingerprint_->setAccessibleName(qtTrId("devices.fp"));
-    // Heard alone, a button has to say whom it removes.
+    // Heard alone, each has to say whose it is; what it is, the fingerprint's text says itself.
+    fingerprint_->setAccessibleName(name);
     remove_->setAccessibleName(remove_->label() + u", "_s + name);
 }
 

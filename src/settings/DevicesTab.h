@@ -59,9 +59,9 @@ private:
     DevicesModel shown_;
     QVBoxLayout *rowsLayout_;
     RowList<DeviceRow> rows_;
+    Button *add_ = nullptr; ///< the one under the list, made with it
     QWidget *emptyPage_;
     QWidget *listPage_;
-    Button *add_ = nullptr; ///< the one under the list
     // Both cover the whole window and are its children.
     QPointer<Alert> alert_;
     QPointer<Sheet> sheet_;

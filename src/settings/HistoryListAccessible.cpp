@@ -101,6 +101,12 @@ public:
             QAccessible::deleteAccessibleInterface(id);
     }
 
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.focused = state.focused && list_->currentRow() < 0; // else a row has it
+        return state;
+    }
+
     int childCount() const override { return static_cast<int>(list_->rows().size()); }
     QAccessibleInterface *child(int row) const override {
         if (row < 0 || row >= childCount())

@@ -69,7 +69,11 @@ OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
         form->addSection(section);
     activity_->hide();
 
-    connect(name_, &QLineEdit::textEdited, this, [this](const QString &text) {
+    // Assistive technology edits a field without a key, which only textChanged() tells; it also tells what
+    // render() sets.
+    connect(name_, &QLineEdit::textChanged, this, [this](const QString &text) {
+        if (text == draft_.text)
+            return;
         draft_.text = text;
         refresh();
     });

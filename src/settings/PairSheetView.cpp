@@ -49,12 +49,12 @@ PairSheetView::PairSheetView(Daemon &daemon, Clock &clock, QWidget *parent)
     , done_(new Button(qtTrId("devices.add.done"), ButtonKind::prominent))
     , showPage_(makeShowPage())
     , connectPage_(makeConnectPage()) {
-    const QString title = qtTrId("devices.add.title");
+    auto *title = new TextLabel(qtTrId("devices.add.title"), TextStyle::title3, TextColor::primary);
+    title->setHeading();
     mode_->setOptions({qtTrId("devices.add.mode.show"), qtTrId("devices.add.mode.connect")});
-    mode_->setAccessibleName(title);
     mode_->setCurrent(static_cast<int>(shown_.mode));
     QVBoxLayout *column = columnLayout(this, itemGap);
-    column->addWidget(new TextLabel(title, TextStyle::title3, TextColor::primary));
+    column->addWidget(title);
     column->addWidget(mode_);
     column->addWidget(showPage_);
     column->addWidget(connectPage_);

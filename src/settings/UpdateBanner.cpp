@@ -39,6 +39,7 @@ UpdateBanner::UpdateBanner(QWidget *parent)
     , subtitle_(wrapping(TextStyle::caption, TextColor::secondary))
     , notes_(wrapping(TextStyle::caption, TextColor::secondary))
     , actions_(makeActionArea()) {
+    title_->setHeading();
     auto *texts = new QVBoxLayout;
     texts->setSpacing(blockGap);
     auto *heading = new QVBoxLayout;
@@ -75,8 +76,9 @@ QWidget *UpdateBanner::makeActionArea() {
     auto *spinner = new ProgressIndicator;
     spinner->setAccessibleName(qtTrId("update.downloading"));
     progress->addWidget(spinner);
-    progress->addWidget(
-        new TextLabel(qtTrId("update.downloading"), TextStyle::caption, TextColor::secondary));
+    auto *text = new TextLabel(qtTrId("update.downloading"), TextStyle::caption, TextColor::secondary);
+    text->setBuddy(spinner);
+    progress->addWidget(text);
     done_ = new IconLabel(u"checkmark.circle.fill"_s, qtTrId("update.downloaded"), TextStyle::caption,
                           TextColor::green);
     download_ = new Button(qtTrId("update.button.download"), ButtonKind::prominent, ButtonSize::small);

@@ -7,7 +7,32 @@ namespace quorbit {
 
 namespace {
 
-class ControlInterface final : public QAccessibleWidget, public QAccessibleValueInterface {
+/// A text that is shown as it is, without a cursor or a selection.
+class PlainText : public QAccessibleTextInterface {
+public:
+    void selection(int, int *start, int *end) const override { *start = *end = 0; }
+    int selectionCount() const override { return 0; }
+    void addSelection(int, int) override {}
+    void removeSelection(int) override {}
+    void setSelection(int, int, int) override {}
+    int cursorPosition() const override { return 0; }
+    void setCursorPosition(int) override {}
+    QString text(int start, int end) const override { return plainText().mid(start, end - start); }
+    int characterCount() const override { return static_cast<int>(plainText().size()); }
+    QRect characterRect(int) const override { return {}; }
+    int offsetAtPoint(const QPoint &) const override { return -1; }
+    void scrollToSubstring(int, int) override {}
+    QString attributes(int, int *start, int *end) const override {
+        *start = 0;
+        *end = characterCount();
+        return {};
+    }
+
+protected:
+    virtual QString plainText() const = 0;
+};
+
+class ControlInterface final : public QAccessibleWidget, public QAccessibleValueInterface, public PlainText {
 public:
     ControlInterface(QWidget *widget, AccessibleControl &control)
         : QAccessibleWidget(widget, control.accessibleRole()), control_(control) {}
@@ -15,6 +40,10 @@ public:
     void *interface_cast(QAccessible::InterfaceType type) override {
         if (type == QAccessible::ValueInterface)
             return control_.accessibleRange() ? static_cast<QAccessibleValueInterface *>(this) : nullptr;
+        // Some readers learn of the option that a picker shows in this way alone.
+        if (type == QAccessible::TextInterface)
+            return control_.accessibleText().isEmpty() ? nullptr
+                                                       : static_cast<QAccessibleTextInterface *>(this);
         return QAccessibleWidget::interface_cast(type);
     }
 
@@ -29,19 +58,41 @@ public:
     QString text(QAccessible::Text kind) const override {
         if (kind == QAccessible::Name) {
             const QString name = widget()->accessibleName();
-            return name.isEmpty() ? control_.accessibleFallbackName() : name;
+            const QString fallback = name.isEmpty() ? control_.accessibleFallbackName() : name;
+            return fallback.isEmpty() ? QAccessibleWidget::text(kind) : fallback;
         }
         if (kind == QAccessible::Value)
             return control_.accessibleText();
         return QAccessibleWidget::text(kind);
     }
 
+    using PlainText::text;
+
+    QList<QPair<QAccessibleInterface *, QAccessible::Relation>>
+    relations(QAccessible::Relation match) const override {
+        auto relations = QAccessibleWidget::relations(match);
+        if (QWidget *labelled = control_.accessibleLabelled();
+            labelled != nullptr && match.testFlag(QAccessible::Labelled))
+            relations.append({QAccessible::queryAccessibleInterface(labelled), QAccessible::Labelled});
+        return relations;
+    }
+
     int childCount() const override {
-        return control_.isAccessibleLeaf() ? 0 : QAccessibleWidget::childCount();
+        if (control_.isAccessibleLeaf())
+            return control_.accessiblePopup() != nullptr ? 1 : 0;
+        return QAccessibleWidget::childCount();
     }
 
     QAccessibleInterface *child(int index) const override {
-        return control_.isAccessibleLeaf() ? nullptr : QAccessibleWidget::child(index);
+        if (control_.isAccessibleLeaf())
+            return index == 0 ? QAccessible::queryAccessibleInterface(control_.accessiblePopup()) : nullptr;
+        return QAccessibleWidget::child(index);
+    }
+
+    int indexOfChild(const QAccessibleInterface *child) const override {
+        if (control_.isAccessibleLeaf())
+            return child != nullptr && child->object() == control_.accessiblePopup() ? 0 : -1;
+        return QAccessibleWidget::indexOfChild(child);
     }
 
     QStringList actionNames() const override {
@@ -67,6 +118,9 @@ public:
             control_.requestAccessibleValue(value.toInt());
     }
 
+protected:
+    QString plainText() const override { return control_.accessibleText(); }
+
 private:
     AccessibleControl::Range range() const {
         return control_.accessibleRange().value_or(AccessibleControl::Range{});
@@ -89,22 +143,34 @@ AccessibleControl::AccessibleControl(QWidget *self) : self_(self) {
     QAccessible::installFactory(makeInterface);
 }
 
-void AccessibleControl::accessibleStateChanged(QAccessible::State changed) const {
+bool AccessibleControl::isHeard() const {
     if (!QAccessible::isActive())
+        return false;
+    // What a leaf is made of is not in the tree.
+    for (QWidget *above = self_->parentWidget(); above != nullptr; above = above->parentWidget()) {
+        const auto *control = dynamic_cast<AccessibleControl *>(above);
+        if (control != nullptr && control->isAccessibleLeaf())
+            return false;
+    }
+    return true;
+}
+
+void AccessibleControl::accessibleStateChanged(QAccessible::State changed) const {
+    if (!isHeard())
         return;
     QAccessibleStateChangeEvent event(self_, changed);
     QAccessible::updateAccessibility(&event);
 }
 
 void AccessibleControl::accessibleNameChanged() const {
-    if (!QAccessible::isActive())
+    if (!isHeard())
         return;
     QAccessibleEvent event(self_, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&event);
 }
 
 void AccessibleControl::accessibleValueChanged(const QVariant &value) const {
-    if (!QAccessible::isActive())
+    if (!isHeard())
         return;
     QAccessibleValueChangeEvent event(self_, value);
     QAccessible::updateAccessibility(&event);

@@ -30,6 +30,10 @@ public:
     /// Names of QAccessibleActionInterface.
     virtual QStringList accessibleActions() const { return {}; }
     virtual void performAccessibleAction(const QString &) {}
+    /// The widget that this one is the label of, so that the text is not taken for two.
+    virtual QWidget *accessibleLabelled() const { return nullptr; }
+    /// The menu that is open, which is told as the only child.
+    virtual QWidget *accessiblePopup() const { return nullptr; }
     /// Whether what the widget is made of is told as part of it, not as children.
     virtual bool isAccessibleLeaf() const { return true; }
 
@@ -50,6 +54,9 @@ protected:
     void accessibleValueChanged(const QVariant &value) const;
 
 private:
+    /// Whether assistive technology listens and meets the control by itself.
+    bool isHeard() const;
+
     QWidget *self_;
 };
 

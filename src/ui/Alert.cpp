@@ -17,6 +17,7 @@ Alert::Alert(const AlertText &text, QWidget *over) : Overlay(over) {
     setAccessibleDescription(text.message);
 
     auto *title = new TextLabel(text.title, TextStyle::headline, TextColor::primary);
+    title->setHeading();
     title->setOverflow(TextLabel::Overflow::wrap);
     auto *message = new TextLabel(text.message, TextStyle::callout, TextColor::secondary);
     message->setOverflow(TextLabel::Overflow::wrap);

@@ -59,8 +59,10 @@ void FormRow::setSymbol(const QString &name) {
 void FormRow::addControl(QWidget *control) {
     row_->addWidget(control);
     controls_ << control;
-    if (label_ != nullptr && control->focusPolicy() != Qt::NoFocus && control->accessibleName().isEmpty())
+    if (label_ != nullptr && control->focusPolicy() != Qt::NoFocus && control->accessibleName().isEmpty()) {
         control->setAccessibleName(label_->text());
+        label_->setBuddy(control);
+    }
 }
 
 void FormRow::updateMinimum() {

@@ -30,6 +30,8 @@ FormSection::FormSection(const QString &title, QWidget *parent)
     column_->addWidget(card_);
     header_->setVisible(!title.isEmpty());
     card_->setAccessibleName(title);
+    title_->setHeading();
+    title_->setBuddy(card_);
 }
 
 void FormSection::setTitle(const QString &title) {

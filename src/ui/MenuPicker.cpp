@@ -72,6 +72,10 @@ void MenuPicker::addAccessibleState(QAccessible::State &state) const {
     state.collapsed = menu_ == nullptr;
 }
 
+QWidget *MenuPicker::accessiblePopup() const {
+    return menu_;
+}
+
 QStringList MenuPicker::accessibleActions() const {
     return {QAccessibleActionInterface::showMenuAction(), QAccessibleActionInterface::pressAction()};
 }
@@ -85,11 +89,17 @@ void MenuPicker::openMenu() {
     if (menu_ != nullptr || options_.isEmpty())
         return;
     menu_ = new QMenu(this);
+    menu_->setAccessibleName(accessibleName());
     // A click on the button that closes the menu must not open it again.
     menu_->setAttribute(Qt::WA_NoMouseReplay);
     menu_->setFont(textFont(TextStyle::body, font()));
-    connect(menu_, &QMenu::triggered, this,
-            [this](QAction *action) { Q_EMIT picked(action->data().toInt()); });
+    connect(menu_, &QMenu::triggered, this, [this](QAction *action) {
+        const int chosen = action->data().toInt();
+        // Assistive technology chooses without closing the menu.
+        if (menu_ != nullptr)
+            menu_->close();
+        Q_EMIT picked(chosen);
+    });
     connect(menu_, &QMenu::aboutToHide, this, [this] {
         menu_->deleteLater();
         menu_ = nullptr;

@@ -28,6 +28,7 @@ public:
     QAccessible::Role accessibleRole() const override { return QAccessible::ComboBox; }
     QString accessibleText() const override { return options_.value(current_); }
     void addAccessibleState(QAccessible::State &state) const override;
+    QWidget *accessiblePopup() const override;
     QStringList accessibleActions() const override;
     void performAccessibleAction(const QString &action) override;
 

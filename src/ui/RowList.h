@@ -47,6 +47,9 @@ public:
             layout_->insertWidget(place, row);
             row->show();
         }
+        // Screen readers follow the order of the children, which is that of the stack.
+        for (Row *row : next)
+            row->raise();
         rows_ = std::move(next);
         return true;
     }

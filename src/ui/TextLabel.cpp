@@ -64,6 +64,10 @@ void TextLabel::setText(const QString &text) {
     accessibleNameChanged();
 }
 
+void TextLabel::setHeading() {
+    role_ = QAccessible::Heading;
+}
+
 void TextLabel::setStyle(TextStyle style) {
     if (style == style_)
         return;

@@ -4,6 +4,7 @@
 #include "ui/TextStyle.h"
 #include "ui/Theme.h"
 
+#include <QPointer>
 #include <QWidget>
 
 namespace quorbit {
@@ -30,14 +31,19 @@ public:
     /// Where the text lies in the label; leading and vertically centred unless told otherwise.
     void setAlignment(Qt::Alignment alignment);
     void setMonospaced(bool monospaced);
+    /// Lets screen readers find the text as the heading of what follows.
+    void setHeading();
+    /// The control or group that carries the same text as its name.
+    void setBuddy(QWidget *buddy) { buddy_ = buddy; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
     bool hasHeightForWidth() const override { return overflow_ == Overflow::wrap; }
     int heightForWidth(int width) const override;
 
-    QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
+    QAccessible::Role accessibleRole() const override { return role_; }
     QString accessibleFallbackName() const override { return text_; }
+    QWidget *accessibleLabelled() const override { return buddy_; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -55,6 +61,8 @@ private:
     Overflow overflow_ = Overflow::cutEnd;
     Qt::Alignment alignment_ = Qt::AlignLeading | Qt::AlignVCenter;
     bool monospaced_ = false;
+    QAccessible::Role role_ = QAccessible::StaticText;
+    QPointer<QWidget> buddy_;
 };
 
 } // namespace quorbit
