@@ -174,6 +174,13 @@ void CanvasArea::setCurrentCard(const QString &id) {
     updateCard(currentCard());
     if (hasFocus())
         announceCurrentCard(*this);
+    followCurrentCard();
+}
+
+void CanvasArea::followCurrentCard() {
+    const CanvasCard *current = currentCard();
+    if (current != nullptr && byKeyboard_)
+        Q_EMIT currentCardAt(touched(placeOf(*current)));
 }
 
 void CanvasArea::makeMaster(const QString &id) {
@@ -182,8 +189,10 @@ void CanvasArea::makeMaster(const QString &id) {
 }
 
 void CanvasArea::moveCurrentCard(StepDirection direction, double distance) {
-    if (currentCard() != nullptr)
-        ask(commitStep(shownDesk(), currentID_, direction, distance));
+    if (currentCard() == nullptr)
+        return;
+    ask(commitStep(shownDesk(), currentID_, direction, distance));
+    followCurrentCard();
 }
 
 QSize CanvasArea::sizeHint() const {
@@ -333,6 +342,7 @@ void CanvasArea::focusInEvent(QFocusEvent *event) {
     else if (currentCard() == nullptr && !cards_.empty())
         currentID_ = cards_.front().id;
     update();
+    followCurrentCard();
     // Qt itself announces the whole canvas once this returns; the card must be the last word.
     QMetaObject::invokeMethod(
         this,

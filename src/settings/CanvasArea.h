@@ -49,6 +49,8 @@ public:
 Q_SIGNALS:
     void arranged(const ScreenLayout &layout);
     void masterPicked(const QString &id);
+    /// The keyboard has reached or moved a card, which now lies at `place`.
+    void currentCardAt(const QRect &place);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -78,6 +80,7 @@ private:
     void ask(const ScreenLayout &layout);
     void noteAnswer(const ScreenLayout &published);
     void moveCurrentCard(StepDirection direction, double distance);
+    void followCurrentCard();
     void keepCurrentCard(const std::vector<CanvasCard> &before);
     void showWholeTitle(const QPoint &position, const QPoint &globalPosition);
     void updateCard(const CanvasCard *card);

@@ -53,6 +53,8 @@ KvmTab::KvmTab(Daemon &daemon, KvmServices services, QWidget *parent)
     loading_->addRow(
         new FormRow(new TextLabel(qtTrId("common.loading"), TextStyle::body, TextColor::secondary)));
     auto *form = new Form;
+    connect(canvas_, &ScreenLayoutCanvas::currentCardAt, form,
+            [this, form](const QRect &place) { form->reveal(*canvas_, place); });
     form->addSection(loading_);
     for (FormSection *section : std::as_const(sections_)) {
         form->addSection(section);

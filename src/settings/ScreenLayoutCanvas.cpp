@@ -33,6 +33,8 @@ ScreenLayoutCanvas::ScreenLayoutCanvas(QWidget *parent) : QWidget(parent), area_
     column->addLayout(captions);
     connect(area_, &CanvasArea::arranged, this, &ScreenLayoutCanvas::arranged);
     connect(area_, &CanvasArea::masterPicked, this, &ScreenLayoutCanvas::masterPicked);
+    connect(area_, &CanvasArea::currentCardAt, this,
+            [this](const QRect &place) { Q_EMIT currentCardAt(place.translated(area_->pos())); });
 }
 
 void ScreenLayoutCanvas::render(const ScreenDesk &desk, const QString &masterID) {

@@ -24,6 +24,8 @@ Q_SIGNALS:
     void arranged(const quorbit::ScreenLayout &layout);
     /// The user chose a card other than the master's.
     void masterPicked(const QString &id);
+    /// The keyboard has reached or moved the card at `place`, which should be in sight.
+    void currentCardAt(const QRect &place);
 
 private:
     CanvasArea *area_;

@@ -21,11 +21,6 @@
 
 namespace quorbit {
 
-namespace {
-// How much of the form stays in sight beyond the row that the keyboard has reached.
-constexpr int marginAroundRow = 8;
-} // namespace
-
 SyncTab::SyncTab(Daemon &daemon, QWidget *parent)
     : QWidget(parent)
     , daemon_(daemon)
@@ -96,11 +91,8 @@ void SyncTab::addHistory() {
     connect(clear, &QAbstractButton::clicked, this, [this] { daemon_.clearHistory(); });
     connect(search_, &QLineEdit::textChanged, this, &SyncTab::refresh);
     connect(list_, &HistoryList::applied, this, [this](qint64 id) { daemon_.applyHistory(id); });
-    connect(list_, &HistoryList::currentRowChanged, this, [this](int row) {
-        const QRect place = list_->rowRect(row);
-        const QPoint centre = list_->mapTo(form_->widget(), place.center());
-        form_->ensureVisible(centre.x(), centre.y(), 0, place.height() / 2 + marginAroundRow);
-    });
+    connect(list_, &HistoryList::currentRowChanged, this,
+            [this](int row) { form_->reveal(*list_, list_->rowRect(row)); });
     connect(form_->verticalScrollBar(), &QScrollBar::valueChanged, list_, &HistoryList::followPointer);
 }
 

@@ -7,6 +7,7 @@ namespace quorbit {
 namespace {
 constexpr int margin = 20;
 constexpr int sectionGap = 18;
+constexpr int marginAroundRevealed = 8;
 } // namespace
 
 Form::Form(QWidget *parent) : QScrollArea(parent) {
@@ -31,6 +32,11 @@ void Form::addSection(QWidget *section) {
 
 void Form::insertSection(int index, QWidget *section) {
     column_->insertWidget(index, section);
+}
+
+void Form::reveal(const QWidget &widget, const QRect &part) {
+    const QPoint centre = widget.mapTo(this->widget(), part.center());
+    ensureVisible(centre.x(), centre.y(), 0, part.height() / 2 + marginAroundRevealed);
 }
 
 QSize Form::sizeHint() const {

@@ -17,6 +17,9 @@ public:
     void addSection(QWidget *section);
     void insertSection(int index, QWidget *section);
 
+    /// Scrolls so that a part of a widget inside the form is in sight.
+    void reveal(const QWidget &widget, const QRect &part);
+
     /// The height that shows the whole form without scrolling.
     QSize sizeHint() const override;
 

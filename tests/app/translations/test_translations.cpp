@@ -50,9 +50,15 @@ const QMap<QString, QString> keyGroups{
 };
 
 const QSet<QString> keysWithValue{
-    u"about.version"_s,          u"update.available.title"_s, u"update.available.subtitle"_s,
-    u"update.uptodate"_s,        u"update.last_checked"_s,    u"menu.update_badge_tooltip"_s,
-    u"devices.unpair.message"_s, u"kvm.status.controlled"_s,  u"kvm.status.master_off"_s,
+    u"about.version"_s,
+    u"update.available.title"_s,
+    u"update.available.subtitle"_s,
+    u"update.uptodate"_s,
+    u"update.last_checked"_s,
+    u"menu.update_badge_tooltip"_s,
+    u"devices.unpair.message"_s,
+    u"kvm.status.controlled"_s,
+    u"kvm.status.master_off"_s,
     u"kvm.master.peer_global"_s,
     u"kvm.canvas.place.above"_s,
     u"kvm.canvas.place.below"_s,
