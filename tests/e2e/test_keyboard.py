@@ -122,6 +122,16 @@ class Keyboard(unittest.TestCase):
                 wait_for("the closing", lambda opened=opened: not self.showing(opened))
                 wait_for("the focus", lambda control=control: self.focused() and self.focused().name == control, 3)
 
+    def test_types_a_name_while_the_service_is_polled(self):
+        self.start("still")
+        self.go_to("Settings…")
+        keys("Return")
+        self.go_to("Device name")
+        keys("ctrl+a", "D", "e")
+        stays(lambda: self.focused().name == "Device name", 2.5)
+        keys("s", "k", "Return")
+        wait_for("the new name", lambda: self.service.ask("/api/settings")["device_name"] == "Desk")
+
     def test_pairs_and_removes(self):
         self.start("still")
         self.go_to("Settings…")

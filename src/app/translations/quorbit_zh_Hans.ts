@@ -193,7 +193,7 @@
     </message>
     <message id="kvm.accessibility.not_granted_desc">
         <source/>
-        <translation>Quorbit 需要此权限才能代你移动指针和输入文字。请在系统设置中允许，然后重启。</translation>
+        <translation>Quorbit 需要此权限才能代你移动指针和输入文字。请在系统设置中允许后重启。</translation>
     </message>
     <message id="kvm.behavior.footer">
         <source/>
