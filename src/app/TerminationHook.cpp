@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <thread>
@@ -38,18 +39,29 @@ void runAtExit(int, void *argument) {
 }
 
 QtMessageHandler nextHandler = nullptr;
+/// Whose function is called when the display is gone.
+std::weak_ptr<std::function<void()>> hookOfDisplay;
+/// How long the main thread may be busy, which a start on a slow machine is for a while.
+constexpr std::chrono::seconds mainThreadTime(5);
 
-/// When the Wayland compositor is gone, the toolkit says so in a thread of its own and leaves by _exit(),
-/// past every exit handler. The thread is held up while the main one leaves in the proper way.
-void exitWithCompositor(QtMsgType type, const QMessageLogContext &context, const QString &message) {
+/// When the display is gone, the toolkit says so and leaves: on Wayland in a thread of its own and past every
+/// exit handler, on X11 through exit handlers that trip over what a start has left half made. The program
+/// leaves before it.
+void leaveWithDisplay(QtMsgType type, const QMessageLogContext &context, const QString &message) {
     nextHandler(type, context, message);
-    if (!message.startsWith(QLatin1String("The Wayland connection broke")) || !qApp)
+    const bool isGone = message.startsWith(QLatin1String("The Wayland connection ")) ||
+                        message.startsWith(QLatin1String("The X11 connection broke"));
+    if (!isGone || !qApp)
         return;
-    const auto leave = [] { std::exit(1); };
+    const auto leave = [] {
+        if (const Hook hook = hookOfDisplay.lock())
+            run(hook);
+        ::_exit(1);
+    };
     if (QThread::currentThread() == qApp->thread())
         leave();
     QMetaObject::invokeMethod(qApp, leave, Qt::QueuedConnection);
-    std::this_thread::sleep_for(std::chrono::seconds(1));
+    std::this_thread::sleep_for(mainThreadTime);
 }
 
 } // namespace
@@ -61,8 +73,9 @@ TerminationHook::TerminationHook(std::function<void()> terminate, QObject *paren
     auto shared = std::make_unique<Hook>(terminate_);
     if (::on_exit(&runAtExit, shared.get()) == 0)
         static_cast<void>(shared.release());
+    hookOfDisplay = terminate_;
     if (!nextHandler)
-        nextHandler = qInstallMessageHandler(&exitWithCompositor);
+        nextHandler = qInstallMessageHandler(&leaveWithDisplay);
 }
 
 TerminationHook::~TerminationHook() {

@@ -7,7 +7,7 @@
 
 namespace quorbit {
 
-/// Calls a function exactly once when the program ends: after the event loop, in exit(), also because the
+/// Calls a function exactly once when the program ends: after the event loop, in exit(), when the
 /// display is gone, or when this object goes. From then on the program has less than a second left,
 /// however long its other parts would take to end.
 class TerminationHook : public QObject {

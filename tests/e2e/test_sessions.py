@@ -193,7 +193,7 @@ class ComingsAndGoings(unittest.TestCase):
                 with kind() as session, Application(executable=executable, env=session.env) as application:
                     wait_for("the launched service", lambda: processes(service) and (CONNECTION / "ui-url").exists())
                     session.end(signal.SIGKILL)
-                    application.process.wait(5)
+                    self.assertEqual(application.process.wait(10), 1)
                     wait_for("the service's end", lambda: not processes(service))
         shutil.rmtree(prefix)
 
