@@ -360,8 +360,8 @@ void CanvasArea::focusOutEvent(QFocusEvent *) {
 bool CanvasArea::focusNextPrevChild(bool next) {
     const auto current = std::find_if(cards_.begin(), cards_.end(),
                                       [this](const CanvasCard &card) { return card.id == currentID_; });
-    const bool isLast = current == (next ? cards_.end() - 1 : cards_.begin());
-    if (!hasFocus() || current == cards_.end() || isLast)
+    const bool isOnCard = hasFocus() && current != cards_.end();
+    if (!isOnCard || current == (next ? cards_.end() - 1 : cards_.begin()))
         return QWidget::focusNextPrevChild(next);
     byKeyboard_ = true;
     setCurrentCard(next ? (current + 1)->id : (current - 1)->id);

@@ -9,12 +9,14 @@
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPointingDevice>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -196,12 +198,12 @@ void ScreenLayoutCanvasTest::gestures() {
 }
 
 void ScreenLayoutCanvasTest::touchDrags() {
+    const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
     Window window;
-    auto *screen = QTest::createTouchDevice();
     const QPoint from = window.middle(u"office"_s);
-    QTest::touchEvent(window.area, screen).press(0, from, window.area);
-    QTest::touchEvent(window.area, screen).move(0, from + QPoint(0, 30), window.area);
-    QTest::touchEvent(window.area, screen).release(0, from + QPoint(0, 30), window.area);
+    QTest::touchEvent(window.area, screen.get()).press(0, from, window.area);
+    QTest::touchEvent(window.area, screen.get()).move(0, from + QPoint(0, 30), window.area);
+    QTest::touchEvent(window.area, screen.get()).release(0, from + QPoint(0, 30), window.area);
     QTRY_COMPARE(window.arranged.size(), std::size_t{1});
 }
 
