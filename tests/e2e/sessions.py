@@ -141,6 +141,15 @@ class Sway(Compositor):
     """A tiling compositor without a screen, which tells of its windows."""
 
     needs = ("sway", "swaymsg", "grim", "wtype")
+    # It refuses to run as root, and knows root by its number alone.
+    AS_USER = ("unshare", "--user", "--map-user=1000", "--map-group=1000") if os.geteuid() == 0 else ()
+
+    @classmethod
+    def obstacle(cls):
+        """What keeps it from running here: root of a changed root directory cannot become anybody else."""
+        if cls.AS_USER and subprocess.run([*cls.AS_USER, "true"], capture_output=True).returncode != 0:
+            return "root's number cannot be hidden"
+        return None
 
     def __init__(self, *outputs):
         outputs = outputs or ("resolution 1280x900 position 0 0",)
@@ -150,11 +159,9 @@ class Sway(Compositor):
         file.write_text("\n".join([*settings, "focus_on_window_activation focus", ""]))
         self.ipc = RUNTIME / "sway.socket"
         self.ipc.unlink(missing_ok=True)
-        # It refuses to run as root, and knows root by its number alone.
-        as_user = ["unshare", "--user", "--map-user=1000", "--map-group=1000"] if os.geteuid() == 0 else []
         display = next(name for name in (f"wayland-{number}" for number in range(1, 33))
                        if not (RUNTIME / name).exists())
-        super().__init__(*as_user, "sway", "-c", file, display=display,
+        super().__init__(*self.AS_USER, "sway", "-c", file, display=display,
                          env={"SWAYSOCK": str(self.ipc), "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
                               "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_HEADLESS_OUTPUTS": str(len(outputs))})
         # A session has a keyboard all the time; each of those that keys() makes is gone after its key.

@@ -38,9 +38,10 @@ def session_buses():
 
 def left_out(name, *kinds):
     absent = [program for kind in kinds for program in kind.needs if not shutil.which(program)]
-    if absent:
-        print(f"{name}: left out: {', '.join(absent)} missing")
-    return bool(absent)
+    obstacle = f"{', '.join(absent)} missing" if absent else Sway in kinds and Sway.obstacle()
+    if obstacle:
+        print(f"{name}: left out: {obstacle}")
+    return bool(obstacle)
 
 
 def start(session, **env):
