@@ -248,7 +248,8 @@ private Q_SLOTS:
         window.world.service.answer("DELETE /api/history", {{}, 500, {}, Answer::shut});
         QTest::mouseClick(window.named<Button>(u"Clear"_s), Qt::LeftButton);
         QTRY_VERIFY(!window.named<Button>(u"Clear"_s));
-        QTRY_COMPARE(window.sent("DELETE /api/history"), QByteArrayList{QByteArray()});
+        // The toolkit may send again what was cut off without a reply.
+        QTRY_VERIFY(window.sent("DELETE /api/history").contains(QByteArray()));
         window.pollAgain();
         QCOMPARE(list->rows().size(), std::size_t{8});
         QVERIFY(list->isVisible());
