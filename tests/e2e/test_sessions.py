@@ -141,7 +141,7 @@ class Sessions(unittest.TestCase):
         polls = service.requests("/api/status")
         wait_for("more polls", lambda: service.requests("/api/status") > polls + 1)
         self.assertEqual(session_buses(), buses)  # the program never starts one of its own
-        self.assertEqual(application.end(), 0)
+        self.assertEqual(application.end(), 0, application.printed())
 
 
 class ComingsAndGoings(unittest.TestCase):
@@ -179,7 +179,7 @@ class ComingsAndGoings(unittest.TestCase):
                 self.assertEqual(has_title(application), kind is StatusNotifierTray)
                 session.keys("Tab", "space")
                 wait_for("the pause", lambda: service.ask("/api/status")["paused"])
-                self.assertEqual(application.end(), 0)
+                self.assertEqual(application.end(), 0, application.printed())
 
     def test_the_display(self):
         """A service that the program launched ends with it."""
