@@ -1,10 +1,8 @@
-#include "settings/CanvasArea.h"
+#include "settings/CanvasWindow.h"
 #include "settings/CardPainter.h"
-#include "settings/ScreenLayoutCanvas.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
 #include "ui/ControlStyle.h"
-#include "ui/Spring.h"
 
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -24,100 +22,6 @@ using namespace quorbit;
 using namespace quorbit::test;
 
 Q_DECLARE_METATYPE(quorbit::Appearance)
-
-namespace {
-
-constexpr int settleTime = 60; // ms, longer than any update waits
-
-ScreenDesk usualDesk() {
-    return {{{u"mac"_s, {0, 0, 1778, 1000}}, {u"office"_s, {1778, 0, 1778, 1000}}},
-            u"mac"_s,
-            {{u"mac"_s, u"Studio Mac"_s, u"darwin"_s, true},
-             {u"office"_s, u"Office Linux"_s, u"linux"_s, true},
-             {u"travel"_s, u"Travel laptop"_s, u"windows"_s, false}}};
-}
-
-ScreenDesk crowd(int count) {
-    ScreenDesk desk{{}, u"0"_s, {}};
-    for (int i = 0; i < count; ++i) {
-        desk.devices.push_back({QString::number(i), u"Computer %1"_s.arg(i), u"linux"_s, i % 2 == 0});
-        desk.layout[QString::number(i)] = {i % 20 * 1800.0, i / 20 * 1030.0, 1778, 1000};
-    }
-    return desk;
-}
-
-/// The canvas in a window between two fields, and what it asked for.
-struct Window {
-    explicit Window(const ScreenDesk &desk = usualDesk(), const QString &master = u"mac"_s) {
-        auto *column = new QVBoxLayout(&view);
-        column->addWidget(&before);
-        column->addWidget(&canvas);
-        column->addWidget(&after);
-        canvas.render(desk, master);
-        area = canvas.findChild<CanvasArea *>();
-        view.resize(538, 460);
-        view.show();
-        view.activateWindow();
-        if (!QTest::qWaitForWindowActive(&view))
-            qFatal("the window does not open");
-        QTest::qWait(settleTime);
-        QObject::connect(&canvas, &ScreenLayoutCanvas::arranged,
-                         [this](const ScreenLayout &layout) { arranged.push_back(layout); });
-        QObject::connect(&canvas, &ScreenLayoutCanvas::masterPicked,
-                         [this](const QString &id) { picked << id; });
-    }
-
-    QRectF place(const QString &id) const { return area->placeOf(*area->cardWithID(id)); }
-    QPoint middle(const QString &id) const { return place(id).center().toPoint(); }
-    double scale() const { return place(u"office"_s).width() / 1778; }
-
-    void press(const QString &id) { QTest::mousePress(area, Qt::LeftButton, {}, middle(id)); }
-    void press(const QPoint &at) { QTest::mousePress(area, Qt::LeftButton, {}, at); }
-    void move(const QPoint &to) const {
-        QMouseEvent event(QEvent::MouseMove, to, area->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(area, &event);
-    }
-    void release(const QPoint &at) { QTest::mouseRelease(area, Qt::LeftButton, {}, at); }
-    void drag(const QString &id, const QPoint &by) {
-        const QPoint from = middle(id);
-        press(from);
-        move(from + by);
-        release(from + by);
-    }
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { // where the focus is
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
-    QString focused() const {
-        return area->hasFocus() && area->currentCard() ? area->currentCard()->id : QString();
-    }
-
-    QWidget view;
-    QLineEdit before, after;
-    ScreenLayoutCanvas canvas;
-    CanvasArea *area = nullptr;
-    std::vector<ScreenLayout> arranged;
-    QStringList picked;
-};
-
-/// The region of `widget` that is painted.
-class PaintedRegion : public QObject {
-public:
-    explicit PaintedRegion(QWidget *widget) { widget->installEventFilter(this); }
-    QRegion take() {
-        QTest::qWait(settleTime);
-        return std::exchange(region_, {});
-    }
-    bool eventFilter(QObject *, QEvent *event) override {
-        if (event->type() == QEvent::Paint)
-            region_ += static_cast<QPaintEvent *>(event)->region();
-        return false;
-    }
-
-private:
-    QRegion region_;
-};
-
-} // namespace
 
 class ScreenLayoutCanvasTest : public QObject {
     Q_OBJECT
@@ -141,7 +45,6 @@ private Q_SLOTS:
     void focusStaysAtItsDevice();
     void screenReadersSeeButtons();
     void masterSprings();
-    void springIsExact();
     void repaintsOnlyWhatChanged();
     void textsAreReadable_data();
     void textsAreReadable();
@@ -439,37 +342,6 @@ void ScreenLayoutCanvasTest::masterSprings() {
     QCOMPARE(picture(), before);
     window.canvas.render(usualDesk(), u"office"_s);
     QCOMPARE(picture(), after);
-}
-
-void ScreenLayoutCanvasTest::springIsExact() {
-    // The same movement, added up in small steps: x'' = -k x - c x'.
-    constexpr double response = 0.3;
-    constexpr double damping = 0.8;
-    const double natural = 2 * M_PI / response;
-    double offset = -1;
-    double velocity = 0;
-    Spring spring(response, damping);
-    spring.setTarget(1);
-    double most = 0;
-    for (int frame = 1; frame <= 40; ++frame) {
-        for (int step = 0; step < 10000; ++step) {
-            velocity += (-natural * natural * offset - 2 * damping * natural * velocity) * 1e-6;
-            offset += velocity * 1e-6;
-        }
-        spring.advance(0.01);
-        QVERIFY2(std::abs(spring.value() - (1 + offset)) < 0.003, qPrintable(QString::number(frame)));
-        most = std::max(most, spring.value());
-        if (frame == 12) { // turns round without a jump
-            const double value = spring.value();
-            spring.setTarget(0);
-            QCOMPARE(spring.value(), value);
-            spring.setTarget(1);
-        }
-    }
-    QVERIFY(most > 1.01 && most < 1.02);
-    spring.advance(10);
-    QVERIFY(spring.isAtRest());
-    QCOMPARE(spring.value(), 1);
 }
 
 void ScreenLayoutCanvasTest::repaintsOnlyWhatChanged() {

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "settings/CanvasArea.h"
+#include "settings/ScreenLayoutCanvas.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPaintEvent>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <utility>
+#include <vector>
+
+/// What the tests of the canvas arrange, and the window that they do it in.
+namespace quorbit::test {
+
+using namespace Qt::StringLiterals;
+
+inline constexpr int settleTime = 60; // ms, longer than any update waits
+
+inline ScreenDesk usualDesk() {
+    return {{{u"mac"_s, {0, 0, 1778, 1000}}, {u"office"_s, {1778, 0, 1778, 1000}}},
+            u"mac"_s,
+            {{u"mac"_s, u"Studio Mac"_s, u"darwin"_s, true},
+             {u"office"_s, u"Office Linux"_s, u"linux"_s, true},
+             {u"travel"_s, u"Travel laptop"_s, u"windows"_s, false}}};
+}
+
+inline ScreenDesk crowd(int count) {
+    ScreenDesk desk{{}, u"0"_s, {}};
+    for (int i = 0; i < count; ++i) {
+        desk.devices.push_back({QString::number(i), u"Computer %1"_s.arg(i), u"linux"_s, i % 2 == 0});
+        desk.layout[QString::number(i)] = {i % 20 * 1800.0, i / 20 * 1030.0, 1778, 1000};
+    }
+    return desk;
+}
+
+/// The canvas in a window between two fields, and what it asked for.
+struct Window {
+    explicit Window(const ScreenDesk &desk = usualDesk(), const QString &master = u"mac"_s) {
+        auto *column = new QVBoxLayout(&view);
+        column->addWidget(&before);
+        column->addWidget(&canvas);
+        column->addWidget(&after);
+        canvas.render(desk, master);
+        area = canvas.findChild<CanvasArea *>();
+        view.resize(538, 460);
+        view.show();
+        view.activateWindow();
+        if (!QTest::qWaitForWindowActive(&view))
+            qFatal("the window does not open");
+        QTest::qWait(settleTime);
+        QObject::connect(&canvas, &ScreenLayoutCanvas::arranged,
+                         [this](const ScreenLayout &layout) { arranged.push_back(layout); });
+        QObject::connect(&canvas, &ScreenLayoutCanvas::masterPicked,
+                         [this](const QString &id) { picked << id; });
+    }
+
+    QRectF place(const QString &id) const { return area->placeOf(*area->cardWithID(id)); }
+    QPoint middle(const QString &id) const { return place(id).center().toPoint(); }
+    double scale() const { return place(u"office"_s).width() / 1778; }
+
+    void press(const QString &id) { QTest::mousePress(area, Qt::LeftButton, {}, middle(id)); }
+    void press(const QPoint &at) { QTest::mousePress(area, Qt::LeftButton, {}, at); }
+    void move(const QPoint &to) const {
+        QMouseEvent event(QEvent::MouseMove, to, area->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(area, &event);
+    }
+    void release(const QPoint &at) { QTest::mouseRelease(area, Qt::LeftButton, {}, at); }
+    void drag(const QString &id, const QPoint &by) {
+        const QPoint from = middle(id);
+        press(from);
+        move(from + by);
+        release(from + by);
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { // where the focus is
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    QString focused() const {
+        return area->hasFocus() && area->currentCard() ? area->currentCard()->id : QString();
+    }
+
+    QWidget view;
+    QLineEdit before, after;
+    ScreenLayoutCanvas canvas;
+    CanvasArea *area = nullptr;
+    std::vector<ScreenLayout> arranged;
+    QStringList picked;
+};
+
+/// The region of `widget` that is painted.
+class PaintedRegion : public QObject {
+public:
+    explicit PaintedRegion(QWidget *widget) { widget->installEventFilter(this); }
+    QRegion take() {
+        QTest::qWait(settleTime);
+        return std::exchange(region_, {});
+    }
+    bool eventFilter(QObject *, QEvent *event) override {
+        if (event->type() == QEvent::Paint)
+            region_ += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+
+private:
+    QRegion region_;
+};
+
+} // namespace quorbit::test
