@@ -51,7 +51,7 @@ ScreenPlacement columnRect(std::size_t index) {
 /// `distance` is in layout units.
 ScreenLayout moved(const ScreenDesk &desk, const QString &id, QPointF distance) {
     const auto landed = [](double from, double by) {
-        return std::isfinite(by) ? std::clamp(from + by, -layoutLimit, layoutLimit) : from;
+        return std::clamp(std::isfinite(by) ? from + by : from, -layoutLimit, layoutLimit);
     };
     ScreenPlacement rect = standardized(rectFor(desk, id));
     rect.x = landed(rect.x, distance.x());

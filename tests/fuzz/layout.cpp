@@ -2,7 +2,6 @@
 
 #include "settings/ScreenLayout.h"
 #include "settings/ScreenRelations.h"
-#include "wire/Codec.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,9 +57,6 @@ void checkWritten(const ScreenDesk &desk, const ScreenLayout &written) {
     HOLDS(normalized(written) == written);
     for (const DeviceCard &device : desk.devices)
         HOLDS(written.contains(device.id));
-    DaemonSettings settings;
-    settings.kvm_layout = written;
-    HOLDS(wire::decode<DaemonSettings>(wire::encode(settings)) == settings);
 }
 
 } // namespace
