@@ -216,7 +216,7 @@ private Q_SLOTS:
             for (const CanvasCard &card : canvasCards(strange, {}, fitInto(strange, canvas)))
                 QVERIFY(visible.contains(card.rect.topLeft()) && visible.contains(card.rect.bottomRight()));
             const ScreenLayout after = commitDrag(strange, u"a"_s, {any(), any()}, any());
-            QVERIFY(canBeStored(after));
+            QVERIFY(canBeStored(after) && after.contains(u"a"_s));
             QCOMPARE(corner(after), QPointF(0, 0));
             QVERIFY(normalized(after) == after);
             // What was written is what is shown next.
