@@ -33,6 +33,7 @@ constexpr auto lockName = "instance.lock";
 constexpr auto socketName = "instance.socket";
 constexpr auto accepted = "accepted\n";
 constexpr qsizetype longestRequest = 4096;
+constexpr std::size_t mostClients = 16;
 
 void closeDescriptor(int &descriptor) {
     if (descriptor >= 0)
@@ -165,6 +166,8 @@ void SingleInstance::openSocket() {
     socket_ = unixSocket();
     const sockaddr_un address = socketAddress(folder_);
     constexpr int waitingStarts = 16;
+    // Before it has a name, so that there is no moment in which it has one and other rights.
+    ::fchmod(socket_, S_IRUSR | S_IWUSR);
     if (::bind(socket_, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0 ||
         ::listen(socket_, waitingStarts) != 0)
         closeDescriptor(socket_);
@@ -216,6 +219,12 @@ void SingleInstance::listen() {
 }
 
 void SingleInstance::serve(QLocalSocket *client) {
+    // Whoever opens many and says nothing makes room for a start that is waiting.
+    clients_.emplace_back(client);
+    if (clients_.size() > mostClients) {
+        delete clients_.front();
+        clients_.pop_front();
+    }
     connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
     QTimer::singleShot(5s, client, &QLocalSocket::abort);
     connect(client, &QLocalSocket::readyRead, this, [this, client] {

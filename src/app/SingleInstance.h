@@ -2,8 +2,10 @@
 
 #include <QByteArray>
 #include <QObject>
+#include <QPointer>
 
 #include <chrono>
+#include <deque>
 #include <optional>
 
 class QLocalServer;
@@ -64,6 +66,7 @@ private:
     int lock_ = -1;
     int socket_ = -1;
     QLocalServer *server_ = nullptr;
+    std::deque<QPointer<QLocalSocket>> clients_; ///< the latest
 };
 
 } // namespace quorbit

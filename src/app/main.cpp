@@ -11,11 +11,15 @@
 #include <array>
 #include <csignal>
 
+#include <sys/stat.h>
+
 using namespace quorbit;
 
 int main(int argc, char **argv) {
     // Whoever reads what this program prints may end before it.
     std::signal(SIGPIPE, SIG_IGN);
+    // Whatever this program makes, nobody but the user and the user's group may change it.
+    ::umask(::umask(0) | S_IWOTH);
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));

@@ -37,10 +37,11 @@ MenuBarModel::StatusDot statusDot(const ServiceState &service) {
 InfoRow peerRow(const PeerStatus &peer) {
     // What kind of computer a peer is can be told from its identifier alone.
     const bool isLaptop = peer.device_id.startsWith("10b"_L1);
+    const QString name = displayLine(peer.name);
     return {.kind = InfoRow::Kind::peer,
             .deviceId = peer.device_id,
             .symbol = isLaptop ? u"laptopcomputer"_s : u"pc"_s,
-            .text = displayLine(peer.name.isEmpty() ? peer.device_id : peer.name),
+            .text = name.isEmpty() ? displayLine(peer.device_id) : name,
             .color = TextColor::primary};
 }
 

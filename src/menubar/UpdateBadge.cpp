@@ -2,12 +2,11 @@
 
 #include "ui/FocusRing.h"
 #include "ui/Theme.h"
+#include "ui/ToolTip.h"
 
 #include <QCoreApplication>
+#include <QHelpEvent>
 #include <QPainter>
-#include <QTextDocument>
-
-using namespace Qt::StringLiterals;
 
 namespace quorbit {
 
@@ -25,11 +24,8 @@ UpdateBadge::UpdateBadge(QWidget *parent) : QAbstractButton(parent), AccessibleC
 
 void UpdateBadge::setVersion(const QString &version) {
     const QString text = qtTrId("menu.update_badge_tooltip").arg(version);
-    if (text == accessibleName())
-        return;
-    setAccessibleName(text);
-    // A tip that looks like markup would be shown as such.
-    setToolTip(Qt::mightBeRichText(text) ? u"<span>%1</span>"_s.arg(text.toHtmlEscaped()) : text);
+    if (text != accessibleName())
+        setAccessibleName(text);
 }
 
 QSize UpdateBadge::sizeHint() const {
@@ -43,6 +39,14 @@ QStringList UpdateBadge::accessibleActions() const {
 void UpdateBadge::performAccessibleAction(const QString &action) {
     if (action == QAccessibleActionInterface::pressAction())
         click();
+}
+
+bool UpdateBadge::event(QEvent *event) {
+    if (event->type() == QEvent::ToolTip) {
+        showToolTip(*static_cast<QHelpEvent *>(event), accessibleName(), this);
+        return true;
+    }
+    return QAbstractButton::event(event);
 }
 
 void UpdateBadge::paintEvent(QPaintEvent *) {

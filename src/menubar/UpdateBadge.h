@@ -25,6 +25,7 @@ public:
     void performAccessibleAction(const QString &action) override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 };
 

@@ -1,6 +1,7 @@
 #include "settings/AboutModel.h"
 
 #include "settings/TimeFormats.h"
+#include "ui/DisplayLine.h"
 
 #include <QCoreApplication>
 
@@ -41,7 +42,7 @@ struct CheckStatusOf {
     }
     CheckStatus operator()(const check::Available &state) const {
         return {u"arrow.down.circle.fill"_s, Tint::accent,
-                qtTrId("update.available.title").arg(state.update.version), Tint::primary};
+                qtTrId("update.available.title").arg(displayLine(state.update.version)), Tint::primary};
     }
     CheckStatus operator()(const check::Failed &state) const {
         return {u"exclamationmark.triangle.fill"_s, Tint::orange, failureText(state.reason), Tint::secondary};
@@ -63,9 +64,9 @@ AboutModel::Download download(DownloadState state) {
 }
 
 AboutModel::Banner banner(const AvailableUpdate &update, DownloadState state, const QString &currentVersion) {
-    return {.title = qtTrId("update.available.title").arg(update.version),
+    return {.title = qtTrId("update.available.title").arg(displayLine(update.version)),
             .subtitle = qtTrId("update.available.subtitle").arg(currentVersion),
-            .notes = update.releaseNotesText.value_or(QString()),
+            .notes = displayText(update.releaseNotesText.value_or(QString())),
             .download = download(state),
             .canDownload = update.downloadURL.has_value()};
 }

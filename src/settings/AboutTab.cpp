@@ -48,6 +48,12 @@ TextLabel *centred(const QString &text, TextStyle style, TextColor color) {
     return label;
 }
 
+/// Whether it is a browser that would open the address. Others start whatever program the desktop has for
+/// them, files included.
+bool isForBrowser(const QUrl &address) {
+    return (address.scheme() == "https"_L1 || address.scheme() == "http"_L1) && !address.host().isEmpty();
+}
+
 } // namespace
 
 AboutTab::AboutTab(UpdateChecker &updater, const TimeFormats &formats, AboutServices services,
@@ -207,7 +213,7 @@ void AboutTab::pickLanguage(int index) {
 
 void AboutTab::openInBrowser() {
     const auto &available = updater_.state().available;
-    if (available && available->downloadURL)
+    if (available && available->downloadURL && isForBrowser(*available->downloadURL))
         services_.openAddress(*available->downloadURL);
 }
 

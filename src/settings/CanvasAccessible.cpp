@@ -1,7 +1,6 @@
 #include "settings/CanvasAccessible.h"
 
 #include "settings/CanvasArea.h"
-#include "ui/DisplayLine.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -19,8 +18,7 @@ namespace quorbit {
 namespace {
 
 QString titleOf(const CanvasCard &card) {
-    const QString title = displayLine(card.title);
-    return title.isEmpty() ? qtTrId("common.unnamed") : title;
+    return card.title.isEmpty() ? qtTrId("common.unnamed") : card.title;
 }
 
 QString nameOf(const CanvasCard &card) {

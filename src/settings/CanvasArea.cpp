@@ -2,7 +2,7 @@
 
 #include "settings/CanvasAccessible.h"
 #include "settings/CardPainter.h"
-#include "ui/DisplayLine.h"
+#include "ui/ToolTip.h"
 
 #include <QFocusEvent>
 #include <QHelpEvent>
@@ -10,7 +10,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSet>
-#include <QToolTip>
 
 #include <algorithm>
 #include <chrono>
@@ -376,21 +375,17 @@ void CanvasArea::changeEvent(QEvent *event) {
 }
 
 // A name that was cut can be read whole by resting the pointer on its card.
-void CanvasArea::showWholeTitle(const QPoint &position, const QPoint &globalPosition) {
-    const CanvasCard *card = cardAt(position);
+void CanvasArea::showWholeTitle(const QHelpEvent &event) {
+    const CanvasCard *card = cardAt(event.pos());
     if (card != nullptr && !CardPainter(palette(), font()).showsWholeTitle(*card))
-        QToolTip::showText(globalPosition,
-                           QStringLiteral("<p>%1</p>").arg(displayLine(card->title).toHtmlEscaped()), this,
-                           touched(placeOf(*card)));
+        showToolTip(event, card->title, this, touched(placeOf(*card)));
 }
 
 bool CanvasArea::event(QEvent *event) {
     switch (event->type()) {
-    case QEvent::ToolTip: {
-        const auto *help = static_cast<QHelpEvent *>(event);
-        showWholeTitle(help->pos(), help->globalPos());
+    case QEvent::ToolTip:
+        showWholeTitle(*static_cast<QHelpEvent *>(event));
         return true;
-    }
     case QEvent::ShortcutOverride:
         // Escape belongs to the drag, whatever else it is for in this window.
         if (drag_ && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)

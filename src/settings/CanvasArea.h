@@ -11,6 +11,8 @@
 #include <optional>
 #include <vector>
 
+class QHelpEvent;
+
 namespace quorbit {
 
 class CardPainter;
@@ -82,7 +84,7 @@ private:
     void moveCurrentCard(StepDirection direction, double distance);
     void followCurrentCard();
     void keepCurrentCard(const std::vector<CanvasCard> &before);
-    void showWholeTitle(const QPoint &position, const QPoint &globalPosition);
+    void showWholeTitle(const QHelpEvent &event);
     void updateCard(const CanvasCard *card);
     void paintCards(QPainter &painter, const CardPainter &cards, const QRectF &dirty) const;
     void paintDrag(QPainter &painter, const CardPainter &cards);

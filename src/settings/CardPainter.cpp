@@ -1,7 +1,6 @@
 #include "settings/CardPainter.h"
 
 #include "settings/TintColor.h"
-#include "ui/DisplayLine.h"
 #include "ui/Frame.h"
 #include "ui/Symbol.h"
 #include "ui/TextStyle.h"
@@ -145,9 +144,8 @@ void CardPainter::paintContent(QPainter &painter, const CanvasCard &card, const 
             return;
         painter.setFont(lineFont);
         painter.setPen(textColor(colors, color));
-        painter.drawText(
-            line, Qt::AlignCenter | Qt::TextSingleLine,
-            QFontMetricsF(lineFont).elidedText(displayLine(text), Qt::ElideMiddle, line.width()));
+        painter.drawText(line, Qt::AlignCenter | Qt::TextSingleLine,
+                         QFontMetricsF(lineFont).elidedText(text, Qt::ElideMiddle, line.width()));
     };
     paintLine(card.title, nameFont, nameHeight, padding + namePadding, TextColor::primary);
     top += nameHeight + lineGap;
@@ -169,7 +167,7 @@ QFont CardPainter::font(double size, QFont::Weight weight) const {
 bool CardPainter::showsWholeTitle(const CanvasCard &card) const {
     const double size = sizes(card.rect.height()).name;
     const double room = card.rect.width() - 2 * (padding + namePadding);
-    return size >= leastReadable && textWidth(font(size, QFont::Medium), displayLine(card.title)) <= room;
+    return size >= leastReadable && textWidth(font(size, QFont::Medium), card.title) <= room;
 }
 
 void CardPainter::paintFocus(QPainter &painter, const QRectF &place) const {

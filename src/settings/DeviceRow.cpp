@@ -2,7 +2,6 @@
 
 #include "settings/TintColor.h"
 #include "ui/Button.h"
-#include "ui/DisplayLine.h"
 #include "ui/SelectableText.h"
 #include "ui/SymbolLabel.h"
 #include "ui/TextLabel.h"
@@ -64,15 +63,14 @@ void DeviceRow::render(const DevicesModel::Row &model) {
 
 void DeviceRow::fill(const DevicesModel::Row &model) {
     shown_ = model;
-    const QString name = displayLine(model.name);
     symbol_->setSymbol(model.symbol);
-    name_->setText(name);
+    name_->setText(model.name);
     badge_->setText(model.badge);
     badge_->setColor(textColorOf(model.badgeTint));
     fingerprint_->setValue(model.fingerprint);
     // Heard alone, each has to say whose it is; what it is, the fingerprint's text says itself.
-    fingerprint_->setAccessibleName(name);
-    remove_->setAccessibleName(remove_->label() + u", "_s + name);
+    fingerprint_->setAccessibleName(model.name);
+    remove_->setAccessibleName(remove_->label() + u", "_s + model.name);
 }
 
 QWidget *DeviceRow::firstFocusStop() const {

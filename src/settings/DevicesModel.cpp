@@ -2,6 +2,7 @@
 
 #include "settings/TextRules.h"
 #include "settings/TimeFormats.h"
+#include "ui/DisplayLine.h"
 
 #include <QCoreApplication>
 
@@ -33,7 +34,7 @@ QString badge(const Device &device, qint64 now, const TimeFormats &formats) {
 QString shortFingerprint(const Device &device) {
     QString digits = device.fingerprint.value_or(QString());
     digits.remove("sha256:"_L1);
-    return qtTrId("devices.fp") + u' ' + firstCharacters(digits, 12) + u'…';
+    return qtTrId("devices.fp") + u' ' + displayLine(firstCharacters(digits, 12)) + u'…';
 }
 
 } // namespace
@@ -45,13 +46,13 @@ DevicesModel devicesModel(const ServiceState &service, const std::optional<Devic
     for (const Device &device : service.devices)
         model.rows.push_back({.deviceId = device.device_id,
                               .symbol = device.platform == u"darwin"_s ? u"laptopcomputer"_s : u"pc"_s,
-                              .name = device.name,
+                              .name = displayLine(device.name),
                               .badge = badge(device, now, formats),
                               .badgeTint = isOnline(device) ? Tint::green : Tint::secondary,
                               .fingerprint = shortFingerprint(device)});
     if (pendingUnpair)
         model.confirmation = DevicesModel::Confirmation{
-            pendingUnpair->device_id, qtTrId("devices.unpair.message").arg(pendingUnpair->name)};
+            pendingUnpair->device_id, qtTrId("devices.unpair.message").arg(displayLine(pendingUnpair->name))};
     return model;
 }
 

@@ -6,7 +6,6 @@
 #include "settings/TimeFormats.h"
 #include "ui/Alert.h"
 #include "ui/Button.h"
-#include "ui/DisplayLine.h"
 #include "ui/Divider.h"
 #include "ui/Form.h"
 #include "ui/Sheet.h"
@@ -173,7 +172,7 @@ void DevicesTab::renderAlert(const std::optional<DevicesModel::Confirmation> &co
     if (alert_)
         return;
     alert_ = new Alert({.title = qtTrId("devices.unpair.title"),
-                        .message = displayLine(confirmation->message),
+                        .message = confirmation->message,
                         .cancel = qtTrId("common.cancel"),
                         .confirm = qtTrId("devices.unpair.confirm")},
                        this);

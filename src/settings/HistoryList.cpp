@@ -5,6 +5,7 @@
 #include "ui/Symbol.h"
 #include "ui/TextStyle.h"
 #include "ui/Theme.h"
+#include "ui/ToolTip.h"
 
 #include <QFocusEvent>
 #include <QHelpEvent>
@@ -12,7 +13,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -285,22 +285,20 @@ void HistoryList::changeEvent(QEvent *event) {
 
 bool HistoryList::event(QEvent *event) {
     if (event->type() == QEvent::ToolTip) {
-        const auto *help = static_cast<QHelpEvent *>(event);
-        showWholePreview(help->pos(), help->globalPos());
+        showWholePreview(*static_cast<QHelpEvent *>(event));
         return true;
     }
     return QWidget::event(event);
 }
 
 // A preview that was cut can be read whole by resting the pointer on it.
-void HistoryList::showWholePreview(const QPoint &position, const QPoint &globalPosition) {
-    const int row = rowAt(position);
+void HistoryList::showWholePreview(const QHelpEvent &event) {
+    const int row = rowAt(event.pos());
     if (row < 0)
         return;
     const QString preview = displayLine(rows_[static_cast<std::size_t>(row)].preview);
     if (textWidth(textFont(TextStyle::body, font()), preview) > places(row).preview.width())
-        QToolTip::showText(globalPosition, QStringLiteral("<p>%1</p>").arg(preview.toHtmlEscaped()), this,
-                           rowRect(row));
+        showToolTip(event, preview, this, rowRect(row));
 }
 
 } // namespace quorbit

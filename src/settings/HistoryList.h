@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+class QHelpEvent;
+
 namespace quorbit {
 
 /// The rows of the clipboard history. However many there are, they are one widget as high as all of them,
@@ -69,7 +71,7 @@ private:
     void paintRow(QPainter &painter, int row) const;
     void paintHighlight(QPainter &painter, int row, const QColor &color) const;
     void setHovered(int row);
-    void showWholePreview(const QPoint &position, const QPoint &globalPosition);
+    void showWholePreview(const QHelpEvent &event);
 
     std::vector<Row> rows_;
     int current_ = -1;

@@ -1,6 +1,7 @@
 #include "settings/KvmModel.h"
 
 #include "settings/TextRules.h"
+#include "ui/DisplayLine.h"
 
 #include <QCoreApplication>
 
@@ -35,10 +36,10 @@ QString selfID(const ServiceState &service) {
 
 QString masterName(const ServiceState &service, const QString &master) {
     if (const PeerStatus *peer = connectedPeer(service, master))
-        return peer->name;
+        return displayLine(peer->name);
     const auto device = std::find_if(service.devices.begin(), service.devices.end(),
                                      [&master](const Device &each) { return each.device_id == master; });
-    return device != service.devices.end() ? device->name : firstCharacters(master, 8);
+    return displayLine(device != service.devices.end() ? device->name : firstCharacters(master, 8));
 }
 
 /// The first thing that still stands in the way of sharing, or that nothing does.
@@ -70,7 +71,7 @@ std::vector<KvmModel::FooterLine> masterFooter(const ServiceState &service,
         return {{u"keyboard"_s, qtTrId("kvm.master.local_footer"), Tint::secondary}};
     const auto card =
         std::find_if(cards.begin(), cards.end(), [&](const DeviceCard &each) { return each.id == master; });
-    const QString name = card != cards.end() ? card->name : u"?"_s;
+    const QString name = card != cards.end() ? displayLine(card->name) : u"?"_s;
     std::vector<KvmModel::FooterLine> lines{
         {u"keyboard"_s, qtTrId("kvm.master.peer_global").arg(name), Tint::secondary}};
     if (card != cards.end() && card->platform.value_or(QString()).toLower() == "linux"_L1)

@@ -8,7 +8,6 @@
 #include "settings/SettingsEdit.h"
 #include "settings/TellAnswer.h"
 #include "settings/TintColor.h"
-#include "ui/DisplayLine.h"
 #include "ui/Form.h"
 #include "ui/FormRow.h"
 #include "ui/FormSection.h"
@@ -214,7 +213,7 @@ void KvmTab::renderStatus(const KvmModel &model) {
     enabled_->setOn(model.isEnabled);
     if (const auto &line = model.statusLine) {
         dot_->setColor(textColorOf(line->dot));
-        status_->setText(displayLine(line->text));
+        status_->setText(line->text);
     }
     statusRow_->setVisible(model.statusLine.has_value());
     restartHint_->setVisible(model.showsRestartHint);

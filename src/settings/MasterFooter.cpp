@@ -1,7 +1,6 @@
 #include "settings/MasterFooter.h"
 
 #include "settings/TintColor.h"
-#include "ui/DisplayLine.h"
 #include "ui/IconLabel.h"
 
 #include <QVBoxLayout>
@@ -26,8 +25,7 @@ void MasterFooter::render(const std::vector<KvmModel::FooterLine> &lines) {
     while (const std::unique_ptr<QLayoutItem> item{column_->takeAt(0)})
         delete item->widget();
     for (const KvmModel::FooterLine &line : lines) {
-        auto *label =
-            new IconLabel(line.symbol, displayLine(line.text), TextStyle::caption, textColorOf(line.tint));
+        auto *label = new IconLabel(line.symbol, line.text, TextStyle::caption, textColorOf(line.tint));
         label->text().setOverflow(TextLabel::Overflow::wrap);
         column_->addWidget(label);
     }

@@ -1,6 +1,7 @@
 #include "settings/OverviewModel.h"
 
 #include "settings/SettingsEdit.h"
+#include "ui/DisplayLine.h"
 
 #include <QCoreApplication>
 
@@ -43,15 +44,18 @@ OverviewModel overviewModel(const ServiceState &service, const NameDraft &draft)
     if (!service.status)
         return model;
     const Status &status = *service.status;
-    model.identity = OverviewModel::Identity{.deviceId = status.device_id,
+    model.identity = OverviewModel::Identity{.deviceId = displayLine(status.device_id),
                                              .port = QString::number(status.port),
                                              .isPaused = status.paused,
                                              .statusText = status.paused ? qtTrId("overview.status.paused")
                                                                          : qtTrId("overview.status.running")};
-    for (const PeerStatus &peer : status.peers)
-        model.peers.push_back({peer.device_id, peer.name.isEmpty() ? qtTrId("common.unnamed") : peer.name});
+    for (const PeerStatus &peer : status.peers) {
+        const QString name = displayLine(peer.name);
+        model.peers.push_back(
+            {peer.device_id, displayLine(peer.device_id), name.isEmpty() ? qtTrId("common.unnamed") : name});
+    }
     if (status.last_activity && !status.last_activity->isEmpty())
-        model.lastActivity = status.last_activity;
+        model.lastActivity = displayLine(*status.last_activity);
     return model;
 }
 

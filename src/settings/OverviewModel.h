@@ -37,7 +37,8 @@ struct OverviewModel {
     };
 
     struct Peer {
-        QString deviceId;
+        QString deviceId; ///< tells the rows apart
+        QString shownId;
         QString label;
 
         bool operator==(const Peer &) const = default;

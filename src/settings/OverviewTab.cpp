@@ -2,7 +2,6 @@
 
 #include "daemon/Daemon.h"
 #include "ui/Card.h"
-#include "ui/DisplayLine.h"
 #include "ui/Form.h"
 #include "ui/FormRow.h"
 #include "ui/FormSection.h"
@@ -34,8 +33,8 @@ SelectableText *identifier(TextStyle style) {
 PeerRow::PeerRow(const OverviewModel::Peer &model, QWidget *parent)
     : QWidget(parent), deviceId_(model.deviceId) {
     auto *value = identifier(TextStyle::caption);
-    value->setValue(model.deviceId);
-    row_ = new FormRow(displayLine(model.label), value);
+    value->setValue(model.shownId);
+    row_ = new FormRow(model.label, value);
     row_->setSymbol(u"laptopcomputer"_s);
     auto *stack = new QVBoxLayout(this);
     stack->setContentsMargins({});
@@ -43,7 +42,7 @@ PeerRow::PeerRow(const OverviewModel::Peer &model, QWidget *parent)
 }
 
 void PeerRow::render(const OverviewModel::Peer &model) {
-    row_->setLabel(displayLine(model.label));
+    row_->setLabel(model.label);
 }
 
 OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
@@ -132,7 +131,7 @@ void OverviewTab::render(const OverviewModel &model) {
     peers_.render(model.peers, [this](const OverviewModel::Peer &peer) { return new PeerRow(peer, this); });
     noPeers_->setVisible(model.peers.empty());
     activity_->setVisible(model.lastActivity.has_value());
-    lastActivity_->setText(displayLine(model.lastActivity.value_or(QString())));
+    lastActivity_->setText(model.lastActivity.value_or(QString()));
 }
 
 void OverviewTab::renderIdentity(const std::optional<OverviewModel::Identity> &identity) {

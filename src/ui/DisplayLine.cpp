@@ -1,12 +1,22 @@
 #include "ui/DisplayLine.h"
 
 #include <QList>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace quorbit {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr qsizetype keptAtEachEnd = 300; // more than fits in any row
+constexpr qsizetype longestText = 4000;  // characters and lines; more than any release has to say
+constexpr qsizetype mostLines = 60;
 constexpr QChar firstStrongIsolate(0x2068);
 constexpr QChar popDirectionalIsolate(0x2069);
 
@@ -21,8 +31,15 @@ bool isBreak(char32_t character) {
     }
 }
 
-bool isDirectionSwitch(char32_t character) {
-    return (character >= 0x202A && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
+/// Characters that only steer how others are shown. The joiners stay, without which neither emoji nor many of
+/// Asia's scripts can be written, and so do those that are drawn, such as the Arabic number sign.
+bool isInvisible(char32_t character) {
+    constexpr std::pair<char32_t, char32_t> ranges[]{{0xAD, 0xAD},     {0x61C, 0x61C},   {0x180E, 0x180E},
+                                                     {0x200B, 0x200B}, {0x200E, 0x200F}, {0x202A, 0x202E},
+                                                     {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
+    return std::any_of(std::begin(ranges), std::end(ranges), [character](const auto &range) {
+        return character >= range.first && character <= range.second;
+    });
 }
 
 bool runsRightToLeft(char32_t character) {
@@ -36,11 +53,14 @@ bool runsRightToLeft(char32_t character) {
     }
 }
 
-// Both ends without the line ends and control characters around the text; a pair of surrogates stays whole.
+// Both ends of the text without what shows nothing around it; a pair of surrogates stays whole.
 QString ends(QStringView text) {
-    while (!text.isEmpty() && isBreak(text.front().unicode()))
+    const auto showsNothing = [](QChar unit) {
+        return isBreak(unit.unicode()) || isInvisible(unit.unicode());
+    };
+    while (!text.isEmpty() && showsNothing(text.front()))
         text = text.sliced(1);
-    while (!text.isEmpty() && isBreak(text.back().unicode()))
+    while (!text.isEmpty() && showsNothing(text.back()))
         text.chop(1);
     if (text.size() <= 2 * keptAtEachEnd)
         return text.toString();
@@ -53,16 +73,13 @@ QString ends(QStringView text) {
     return head.toString() + u'…' + tail.toString();
 }
 
-} // namespace
-
-QString displayLine(const QString &text) {
-    const QString kept = ends(text);
+QString cleanLine(const QString &text) {
     QString line;
-    line.reserve(kept.size() + 2);
+    line.reserve(text.size() + 2);
     bool afterBreak = false;
     bool needsIsolation = false;
-    for (const char32_t character : kept.toUcs4()) {
-        if (isDirectionSwitch(character))
+    for (const char32_t character : text.toUcs4()) {
+        if (isInvisible(character))
             continue;
         if (!isBreak(character))
             line += QChar::fromUcs4(character);
@@ -74,6 +91,28 @@ QString displayLine(const QString &text) {
     if (needsIsolation)
         return firstStrongIsolate + line + popDirectionalIsolate;
     return line;
+}
+
+} // namespace
+
+QString displayLine(const QString &text) {
+    return cleanLine(ends(text));
+}
+
+QString displayText(const QString &text) {
+    static const QRegularExpression lineEnd(u"\r\n|[\n\v\f\r\u0085\u2028\u2029]"_s);
+    QStringList lines;
+    for (const QString &each : text.first(std::min(text.size(), longestText)).split(lineEnd)) {
+        const QString line = cleanLine(each);
+        const bool isBlank = line.trimmed().isEmpty();
+        if (!isBlank || (!lines.isEmpty() && !lines.back().isEmpty()))
+            lines << (isBlank ? QString() : line);
+    }
+    const bool isCut = text.size() > longestText || lines.size() > mostLines;
+    lines = lines.first(std::min(lines.size(), mostLines));
+    if (!lines.isEmpty() && lines.back().isEmpty())
+        lines.removeLast();
+    return lines.join(u'\n') + (isCut ? u"…"_s : QString());
 }
 
 } // namespace quorbit

@@ -1,12 +1,13 @@
 #include "ui/TextLabel.h"
 
+#include "ui/ToolTip.h"
+
 #include <QEvent>
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QTextLayout>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -170,11 +171,9 @@ void TextLabel::changeEvent(QEvent *event) {
 }
 
 bool TextLabel::event(QEvent *event) {
-    // Text that was cut can be read whole by resting the pointer on it, unless the view has its own tip.
-    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && overflow_ != Overflow::wrap &&
-        sizeHint().width() > width()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                           QStringLiteral("<p>%1</p>").arg(singleLine(text_).toHtmlEscaped()), this);
+    // Text that was cut can be read whole by resting the pointer on it.
+    if (event->type() == QEvent::ToolTip && overflow_ != Overflow::wrap && sizeHint().width() > width()) {
+        showToolTip(*static_cast<QHelpEvent *>(event), singleLine(text_), this);
         return true;
     }
     return QWidget::event(event);

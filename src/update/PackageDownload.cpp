@@ -93,9 +93,12 @@ std::optional<QString> packageFileName(const QUrl &address) {
     const QString name = QString::fromUtf8(bytes);
 
     const bool isText = name.toUtf8() == bytes;
-    const bool isSpecial = name.isEmpty() || name == "."_L1 || name == ".."_L1;
+    // Hidden files are the user's settings, at least where downloads go to the home folder itself.
+    const bool isSpecial = name.isEmpty() || name.startsWith(u'.');
+    // Invisible characters can make a name look like another one.
     const bool isUnsafe = std::any_of(name.begin(), name.end(), [](QChar character) {
-        return character == u'/' || character.category() == QChar::Other_Control;
+        return character == u'/' || character.category() == QChar::Other_Control ||
+               character.category() == QChar::Other_Format;
     });
     if (!isText || isSpecial || isUnsafe || bytes.size() > longestName)
         return std::nullopt;

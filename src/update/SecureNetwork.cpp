@@ -26,6 +26,11 @@ OwnedReply SecureNetwork::get(QNetworkRequest request) {
     if (request.url().scheme() != "https"_L1)
         throw TransportError("the address is not an HTTPS one");
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+    // Nothing by which the server could tell one user from another.
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    request.setRawHeader("Accept-Language", "*"); // the toolkit would name the user's own
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     // Over HTTP/2 the read buffer of a reply bounds nothing: what is not read in time piles up in memory.
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);

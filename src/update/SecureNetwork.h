@@ -8,7 +8,7 @@
 namespace quorbit {
 
 /// Sends GET requests over HTTPS alone: certificates are checked, the system's proxy is used, no reply comes
-/// from a cache, and redirects lead only to other HTTPS addresses.
+/// from a cache, redirects lead only to other HTTPS addresses, and no request tells who sends it.
 class SecureNetwork {
 public:
     SecureNetwork();

@@ -22,7 +22,10 @@ public:
             const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment()) {
         setProcessChannelMode(QProcess::ForwardedErrorChannel);
         setProcessEnvironment(environment);
-        start(QStringLiteral(SHELL_PROGRAM), {folder, QString::number(patience), mode});
+        // With few descriptors and any file mode, as hostile a place as a user can make it.
+        start(QStringLiteral("/bin/sh"),
+              {QStringLiteral("-c"), QStringLiteral("ulimit -n 64; umask 0; exec \"$0\" \"$@\""),
+               QStringLiteral(SHELL_PROGRAM), folder, QString::number(patience), mode});
     }
     ~Program() override {
         kill();
@@ -101,9 +104,18 @@ private Q_SLOTS:
             if (!nonsense.isEmpty())
                 QVERIFY(client.waitForDisconnected(5000) || client.state() == QLocalSocket::UnconnectedState);
         }
-        Program second(folder_.path());
+        std::vector<std::unique_ptr<QLocalSocket>> many;
+        for (int i = 0; i < 200; ++i) {
+            many.push_back(std::make_unique<QLocalSocket>());
+            many.back()->connectToServer(folder_.filePath(QStringLiteral("instance.socket")));
+            many.back()->write("never-ending");
+        }
+        Program second(folder_.path(), {}, 2000);
         QVERIFY(second.says("second"));
         QVERIFY(first.says("started again  "));
+        for (const char *name : {"instance.socket", "instance.lock"})
+            QCOMPARE(QFile::permissions(folder_.filePath(QLatin1String(name))) & QFile::Permissions(0x0077),
+                     QFile::Permissions());
     }
 
     void takesOverFromOneThatIsEnding() {

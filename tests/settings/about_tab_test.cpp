@@ -133,6 +133,16 @@ private Q_SLOTS:
         QTRY_VERIFY(named<Button>(*tab_, u"Open in browser"_s));
         named<Button>(*tab_, u"Open in browser"_s)->click();
         QCOMPARE(opened_, QList<QUrl>{package});
+        // What would start any other program is not opened.
+        for (const char *other :
+             {"ssh://host/app.dmg", "file:///etc/hostname", "javascript:app", "https:///app"}) {
+            server_->answer(u"/version.json"_s, reply(200, R"({"version":"2.0","download":{"macos":")" +
+                                                               QByteArray(other) + R"("}})"));
+            checker_->check();
+            QTRY_COMPARE(checker_->state().available->downloadURL, QUrl(QString::fromLatin1(other)));
+            named<Button>(*tab_, u"Open in browser"_s)->click();
+        }
+        QCOMPARE(opened_, QList<QUrl>{package});
     }
 
     void languageIsWrittenOnceAndAsksForARestart() {

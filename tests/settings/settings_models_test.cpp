@@ -59,7 +59,7 @@ private Q_SLOTS:
         service.status->last_activity = QString();
         OverviewModel expected{
             .identity = OverviewModel::Identity{u"10b4"_s, u"8080"_s, false, u"overview.status.running"_s},
-            .peers = {{u"p1"_s, u"Office"_s}, {u"p2"_s, u"common.unnamed"_s}}};
+            .peers = {{u"p1"_s, u"p1"_s, u"Office"_s}, {u"p2"_s, u"p2"_s, u"common.unnamed"_s}}};
         QVERIFY(overviewModel(service, {}) == expected);
         service.status->paused = true;
         service.status->last_activity = u" as sent "_s;
@@ -227,6 +227,36 @@ private Q_SLOTS:
         QCOMPARE(model.confirmation->message, u"devices.unpair.message[A %1]"_s);
         QCOMPARE(model.confirmation->deviceId, u"a"_s);
         QVERIFY(devicesModelHoldsFor(service, now) == std::chrono::milliseconds(950));
+    }
+
+    /// Each by itself, so that writing from right to left moves nothing of the sentence around it.
+    void textsFromOutsideAreMadeFit() {
+        const QString rough = u"%1 א\n\u202Eb"_s;
+        const QString fit = u"\u2068%1 א b\u2069"_s;
+        ServiceState service = serviceCalled(rough);
+        service.status->device_id = service.status->last_activity.emplace(rough);
+        service.status->peers = {{rough, rough}, {u"p"_s, u"\u200B\n"_s}};
+        service.devices = {{.device_id = u"a"_s, .name = rough, .fingerprint = rough}};
+        const OverviewModel overview = overviewModel(service, {});
+        const DevicesModel devices = devicesModel(service, service.devices[0], now, formats_);
+        AvailableUpdate update = release(true);
+        update.version = update.releaseNotesText.emplace(rough);
+        const AboutModel about =
+            aboutModel({.available = update, .state = check::Available{update}}, {}, formats_);
+        const std::pair<QString, QString> rows[]{
+            {overview.identity->deviceId, fit},
+            {overview.peers[0].shownId, fit},
+            {overview.peers[0].label, fit},
+            {overview.peers[1].label, u"common.unnamed"_s},
+            {overview.lastActivity.value(), fit},
+            {devices.rows[0].name, fit},
+            {devices.rows[0].fingerprint, u"devices.fp "_s + fit + u'…'},
+            {devices.confirmation->message, u"devices.unpair.message["_s + fit + u']'},
+            {about.banner->title, u"update.available.title["_s + fit + u']'},
+            {about.checkStatus.text, u"update.available.title["_s + fit + u']'},
+            {about.banner->notes, u"\u2068%1 א\u2069\nb"_s}};
+        for (const auto &[shown, expected] : rows)
+            QCOMPARE(shown, expected);
     }
 
     void tellsOfChecks() {

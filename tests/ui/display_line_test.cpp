@@ -4,6 +4,7 @@
 
 using namespace Qt::StringLiterals;
 using quorbit::displayLine;
+using quorbit::displayText;
 
 class DisplayLineTest : public QObject {
     Q_OBJECT
@@ -12,6 +13,7 @@ private Q_SLOTS:
     void textsBecomeOneLine_data();
     void textsBecomeOneLine();
     void longTextsKeepBothEnds();
+    void linesStayLines();
     void brokenSurrogatesAreReplaced();
 };
 
@@ -32,6 +34,8 @@ void DisplayLineTest::textsBecomeOneLine_data() {
     row("nothing but line ends", u"\n\n\n"_s, {});
     row("override", u"invoice\u202Efdp.exe"_s, u"invoicefdp.exe"_s);
     row("embeddings and isolates", u"\u202Aa\u202C\u2067b\u2069\u2066\u2068"_s, u"ab"_s);
+    row("what cannot be seen", u"\uFEFFa\u200Bb\u00ADc\u200E\u2060\uFFF9"_s, u"abc"_s);
+    row("nothing that can be seen", u"\u200B\n\u2066"_s, {});
     row("Hebrew", u"שלום"_s, u"\u2068שלום\u2069"_s);
     row("Arabic among Latin", u"a مرحبا b"_s, u"\u2068a مرحبا b\u2069"_s);
     row("end of an isolate inside", u"א\u2069b\u2069"_s, u"\u2068אb\u2069"_s);
@@ -53,6 +57,16 @@ void DisplayLineTest::longTextsKeepBothEnds() {
     for (const int before : {0, 1}) {
         const QString emoji = QString(before, u'x') + u"😀"_s.repeated(1000) + QString(before, u'x');
         QVERIFY(!displayLine(emoji).contains(QChar::ReplacementCharacter));
+    }
+}
+
+void DisplayLineTest::linesStayLines() {
+    QCOMPARE(displayText(u"\n\u202Ea\tb\r\n\u200B\n\n <i>c</i>\u2028d\n \n"_s), u"a b\n\n <i>c</i>\nd"_s);
+    const QString paragraph(1500, u'x');
+    QCOMPARE(displayText(paragraph), paragraph);
+    for (const QString &endless : {QString(1'000'000, u'x'), u"x\n"_s.repeated(1'000'000)}) {
+        const QString text = displayText(endless);
+        QVERIFY(text.endsWith(u'…') && text.size() <= 4001 && text.count(u'\n') < 60);
     }
 }
 

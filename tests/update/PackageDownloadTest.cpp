@@ -234,7 +234,8 @@ private Q_SLOTS:
         for (const QUrl &address :
              {plainServer_.address(packagePath), QUrl(u"file:///etc/hostname"_s),
               QUrl(u"data:text/plain,app-2.0.dmg"_s), QUrl(u"app-2.0.dmg"_s), QUrl(u"https:///app-2.0.dmg"_s),
-              QUrl(u"https://localhost/"_s), QUrl(u"https://localhost/..%2Fapp-2.0.dmg"_s)}) {
+              QUrl(u"https://localhost/"_s), QUrl(u"https://localhost/..%2Fapp-2.0.dmg"_s),
+              server_->address(u"/.bashrc"_s), server_->address(u"/gpj.\u202Edmg"_s)}) {
             const Row row(address.toEncoded());
             offer(address);
             QCOMPARE(download(), DownloadState::failed);

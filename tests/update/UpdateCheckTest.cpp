@@ -112,7 +112,7 @@ private Q_SLOTS:
     }
 
     void publishesAnUpdateStepByStep() {
-        serve(reply(302, "moved", "Location: /elsewhere.json\r\n"));
+        serve(reply(302, "moved", "Location: /elsewhere.json\r\nSet-Cookie: who=you; Path=/\r\n"));
         server_->answer(u"/elsewhere.json"_s, reply(200, newer));
         Setup setup(manifest());
         setup.check();
@@ -131,7 +131,13 @@ private Q_SLOTS:
         steps.push_back(expected);
         QCOMPARE(setup.published.size(), steps.size());
         QVERIFY(setup.published == steps);
-        QVERIFY(server_->requests.value(0).contains("\r\nCache-Control: no-cache\r\n"));
+        QCOMPARE(server_->requests.size(), 2);
+        for (const QByteArray &head : std::as_const(server_->requests)) {
+            QVERIFY(head.contains("\r\nCache-Control: no-cache\r\n"));
+            QVERIFY(head.contains("\r\nAccept-Language: *\r\n"));
+            for (const char *name : {"\r\ncookie:", "\r\nauthorization:", "\r\nreferer:"})
+                QVERIFY2(!head.toLower().contains(name), head.constData());
+        }
     }
 
     void offersUpdatesWithoutAnAddress() {
