@@ -66,6 +66,10 @@ QCoro::Task<std::string> ServiceClient::exchange(const QByteArray &method, const
     return HttpConnections::exchange(connections_, request, isQuestion, token);
 }
 
+QCoro::Task<std::string> ServiceClient::getBody(QString path, std::stop_token token) {
+    co_return co_await exchange("GET", path, token);
+}
+
 QCoro::Task<> ServiceClient::postEmpty(QString path, std::stop_token token) {
     co_await exchange("POST", path, token);
 }

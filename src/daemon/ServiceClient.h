@@ -47,6 +47,8 @@ public:
 
     template <class Reply>
     QCoro::Task<Reply> get(QString path, std::stop_token token);
+    /// The reply as it came, for those who may not have to read it.
+    QCoro::Task<std::string> getBody(QString path, std::stop_token token);
     template <class Reply, class Body>
     QCoro::Task<Reply> put(QString path, Body body, std::stop_token token);
     template <class Reply, class Body>
@@ -65,7 +67,7 @@ private:
 
 template <class Reply>
 QCoro::Task<Reply> ServiceClient::get(QString path, std::stop_token token) {
-    co_return wire::decode<Reply>(co_await exchange("GET", path, token));
+    co_return wire::decode<Reply>(co_await getBody(path, token));
 }
 
 template <class Reply, class Body>
