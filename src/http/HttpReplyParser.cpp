@@ -17,7 +17,8 @@ namespace {
 constexpr std::size_t maximumHead = 64 * 1024;
 /// More than any service has reason to send; an endless row of them would count as progress for ever.
 constexpr int maximumInterimReplies = 32;
-constexpr int switchingProtocols = 101;
+constexpr unsigned switchingProtocols = 101;
+constexpr unsigned firstFinalStatus = 200;
 
 } // namespace
 
@@ -60,13 +61,12 @@ void HttpReplyParser::take(QByteArrayView bytes) {
 
         if (parser.is_done()) {
             const unsigned status = parser.get().result_int();
-            if (status == switchingProtocols || interimReplies_ == maximumInterimReplies)
+            isWhole_ = status >= firstFinalStatus;
+            if (isWhole_)
+                return;
+            if (status == switchingProtocols || ++interimReplies_ > maximumInterimReplies)
                 throw TransportError("an interim reply that was not asked for");
-            isWhole_ = status >= 200;
-            if (!isWhole_) {
-                ++interimReplies_;
-                begin();
-            }
+            begin();
         } else if (error) {
             return;
         }

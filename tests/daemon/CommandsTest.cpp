@@ -144,6 +144,9 @@ private Q_SLOTS:
             QVERIFY(world.state().history.empty());
             QCOMPARE(bool(outcome->failure), answer.manner == Answer::shut);
             QCOMPARE(world.service.count("GET /api/history"), 1);
+            // The service says what it said before, and that counts again.
+            finish(world.daemon->setPaused(true));
+            QVERIFY(!world.state().history.empty());
         }
     }
 
