@@ -1,22 +1,16 @@
 #pragma once
 
+#include "async/TransportError.h"
+
 #include <QByteArray>
 #include <QNetworkReply>
 
 #include <QCoroTask>
 
 #include <memory>
-#include <stdexcept>
 #include <stop_token>
 
 namespace quorbit {
-
-/// No complete reply came: refused, cut off, timed out, too large. An HTTP error status is a reply, not this
-/// error.
-class TransportError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// The body was larger than its receiver allowed.
 class ReplyTooLarge : public TransportError {

@@ -36,7 +36,7 @@ QCoro::Task<> Daemon::applyHistory(qint64 id) {
 
 QCoro::Task<> Daemon::clearHistory() {
     auto request = client_.deleteEmpty(u"/api/history"_s, lifetime_.get_token());
-    publish(std::vector<HistoryEntry>());
+    emptyHistory();
     std::exception_ptr failure;
     try {
         co_await request;
@@ -44,7 +44,7 @@ QCoro::Task<> Daemon::clearHistory() {
         failure = std::current_exception();
     }
     // Once more, because a refresh may have brought the old list back in the meantime.
-    publish(std::vector<HistoryEntry>());
+    emptyHistory();
     if (failure)
         std::rethrow_exception(failure);
 }

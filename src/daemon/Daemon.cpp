@@ -106,10 +106,9 @@ QCoro::Task<> Daemon::poll(std::stop_token token) {
     }
 }
 
-template <class Value>
-QCoro::Task<std::optional<Value>> Daemon::fetch(QString path, std::stop_token token) {
+QCoro::Task<std::optional<std::string>> Daemon::fetch(QString path, std::stop_token token) {
     try {
-        co_return co_await client_.get<std::optional<Value>>(path, token);
+        co_return co_await client_.getBody(path, token);
     } catch (const Stopped &) {
         // The end of polling alone counts as a failed request; what arrived before it is still published.
         if (lifetime_.stop_requested())
@@ -122,20 +121,22 @@ QCoro::Task<std::optional<Value>> Daemon::fetch(QString path, std::stop_token to
 
 QCoro::Task<bool> Daemon::refresh(std::stop_token token) {
     // All four are under way before the first is awaited.
-    auto statusTask = fetch<Status>(u"/api/status"_s, token);
-    auto settingsTask = fetch<DaemonSettings>(u"/api/settings"_s, token);
-    auto devicesTask = fetch<std::vector<Device>>(u"/api/devices"_s, token);
-    auto historyTask = fetch<std::vector<HistoryEntry>>(u"/api/history"_s, token);
+    auto statusTask = fetch(u"/api/status"_s, token);
+    auto settingsTask = fetch(u"/api/settings"_s, token);
+    auto devicesTask = fetch(u"/api/devices"_s, token);
+    auto historyTask = fetch(u"/api/history"_s, token);
     auto status = co_await statusTask;
     auto settings = co_await settingsTask;
     auto devices = co_await devicesTask;
     auto history = co_await historyTask;
 
-    const bool reached = status || settings || devices || history;
-    publish(std::move(status));
-    publish(std::move(settings));
-    publish(std::move(devices));
-    publish(std::move(history));
+    bool reached = publish<Status>(std::move(status), replies_.status, state_.status, &Daemon::statusChanged);
+    reached |= publish<DaemonSettings>(std::move(settings), replies_.settings, state_.settings,
+                                       &Daemon::settingsChanged);
+    reached |= publish<std::vector<Device>>(std::move(devices), replies_.devices, state_.devices,
+                                            &Daemon::devicesChanged);
+    reached |= publish<std::vector<HistoryEntry>>(std::move(history), replies_.history, state_.history,
+                                                  &Daemon::historyChanged);
     if (state_.status)
         setConnectionState(ConnectionState::connected);
     heal_.refreshed(state_);
@@ -147,31 +148,29 @@ void Daemon::setConnectionState(ConnectionState state) {
     Q_EMIT connectionStateChanged();
 }
 
-void Daemon::publish(std::optional<Status> status) {
-    if (!status)
-        return;
-    state_.status = std::move(status);
-    Q_EMIT statusChanged();
+template <class Value, class Field>
+bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field,
+                     void (Daemon::*changed)()) {
+    if (!reply)
+        return false;
+    if (reply != readFrom) {
+        try {
+            auto value = wire::decode<std::optional<Value>>(*reply);
+            if (!value)
+                return false;
+            field = *std::move(value);
+        } catch (const wire::DecodeError &) {
+            return false;
+        }
+        readFrom = std::move(reply);
+    }
+    Q_EMIT(this->*changed)();
+    return true;
 }
 
-void Daemon::publish(std::optional<DaemonSettings> settings) {
-    if (!settings)
-        return;
-    state_.settings = std::move(settings);
-    Q_EMIT settingsChanged();
-}
-
-void Daemon::publish(std::optional<std::vector<Device>> devices) {
-    if (!devices)
-        return;
-    state_.devices = *std::move(devices);
-    Q_EMIT devicesChanged();
-}
-
-void Daemon::publish(std::optional<std::vector<HistoryEntry>> history) {
-    if (!history)
-        return;
-    state_.history = *std::move(history);
+void Daemon::emptyHistory() {
+    state_.history.clear();
+    replies_.history.reset();
     Q_EMIT historyChanged();
 }
 

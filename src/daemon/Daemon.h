@@ -15,6 +15,7 @@
 #include <functional>
 #include <optional>
 #include <stop_token>
+#include <string>
 
 namespace quorbit {
 
@@ -76,16 +77,17 @@ private:
     /// Fetches everything once and publishes what arrived; whether anything did. Never throws.
     QCoro::Task<bool> refresh(std::stop_token token);
     /// What a GET brought, or nothing if it failed in whatever way.
-    template <class Value>
-    QCoro::Task<std::optional<Value>> fetch(QString path, std::stop_token token);
+    QCoro::Task<std::optional<std::string>> fetch(QString path, std::stop_token token);
     /// Waits for a command whose failure does not matter, then refreshes.
     QCoro::Task<> refreshAfter(QCoro::Task<> command);
 
     void setConnectionState(ConnectionState state);
-    void publish(std::optional<Status> status);
-    void publish(std::optional<DaemonSettings> settings);
-    void publish(std::optional<std::vector<Device>> devices);
-    void publish(std::optional<std::vector<HistoryEntry>> history);
+    /// Publishes what a fetch brought, if it is such a value; whether it is. A reply that says the same as
+    /// the one that the field was read from is not read again.
+    template <class Value, class Field>
+    bool publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field,
+                 void (Daemon::*changed)());
+    void emptyHistory();
 
     Clock &clock_;
     Platform &platform_;
@@ -95,6 +97,10 @@ private:
     std::stop_source lifetime_;
     std::stop_source polling_;
     ServiceState state_;
+    /// The replies that the fields of the state were read from.
+    struct {
+        std::optional<std::string> status, settings, devices, history;
+    } replies_;
 };
 
 } // namespace quorbit

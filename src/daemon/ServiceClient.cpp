@@ -1,7 +1,5 @@
 #include "daemon/ServiceClient.h"
 
-#include <QNetworkProxy>
-#include <QNetworkRequest>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -12,13 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 maximumReplySize = qint64{32} * 1024 * 1024;
+constexpr std::size_t maximumReplySize = std::size_t{32} * 1024 * 1024;
 
 /// The path goes out as it is, so it must already be in the form of RFC 3986. A fragment would silently be
-/// cut off on the way, and is refused too.
+/// cut off on the way, and two slashes at the beginning would name another server; both are refused too.
 bool isPathAndQuery(const QString &text) {
-    static const QRegularExpression form(
-        QRegularExpression::anchoredPattern(uR"(/(?:[A-Za-z0-9\-._~:/?@!$&'()*+,;=]|%[0-9A-Fa-f]{2})*)"_s));
+    static const QRegularExpression form(QRegularExpression::anchoredPattern(
+        uR"(/(?!/)(?:[A-Za-z0-9\-._~:/?@!$&'()*+,;=]|%[0-9A-Fa-f]{2})*)"_s));
     return form.match(text).hasMatch();
 }
 
@@ -35,48 +33,49 @@ bool isHeaderValue(const QByteArray &value) {
 
 } // namespace
 
-ServiceClient::ServiceClient(std::chrono::milliseconds silence) : silence_(silence) {
-    network_.setProxy(QNetworkProxy::NoProxy);
+ServiceClient::ServiceClient(std::chrono::milliseconds silence)
+    : connections_(std::make_shared<HttpConnections>(HttpLimits{silence, maximumReplySize})) {}
+
+void ServiceClient::setConnection(ConnectionInfo connection) {
+    connections_->setAddress(connection.address);
+    connection_ = std::move(connection);
 }
 
-OwnedReply ServiceClient::request(const QString &path, const QByteArray &method,
-                                  const std::optional<QByteArray> &body) {
+QCoro::Task<std::string> ServiceClient::exchange(const QByteArray &method, const QString &path,
+                                                 std::stop_token token,
+                                                 const std::optional<QByteArray> &body) {
     if (!connection_ || !isServiceAddress(connection_->address) || !isPathAndQuery(path))
         throw APIError(APIError::noConnection);
     const QByteArray authorization = "Bearer " + connection_->token.toUtf8();
     if (!isHeaderValue(authorization))
         throw APIError(APIError::noConnection);
 
-    QNetworkRequest request(connection_->address.resolved(QUrl(path, QUrl::StrictMode)));
-    request.setTransferTimeout(static_cast<int>(silence_.count()));
-    request.setRawHeader("Authorization", authorization);
-    // A redirect would carry the token to wherever it points, and repeat a command there.
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    const QUrl address = connection_->address.resolved(QUrl(path, QUrl::StrictMode));
+    QByteArray request = method + ' ' + address.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority) +
+                         " HTTP/1.1\r\nHost: " +
+                         address.adjusted(QUrl::RemoveUserInfo).authority(QUrl::FullyEncoded).toLatin1() +
+                         "\r\nAuthorization: " + authorization + "\r\n";
+    const bool isQuestion = method == "GET";
+    if (!isQuestion)
+        request += "Connection: close\r\n";
     if (body)
-        request.setHeader(QNetworkRequest::ContentTypeHeader, "application/json"_L1);
-
-    if (method == "GET")
-        return OwnedReply(network_.get(request));
-    if (method == "DELETE")
-        return OwnedReply(network_.deleteResource(request));
-    // With an empty body too, so that a length of zero is announced.
-    return OwnedReply(network_.sendCustomRequest(request, method, body.value_or(QByteArray())));
+        request += "Content-Type: application/json\r\n";
+    if (body || method == "POST" || method == "PUT")
+        request += "Content-Length: " + QByteArray::number(body ? body->size() : 0) + "\r\n";
+    request += "\r\n" + body.value_or(QByteArray());
+    return HttpConnections::exchange(connections_, request, isQuestion, token);
 }
 
-QCoro::Task<QByteArray> ServiceClient::answer(OwnedReply reply, std::stop_token token) {
-    HttpReply received = co_await receive(std::move(reply), maximumReplySize, token);
-    co_return std::move(received.body);
+QCoro::Task<std::string> ServiceClient::getBody(QString path, std::stop_token token) {
+    co_return co_await exchange("GET", path, token);
 }
 
 QCoro::Task<> ServiceClient::postEmpty(QString path, std::stop_token token) {
-    co_await answer(request(path, "POST"), token);
+    co_await exchange("POST", path, token);
 }
 
 QCoro::Task<> ServiceClient::deleteEmpty(QString path, std::stop_token token) {
-    co_await answer(request(path, "DELETE"), token);
+    co_await exchange("DELETE", path, token);
 }
 
 } // namespace quorbit

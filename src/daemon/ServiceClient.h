@@ -1,19 +1,21 @@
 #pragma once
 
-#include "async/Http.h"
+#include "async/TransportError.h"
 #include "daemon/ConnectionFiles.h"
+#include "http/HttpConnections.h"
 #include "wire/Wire.h"
 
 #include <QByteArray>
-#include <QNetworkAccessManager>
 #include <QString>
 
 #include <QCoroTask>
 
 #include <chrono>
 #include <exception>
+#include <memory>
 #include <optional>
 #include <stop_token>
+#include <string>
 #include <utility>
 
 namespace quorbit {
@@ -41,10 +43,12 @@ public:
     explicit ServiceClient(std::chrono::milliseconds silence);
 
     /// The service to which every later request goes.
-    void setConnection(ConnectionInfo connection) { connection_ = std::move(connection); }
+    void setConnection(ConnectionInfo connection);
 
     template <class Reply>
     QCoro::Task<Reply> get(QString path, std::stop_token token);
+    /// The reply as it came, for those who may not have to read it.
+    QCoro::Task<std::string> getBody(QString path, std::stop_token token);
     template <class Reply, class Body>
     QCoro::Task<Reply> put(QString path, Body body, std::stop_token token);
     template <class Reply, class Body>
@@ -53,30 +57,27 @@ public:
     QCoro::Task<> deleteEmpty(QString path, std::stop_token token);
 
 private:
-    /// Starts a request for a path that begins with "/"; throws APIError.
-    OwnedReply request(const QString &path, const QByteArray &method,
-                       const std::optional<QByteArray> &body = std::nullopt);
-    /// The body of the reply.
-    static QCoro::Task<QByteArray> answer(OwnedReply reply, std::stop_token token);
+    /// Sends a request for a path that begins with "/", and gives the body of the reply. Throws APIError.
+    QCoro::Task<std::string> exchange(const QByteArray &method, const QString &path, std::stop_token token,
+                                      const std::optional<QByteArray> &body = std::nullopt);
 
-    std::chrono::milliseconds silence_;
+    std::shared_ptr<HttpConnections> connections_;
     std::optional<ConnectionInfo> connection_;
-    QNetworkAccessManager network_;
 };
 
 template <class Reply>
 QCoro::Task<Reply> ServiceClient::get(QString path, std::stop_token token) {
-    co_return wire::decode<Reply>(co_await answer(request(path, "GET"), token));
+    co_return wire::decode<Reply>(co_await getBody(path, token));
 }
 
 template <class Reply, class Body>
 QCoro::Task<Reply> ServiceClient::put(QString path, Body body, std::stop_token token) {
-    co_return wire::decode<Reply>(co_await answer(request(path, "PUT", wire::encode(body)), token));
+    co_return wire::decode<Reply>(co_await exchange("PUT", path, token, wire::encode(body)));
 }
 
 template <class Reply, class Body>
 QCoro::Task<Reply> ServiceClient::post(QString path, Body body, std::stop_token token) {
-    co_return wire::decode<Reply>(co_await answer(request(path, "POST", wire::encode(body)), token));
+    co_return wire::decode<Reply>(co_await exchange("POST", path, token, wire::encode(body)));
 }
 
 } // namespace quorbit

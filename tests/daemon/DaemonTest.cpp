@@ -45,6 +45,12 @@ private Q_SLOTS:
         QCOMPARE(world.state().settings, wire::decode<std::optional<DaemonSettings>>(settingsJson));
         QCOMPARE(world.state().devices, wire::decode<std::optional<std::vector<Device>>>(devicesJson));
         QCOMPARE(world.state().history, wire::decode<std::optional<std::vector<HistoryEntry>>>(historyJson));
+        // The same again is announced again.
+        const ServiceState before = world.state();
+        world.announced.clear();
+        QVERIFY(world.pollAgain());
+        QCOMPARE(world.announced, (QByteArrayList{"status", "settings", "devices", "history", "connection"}));
+        QCOMPARE(world.state(), before);
         world.daemon->stop();
     }
 

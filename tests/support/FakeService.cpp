@@ -18,16 +18,16 @@ QByteArrayList SeenRequest::header(const QByteArray &name) const {
     return values;
 }
 
-FakeService::FakeService() {
+FakeService::FakeService(const QHostAddress &host) {
     connect(&server_, &QTcpServer::newConnection, this, &FakeService::accept);
-    if (!server_.listen(QHostAddress::LocalHost))
+    if (!server_.listen(host))
         qFatal("no free port");
 }
 
 QUrl FakeService::address() const {
     QUrl url;
     url.setScheme(QStringLiteral("http"));
-    url.setHost(QStringLiteral("127.0.0.1"));
+    url.setHost(server_.serverAddress().toString());
     url.setPort(server_.serverPort());
     return url;
 }
@@ -41,8 +41,21 @@ void FakeService::answerAll() {
 
 void FakeService::close() {
     server_.close();
+    hangUp();
+}
+
+void FakeService::hangUp() {
     for (QTcpSocket *socket : server_.findChildren<QTcpSocket *>())
         socket->abort();
+}
+
+void FakeService::say(const QByteArray &bytes) {
+    for (QTcpSocket *socket : server_.findChildren<QTcpSocket *>())
+        socket->write(bytes);
+}
+
+qsizetype FakeService::openConnections() const {
+    return server_.findChildren<QTcpSocket *>().size();
 }
 
 QByteArrayList FakeService::lines() const {
@@ -86,6 +99,10 @@ void FakeService::respond(QTcpSocket *socket, const Answer &answer) {
         return;
     if (answer.manner == Answer::shut)
         return socket->disconnectFromHost();
+    if (answer.manner == Answer::raw) {
+        socket->write(answer.body);
+        return;
+    }
 
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Status\r\n";
     for (const QByteArray &line : answer.headers)

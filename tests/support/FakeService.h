@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QHostAddress>
 #include <QObject>
 #include <QTcpServer>
 #include <QUrl>
@@ -20,6 +21,7 @@ struct Answer {
         cutOff,  ///< announces one byte more than it sends, and closes
         shut,    ///< closes without a word
         endless, ///< goes on sending spaces for as long as somebody reads
+        raw,     ///< sends the body alone, which brings a head of its own
     };
 
     QByteArray body;
@@ -41,7 +43,7 @@ struct SeenRequest {
 /// An HTTP server on a free port of the loopback address, whose answers the test scripts.
 class FakeService : public QObject {
 public:
-    FakeService();
+    explicit FakeService(const QHostAddress &host = QHostAddress::LocalHost);
 
     QUrl address() const;
     /// Answers `line` ("GET /api/status") so from now on; everything else is answered with 404 and no body.
@@ -50,6 +52,11 @@ public:
     void answerAll();
     /// Refuses connections from now on and closes those that are open.
     void close();
+    /// Closes the connections that are open.
+    void hangUp();
+    /// Says something on every connection that is open, without being asked.
+    void say(const QByteArray &bytes);
+    qsizetype openConnections() const;
 
     std::vector<SeenRequest> seen;
     int connections = 0;

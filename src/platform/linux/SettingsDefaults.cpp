@@ -63,7 +63,9 @@ void SettingsDefaults::set(const QString &key, double value) {
     settings_.setValue(key, value);
 }
 void SettingsDefaults::remove(const QString &key) {
-    settings_.remove(key);
+    // Removing what is not there would also look at the file again.
+    if (settings_.contains(key))
+        settings_.remove(key);
 }
 void SettingsDefaults::synchronize() {
     settings_.sync();

@@ -1,0 +1,210 @@
+#include "async/TransportError.h"
+#include "daemon/Records.h"
+#include "daemon/ServiceClient.h"
+#include "support/Await.h"
+#include "support/FakeService.h"
+#include "support/Row.h"
+#include "support/Samples.h"
+#include "update/TestAuthority.h"
+
+#include <QSslServer>
+#include <QTimer>
+
+#include <sys/resource.h>
+
+using namespace quorbit;
+using namespace quorbit::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// A service with a good status, and its client.
+struct World {
+    World() {
+        service.answerAll();
+        client.setConnection({service.address(), u"t"_s});
+    }
+    QCoro::Task<Status> ask() { return client.get<Status>(u"/api/status"_s, owner.get_token()); }
+    QCoro::Task<> order() { return client.postEmpty(u"/api/pause"_s, owner.get_token()); }
+    bool isAnswered() { return finish(ask()) == wire::decode<Status>(statusJson); }
+
+    FakeService service;
+    std::stop_source owner;
+    ServiceClient client{5s};
+};
+
+class ServiceConnectionsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void questionsShareConnections() {
+        World world;
+        for (int round = 0; round < 3; ++round) {
+            std::vector<std::shared_ptr<Outcome<Status>>> four;
+            for (int question = 0; question < 4; ++question)
+                four.push_back(outcomeOf(world.ask()));
+            for (const auto &outcome : four)
+                QTRY_VERIFY(outcome->value);
+            QCOMPARE(world.service.connections, 4);
+        }
+        // What came on top of them is not kept.
+        std::vector<std::shared_ptr<Outcome<Status>>> more;
+        for (int question = 0; question < 9; ++question)
+            more.push_back(outcomeOf(world.ask()));
+        for (const auto &outcome : more)
+            QTRY_VERIFY(outcome->value);
+        QTRY_COMPARE(world.service.openConnections(), 4);
+    }
+
+    void aConnectionInDoubtIsNotUsedAgain() {
+        const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(statusJson.size());
+        const struct {
+            const char *name;
+            QByteArray reply;
+            void (*meanwhile)(FakeService &) = [](FakeService &) {};
+        } rows[]{
+            {"the service closes it", head + "\r\nConnection: close\r\n\r\n" + statusJson},
+            {"more than the reply", head + "\r\n\r\n" + statusJson + "HTTP/1.1 200 OK\r\n\r\n[]"},
+            {"a reply that nobody asked for", head + "\r\n\r\n" + statusJson,
+             [](FakeService &service) { service.say("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]"); }},
+            {"closed while idle", head + "\r\n\r\n" + statusJson,
+             [](FakeService &service) { service.hangUp(); }}};
+        for (const auto &[name, reply, meanwhile] : rows) {
+            const Row row(name);
+            World world;
+            world.service.answer("GET /api/status", {reply, 200, {}, Answer::raw});
+            QVERIFY(world.isAnswered());
+            meanwhile(world.service);
+            QTRY_COMPARE(world.service.openConnections(), 0);
+            QVERIFY(world.isAnswered());
+            QCOMPARE(world.service.connections, 2);
+            QCOMPARE(world.service.seen.size(), std::size_t{2});
+        }
+    }
+
+    void whatMayBeSentAgain() {
+        const struct {
+            const char *name;
+            Answer answer;
+            bool isQuestion;
+            std::size_t sent;
+        } rows[]{{"a question without an answer", {{}, 200, {}, Answer::shut}, true, 2},
+                 {"a question with half an answer", {statusJson, 200, {}, Answer::cutOff}, true, 1},
+                 {"a command", {{}, 200, {}, Answer::shut}, false, 1}};
+        for (const auto &[name, answer, isQuestion, sent] : rows) {
+            const Row row(name);
+            World world;
+            QVERIFY(world.isAnswered());
+            world.service.answer(isQuestion ? "GET /api/status" : "POST /api/pause", answer);
+            if (isQuestion)
+                QVERIFY_EXCEPTION_THROWN(finish(world.ask()), TransportError);
+            else
+                QVERIFY_EXCEPTION_THROWN(finish(world.order()), TransportError);
+            QCOMPARE(world.service.seen.size(), sent + 1);
+            QCOMPARE(world.service.connections, sent == 1 && isQuestion ? 1 : 2);
+        }
+    }
+
+    void anotherServiceEndsTheConnectionsToTheFormer() {
+        World world;
+        QVERIFY(world.isAnswered());
+        world.service.answer("GET /api/devices", {{}, 200, {}, Answer::hang});
+        const auto late = outcomeOf(world.client.getBody(u"/api/devices"_s, {}));
+        QVERIFY(world.isAnswered());
+        FakeService other;
+        other.answerAll();
+        world.client.setConnection({other.address(), u"other"_s});
+        QVERIFY(world.isAnswered());
+        QCOMPARE(other.seen.at(0).header("authorization"), QByteArrayList{"Bearer other"});
+        // The one that is being used ends with its reply, and the question is not asked elsewhere.
+        QTRY_COMPARE(world.service.openConnections(), 1);
+        world.service.say("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]");
+        QTRY_VERIFY(late->value);
+        QTRY_COMPARE(world.service.openConnections(), 0);
+        QCOMPARE(other.seen.size(), std::size_t{1});
+    }
+
+    void addresses() {
+        for (const auto &[host, listens] :
+             {std::pair(u"localhost"_s, QHostAddress(QHostAddress::LocalHost)),
+              std::pair(u"[::1]"_s, QHostAddress(QHostAddress::LocalHostIPv6))}) {
+            const Row row(host.toUtf8());
+            FakeService service(listens);
+            service.answerAll();
+            ServiceClient client(5s);
+            const QString server = host + u':' + QString::number(service.address().port());
+            client.setConnection({QUrl(u"http://user:word@"_s + server + u"/ui"_s), u"t"_s});
+            QCOMPARE(finish(client.get<Status>(u"/api/status"_s, {})), wire::decode<Status>(statusJson));
+            QCOMPARE(service.seen.at(0).head,
+                     "GET /api/status HTTP/1.1\r\nHost: " + server.toUtf8() + "\r\nAuthorization: Bearer t");
+        }
+    }
+
+    void encryptedAddresses() {
+        const TestAuthority authority;
+        QSslServer server;
+        server.setSslConfiguration(authority.identity(u"localhost"_s));
+        connect(&server, &QTcpServer::pendingConnectionAvailable, [&server] {
+            QTcpSocket *socket = server.nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+                if (socket->readAll().contains("Authorization: Bearer t\r\n"))
+                    socket->write("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}");
+            });
+        });
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        World world;
+        world.client.setConnection({QUrl(u"https://localhost:%1/"_s.arg(server.serverPort())), u"t"_s});
+        const auto answer = [&world] { return finish(world.client.getBody(u"/"_s, {})); };
+        QVERIFY_EXCEPTION_THROWN(answer(), TransportError);
+        trust(authority.certificate());
+        QCOMPARE(answer(), "{}");
+        QCOMPARE(answer(), "{}");
+    }
+
+    void aFloodLeavesRoomForEverythingElse() {
+        World world;
+        world.service.answer("GET /api/status", {{}, 200, {}, Answer::endless});
+        int turns = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, [&turns] { ++turns; });
+        timer.start(0);
+        QVERIFY_EXCEPTION_THROWN(finish(world.ask()), TransportError);
+        QVERIFY2(turns > 100, QByteArray::number(turns).constData());
+    }
+
+    void withoutFreeDescriptorsItFailsAndRecovers() {
+        World world;
+        rlimit before{};
+        getrlimit(RLIMIT_NOFILE, &before);
+        const rlimit none{3, before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+        const auto question = outcomeOf(world.ask());
+        const auto command = outcomeOf(world.order());
+        setrlimit(RLIMIT_NOFILE, &before);
+        QTRY_VERIFY(question->failure && command->failure);
+        QVERIFY(world.isAnswered());
+    }
+
+    void theClientMayGoFirst() {
+        FakeService service;
+        service.answerAll();
+        service.answer("POST /api/pause", {{}, 200, {}, Answer::hang});
+        std::stop_source owner;
+        auto client = std::make_unique<ServiceClient>(5s);
+        client->setConnection({service.address(), u"t"_s});
+        const auto question = outcomeOf(client->get<Status>(u"/api/status"_s, owner.get_token()));
+        const auto command = outcomeOf(client->postEmpty(u"/api/pause"_s, owner.get_token()));
+        client.reset();
+        QTRY_VERIFY(question->value);
+        QVERIFY(!command->ended());
+        owner.request_stop();
+        QVERIFY(command->stopped);
+        QTRY_COMPARE(service.openConnections(), 0);
+    }
+};
+
+} // namespace
+
+QTEST_GUILESS_MAIN(ServiceConnectionsTest)
+#include "ServiceConnectionsTest.moc"
