@@ -1,6 +1,7 @@
 #include "platform/linux/GtkSettings.h"
 
-#include <QFile>
+#include "platform/RegularFile.h"
+
 #include <QFileInfo>
 #include <QList>
 
@@ -67,9 +68,10 @@ void GtkSettingsFiles::read() {
     watch(); // before reading, so that no change falls between the two
     GtkSettings next;
     for (const char *version : versions) {
-        QFile file(folder_ + QLatin1Char('/') + QLatin1String(version) + QLatin1String("/settings.ini"));
-        if (file.open(QIODevice::ReadOnly))
-            addGtkSettings(next, file.read(longestFile));
+        const QString path =
+            folder_ + QLatin1Char('/') + QLatin1String(version) + QLatin1String("/settings.ini");
+        if (const auto file = readRegularFile(path, longestFile))
+            addGtkSettings(next, *file);
     }
     if (next == current_)
         return;
