@@ -79,7 +79,8 @@ void GtkSettingsFiles::read() {
     Q_EMIT changed();
 }
 
-/// Watches all that exists: a folder tells of files that come and are replaced, a file of being written to.
+/// Watches all that can be read: a folder tells of files that come and are replaced, a file of being written
+/// to.
 void GtkSettingsFiles::watch() {
     QStringList paths{folder_};
     for (const char *version : versions) {
@@ -88,7 +89,7 @@ void GtkSettingsFiles::watch() {
     }
     const QStringList watched = watcher_->directories() + watcher_->files();
     for (const QString &path : paths) {
-        if (!watched.contains(path) && QFileInfo::exists(path))
+        if (!watched.contains(path) && QFileInfo(path).isReadable())
             watcher_->addPath(path);
     }
 }
