@@ -16,6 +16,8 @@ using namespace quorbit;
 int main(int argc, char **argv) {
     // Whoever reads what this program prints may end before it.
     std::signal(SIGPIPE, SIG_IGN);
+    // A file that may not grow is a write that fails, as on a full disk, and no reason to end.
+    std::signal(SIGXFSZ, SIG_IGN);
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
