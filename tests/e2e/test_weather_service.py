@@ -31,7 +31,7 @@ class Weather(unittest.TestCase):
 
     @classmethod
     def start(cls):
-        cls.program = Witness().open().open_settings()
+        cls.program = Witness().open()
 
     @classmethod
     def tearDownClass(cls):

@@ -7,7 +7,7 @@ import sys
 import time
 from pathlib import Path
 
-from desktop import (HOME, Application, Atspi, GLib, application_node, node, press, processes, wait_for)
+from desktop import BIN, HOME, Atspi, GLib, Program, application_node, node, press, wait_for
 
 PATHS = ("/api/status", "/api/settings", "/api/devices", "/api/history")
 FRAME = 0.016
@@ -79,42 +79,41 @@ class Service:
         self.tell(listen=False)
 
 
-class Witness(Application):
+class Witness(Program):
     """The program with its panel, seen through the accessibility tree."""
 
-    def __init__(self, env=None, expected=""):
-        super().__init__(env=env)
-        self.env, self.expected, self.latencies = env, expected, []
+    def __init__(self, env=None, wrapper=(), alone=False, expected=""):
+        # As started by the session it opens no panel by itself, which would close a menu that is open elsewhere.
+        first = {} if alone else {"DESKTOP_AUTOSTART_ID": "weather"}
+        super().__init__(*wrapper, BIN / "quorbit", env={**(env or {}), **first})
+        self.again = None if alone else lambda: Program(*wrapper, BIN / "quorbit", env=env)
+        self.expected = expected
 
     def open(self):
-        """The panel of a program without a tray is an ordinary window; a second start brings it up."""
+        """The panel, which without a tray is an ordinary window, and the settings."""
         wait_for("the program", lambda: node(self.pid, showing=False), 20)
-        with Application(env=self.env) as second:
-            second.process.wait(15)
+        if self.again:
+            with self.again() as second:
+                second.process.wait(15)
         self.quit = wait_for("the panel", lambda: node(self.pid, "push button", "Quit Quorbit"), 20)
+        self.panel = node(self.pid, "frame", "Quorbit")
         self.switch = node(self.pid, "check box", "Pause syncing")
-        return self
-
-    def open_settings(self):
         press(node(self.pid, "push button", "Settings…"))
-        wait_for("the window", lambda: node(self.pid, "page tab", "Devices"), 20)
+        self.settings = wait_for("the window", lambda: node(self.pid, "frame", "Settings"), 20)
+        self.tabs = {name: node(self.pid, "page tab", name) for name in ("Sync", "Devices", "About")}
         return self
 
-    def find(self, window, role, pattern):
-        """The first that matches, in the order of the tree; its match, or the node itself for a pattern of None."""
-        todo = [application_node(self.pid)]
+    @staticmethod
+    def find(window, role, pattern=""):
+        """The first of that role whose name matches, and the match."""
+        todo = [window]
         while todo:
             this = todo.pop()
             try:
                 this.clear_cache()
-                name, kind = this.get_name(), this.get_role_name()
-                if kind == "frame" and name != window:
-                    continue
-                if kind == role and this.get_state_set().contains(Atspi.StateType.SHOWING):
-                    if pattern is None:
-                        return this
-                    if found := re.match(pattern, name):
-                        return found
+                if this.get_role_name() == role and this.get_state_set().contains(Atspi.StateType.SHOWING):
+                    if found := re.match(pattern, this.get_name()):
+                        return this, found
                 children = [this.get_child_at_index(i) for i in range(min(this.get_child_count(), 30))]
                 todo.extend(child for child in reversed(children) if child)
             except GLib.Error:
@@ -123,16 +122,14 @@ class Witness(Application):
 
     def number(self, path):
         """The number of the state that is shown of that path."""
-        if path == "/api/settings":
-            press(node(self.pid, "page tab", "Sync"))
-            box = wait_for("the Sync tab", lambda: self.find("Settings", "spin button", None), 20)
-            return int(Atspi.Value.get_current_value(box))
-        if path == "/api/devices":
-            press(node(self.pid, "page tab", "Devices"))
-        window, role, pattern = {"/api/status": ("Quorbit", "label", r"computer (\d+)"),
-                                 "/api/devices": ("Settings", "label", r"device (\d+)"),
-                                 "/api/history": ("Quorbit", "push button", r"copy (\d+)")}[path]
-        return int(wait_for(f"what {path} tells", lambda: self.find(window, role, pattern), 20)[1])
+        window, role, pattern, tab = {"/api/status": (self.panel, "label", r"computer (\d+)", None),
+                                      "/api/settings": (self.settings, "spin button", "", "Sync"),
+                                      "/api/devices": (self.settings, "label", r"device (\d+)", "Devices"),
+                                      "/api/history": (self.panel, "push button", r"copy (\d+)", None)}[path]
+        if tab:
+            press(self.tabs[tab])
+        shown, text = wait_for(f"what {path} tells", lambda: self.find(window, role, pattern), 20)
+        return int(text[1]) if text.groups() else int(Atspi.Value.get_current_value(shown))
 
     def waiting(self):
         """How long the main thread, and this one, have been ready to run while others did."""
@@ -154,7 +151,6 @@ class Witness(Application):
                 taken.append(max(0, time.monotonic() - start - (self.waiting() - waited)))
                 time.sleep(0.002)
         taken.sort()
-        self.latencies += taken
         return taken
 
     def complaints(self):
