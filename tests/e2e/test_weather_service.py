@@ -2,7 +2,9 @@
 """The real executable gets through whatever its service does: it answers its user meanwhile, shows the last good state,
 and goes on by itself when the fault is over."""
 import itertools
+import resource
 import unittest
+from pathlib import Path
 
 import hostile
 from desktop import press, wait_for
@@ -60,12 +62,42 @@ class Weather(unittest.TestCase):
             wait_for(f"{row} to be {outcome}", lambda: program.number(path) in allowed, 5)
         self.recovers(service, program)
 
-    def recovers(self, service, program):
+    def recovers(self, service, program, seconds=8):
         self.assertEqual(service.tell()["strayed"], 0)
         service.calm()
         for path in PATHS:
-            wait_for(f"the news of {path}", lambda: program.number(path) == service.number, 8)
+            wait_for(f"the news of {path}", lambda: program.number(path) == service.number, seconds)
         self.assertEqual(program.complaints(), "")
+
+    def test_gone_and_back(self):
+        for name, port in (("at the same port", self.service.port), ("elsewhere", 0)):
+            with self.subTest(name):
+                self.service.storm(dict.fromkeys(PATHS, "half a body"))
+                press(self.program.switch)
+                self.program.pulse(lambda: len(self.service.tell()["met"]) == 4)
+                self.service.close()
+                check_pulse(self, self.program.pulse(least=3), f"gone, and back {name}")
+                self.assertEqual([self.program.number(path) for path in PATHS], [self.service.number] * 4)
+                self.service.listen(port)
+                self.recovers(self.service, self.program)
+
+    def test_commands_while_replies_hang(self):
+        """The user's commands do not queue behind what hangs."""
+        self.service.storm(dict.fromkeys(PATHS, "never answered"))
+        for count in range(1, 6):
+            press(self.program.switch)
+            wait_for("the command", lambda: len(self.service.tell()["commands"]) == count, 3)
+        self.recovers(self.service, self.program)
+
+    def test_little_memory(self):
+        size = int(Path(f"/proc/{self.program.pid}/statm").read_text().split()[0]) * resource.getpagesize()
+        if size > 1 << 40:
+            self.skipTest("a sanitizer reserves more memory than there is")
+        before = resource.prlimit(self.program.pid, resource.RLIMIT_AS)
+        resource.prlimit(self.program.pid, resource.RLIMIT_AS, (size + (512 << 20), before[1]))
+        floods = ("body endless", "body over the limit", "chunks endless", "gzip of much")
+        self.through(dict(zip(PATHS, floods)))
+        resource.prlimit(self.program.pid, resource.RLIMIT_AS, before)
 
 
 for row in ROWS:
