@@ -20,6 +20,8 @@ int main(int argc, char **argv) {
     std::signal(SIGPIPE, SIG_IGN);
     // Whatever this program makes, nobody but the user and the user's group may change it.
     ::umask(::umask(0) | S_IWOTH);
+    // A file that may not grow is a write that fails, as on a full disk, and no reason to end.
+    std::signal(SIGXFSZ, SIG_IGN);
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));

@@ -241,7 +241,7 @@ def has(accessible, state):
 
 
 def press(accessible):
-    accessible.get_action_iface().do_action(0)
+    Atspi.Action.do_action(accessible, 0)
 
 
 # What a desktop offers on the session bus

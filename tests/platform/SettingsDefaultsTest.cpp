@@ -4,6 +4,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 using namespace quorbit;
 
@@ -56,7 +58,9 @@ private Q_SLOTS:
                  {"nan", u"nan"_s, {u"nan"_s}},
                  {"99999999999999999999", u"99999999999999999999"_s, {u"99999999999999999999"_s}, 1e20},
                  {"@Rect(1 2 3 4)", {}, {}},
-                 {"@Variant(\\0\\0\\0\\x99zz)", {}, {}}};
+                 {"@Variant(\\0\\0\\0\\x99zz)", {}, {}},
+                 {"", u""_s, {u""_s}},
+                 {" \"a, \\\"b\\\\\" , c", {}, {u"a, \"b\\"_s, u"c"_s}}};
         for (const auto &[stored, string, strings, real] : rows) {
             const SettingsDefaults defaults(file("[General]\nkey=" + stored + '\n'));
             QCOMPARE(defaults.string(u"key"_s), string);
@@ -64,6 +68,41 @@ private Q_SLOTS:
             QCOMPARE(defaults.integer(u"key"_s), 0);
             QCOMPARE(defaults.real(u"key"_s), real);
         }
+    }
+
+    void keepsWhatIsNotItsOwn() {
+        const QByteArray before = "; a note\n[Other]\nkey=1\n\n[General]\nother = x\nrubbish \xff\n";
+        const QByteArray after = "\n[More]\nkey=2\n";
+        const QString path = file(before + "key = old\n" + after);
+        SettingsDefaults defaults(path);
+        defaults.set(u"key"_s, u"new"_s);
+        QFile other(path); // Another hand writes meanwhile.
+        QVERIFY(other.open(QIODevice::Append) && other.write("late=3\n") > 0);
+        other.close();
+        defaults.synchronize();
+        QVERIFY(other.open(QIODevice::ReadOnly));
+        QCOMPARE(other.readAll(), before + "key=new\n" + after + "late=3\n");
+    }
+
+    void bringsBackEveryWord() {
+        const QStringList all{u"a, b"_s, u" x "_s, u"@y"_s, u"\"\\\n"_s, u"语言"_s, u""_s};
+        const QString path = file("");
+        SettingsDefaults defaults(path);
+        defaults.set(u"all"_s, all);
+        defaults.synchronize();
+        QCOMPARE(SettingsDefaults(path).strings(u"all"_s), all);
+    }
+
+    /// Waiting would run into the time-out of the test.
+    void neitherWaitsForNorReplacesWhatIsNoFile() {
+        const QString path = folder_.filePath(u"pipe"_s);
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        SettingsDefaults defaults(path);
+        setAll(defaults);
+        defaults.synchronize();
+        compareAll(defaults);
+        struct stat status {};
+        QVERIFY(::stat(QFile::encodeName(path).constData(), &status) == 0 && S_ISFIFO(status.st_mode));
     }
 
     void aUselessFileStopsNothing() {

@@ -1,6 +1,7 @@
 #include "platform/linux/GtkSettings.h"
 
-#include <QFile>
+#include "platform/RegularFile.h"
+
 #include <QFileInfo>
 #include <QList>
 
@@ -67,9 +68,10 @@ void GtkSettingsFiles::read() {
     watch(); // before reading, so that no change falls between the two
     GtkSettings next;
     for (const char *version : versions) {
-        QFile file(folder_ + QLatin1Char('/') + QLatin1String(version) + QLatin1String("/settings.ini"));
-        if (file.open(QIODevice::ReadOnly))
-            addGtkSettings(next, file.read(longestFile));
+        const QString path =
+            folder_ + QLatin1Char('/') + QLatin1String(version) + QLatin1String("/settings.ini");
+        if (const auto file = readRegularFile(path, longestFile))
+            addGtkSettings(next, *file);
     }
     if (next == current_)
         return;
@@ -77,7 +79,8 @@ void GtkSettingsFiles::read() {
     Q_EMIT changed();
 }
 
-/// Watches all that exists: a folder tells of files that come and are replaced, a file of being written to.
+/// Watches all that can be read: a folder tells of files that come and are replaced, a file of being written
+/// to.
 void GtkSettingsFiles::watch() {
     QStringList paths{folder_};
     for (const char *version : versions) {
@@ -86,7 +89,7 @@ void GtkSettingsFiles::watch() {
     }
     const QStringList watched = watcher_->directories() + watcher_->files();
     for (const QString &path : paths) {
-        if (!watched.contains(path) && QFileInfo::exists(path))
+        if (!watched.contains(path) && QFileInfo(path).isReadable())
             watcher_->addPath(path);
     }
 }

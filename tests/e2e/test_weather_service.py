@@ -1,0 +1,107 @@
+#!/usr/bin/python3
+"""The real executable gets through whatever its service does: it answers its user meanwhile, shows the last good state,
+and goes on by itself when the fault is over."""
+import itertools
+import resource
+import unittest
+from pathlib import Path
+
+import hostile
+from desktop import press, wait_for
+from weather import PATHS, Service, Witness, check_pulse
+
+
+def batches(faults):
+    """Four faults at a time, one for each path, and another first path each time."""
+    names = iter(faults)
+    for turn in itertools.count():
+        some = list(itertools.islice(names, 4))
+        if not some:
+            return
+        yield {PATHS[(turn + place) % 4]: name for place, name in enumerate(some)}
+
+
+ROWS = [*batches(hostile.FAULTS), *({path: name} for name, (path, _, _) in hostile.ONLY.items()),
+        *batches(hostile.HELD), *({"accept": name} for name in hostile.AT_ACCEPT)]
+
+
+class Weather(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.service = cls.enterClassContext(Service())
+        cls.start()
+
+    @classmethod
+    def start(cls):
+        cls.program = Witness().open()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.program.end()
+
+    def through(self, *conditions):
+        """One program gets through all rows; one that failed is replaced."""
+        try:
+            self.pass_through(self.service, self.program, *conditions)
+        except Exception:
+            self.service.calm()
+            self.program.end(9)
+            self.start()
+            raise
+
+    def pass_through(self, service, program, row):
+        service.storm(row)
+        counts = "met" if set(row.values()) & set(hostile.HELD) else "done"
+        press(program.switch)
+        taken = program.pulse(lambda: len(service.tell()[counts]) == len(row))
+        check_pulse(self, taken, ", ".join(row.values()))
+        for path in row if "accept" not in row else PATHS:
+            outcome = hostile.ALL[row.get(path) or row["accept"]][0]
+            allowed = {hostile.KEPT: [service.number], hostile.TAKEN: [service.bad],
+                       hostile.EITHER: [service.number, service.bad]}[outcome]
+            wait_for(f"{row} to be {outcome}", lambda: program.number(path) in allowed, 5)
+        self.recovers(service, program)
+
+    def recovers(self, service, program, seconds=8):
+        self.assertEqual(service.tell()["strayed"], 0)
+        service.calm()
+        for path in PATHS:
+            wait_for(f"the news of {path}", lambda: program.number(path) == service.number, seconds)
+        self.assertEqual(program.complaints(), "")
+
+    def test_gone_and_back(self):
+        for name, port in (("at the same port", self.service.port), ("elsewhere", 0)):
+            with self.subTest(name):
+                self.service.storm(dict.fromkeys(PATHS, "half a body"))
+                press(self.program.switch)
+                self.program.pulse(lambda: len(self.service.tell()["met"]) == 4)
+                self.service.close()
+                check_pulse(self, self.program.pulse(least=3), f"gone, and back {name}")
+                self.assertEqual([self.program.number(path) for path in PATHS], [self.service.number] * 4)
+                self.service.listen(port)
+                self.recovers(self.service, self.program)
+
+    def test_commands_while_replies_hang(self):
+        """The user's commands do not queue behind what hangs."""
+        self.service.storm(dict.fromkeys(PATHS, "never answered"))
+        for count in range(1, 6):
+            press(self.program.switch)
+            wait_for("the command", lambda: len(self.service.tell()["commands"]) == count, 3)
+        self.recovers(self.service, self.program)
+
+    def test_little_memory(self):
+        size = int(Path(f"/proc/{self.program.pid}/statm").read_text().split()[0]) * resource.getpagesize()
+        if size > 1 << 40:
+            self.skipTest("a sanitizer reserves more memory than there is")
+        before = resource.prlimit(self.program.pid, resource.RLIMIT_AS)
+        resource.prlimit(self.program.pid, resource.RLIMIT_AS, (size + (512 << 20), before[1]))
+        floods = ("body endless", "body over the limit", "chunks endless", "gzip of much")
+        self.through(dict(zip(PATHS, floods)))
+        resource.prlimit(self.program.pid, resource.RLIMIT_AS, before)
+
+
+for row in ROWS:
+    setattr(Weather, f"test_{', '.join(row.values())}", lambda self, row=row: self.through(row))
+
+if __name__ == "__main__":
+    unittest.main()
