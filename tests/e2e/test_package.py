@@ -16,14 +16,14 @@ os.environ["PATH"] = f"{PREFIX / 'bin'}:{os.environ['PATH']}"
 from desktop import (Gio, HOME, Sim, XembedTray, geometry, node, picture, press, processes, search,  # noqa: E402
                      stays, tray_icons, wait_for, windows)
 
-SETTINGS = HOME / ".config/Quorbit/Quorbit.conf"
+SETTINGS = HOME / ".config/Quorbit/settings.json"
 
 
 class Package(unittest.TestCase):
     def setUp(self):
         # What an earlier version left behind: the choice of Chinese, on a desktop in English.
         SETTINGS.parent.mkdir(parents=True, exist_ok=True)
-        SETTINGS.write_text("[General]\nquorbit.language=zh-Hans\n")
+        SETTINGS.write_text('{"quorbit.language": "zh-Hans"}')
         self.entry = Gio.DesktopAppInfo.new("quorbit.desktop")
         self.assertTrue(self.entry and self.entry.get_filename().startswith(str(PREFIX)), "the menu has no such entry")
         self.addCleanup(self.end)

@@ -14,11 +14,16 @@ class SettingsDefaultsTest : public QObject {
 
     QTemporaryDir folder_;
     QString file(const QByteArray &contents) const {
-        const QString path = folder_.filePath(u"Quorbit.conf"_s);
+        const QString path = folder_.filePath(u"settings.json"_s);
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(contents) < 0)
             qFatal("cannot write %s", qPrintable(path));
         return path;
+    }
+
+    static QByteArray contents(const QString &path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     static constexpr double bootTime = 1763847120.123456;
@@ -37,7 +42,7 @@ class SettingsDefaultsTest : public QObject {
 
 private Q_SLOTS:
     void keepsValuesFromRunToRun() {
-        const QString path = folder_.filePath(u"new/folder/Quorbit.conf"_s);
+        const QString path = folder_.filePath(u"new/folder/settings.json"_s);
         SettingsDefaults defaults(path);
         setAll(defaults);
         defaults.synchronize();
@@ -50,47 +55,45 @@ private Q_SLOTS:
     void readsAnotherTypeAsNeutral() {
         const struct {
             QByteArray stored;
-            QString string;
-            QStringList strings;
+            QString string = {};
+            QStringList strings = {};
+            qint64 integer = 0;
             double real = 0;
-        } rows[]{{"words", u"words"_s, {u"words"_s}},
-                 {"1, 2", {}, {u"1"_s, u"2"_s}},
-                 {"nan", u"nan"_s, {u"nan"_s}},
-                 {"99999999999999999999", u"99999999999999999999"_s, {u"99999999999999999999"_s}, 1e20},
-                 {"@Rect(1 2 3 4)", {}, {}},
-                 {"@Variant(\\0\\0\\0\\x99zz)", {}, {}},
-                 {"", u""_s, {u""_s}},
-                 {" \"a, \\\"b\\\\\" , c", {}, {u"a, \"b\\"_s, u"c"_s}}};
-        for (const auto &[stored, string, strings, real] : rows) {
-            const SettingsDefaults defaults(file("[General]\nkey=" + stored + '\n'));
+        } rows[]{{R"("语言")", u"语言"_s},
+                 {R"(["a, b", ""])", {}, {u"a, b"_s, u""_s}},
+                 {R"(["a", 1])"},
+                 {"9007199254740993", {}, {}, 9007199254740993, 9007199254740992},
+                 {"1e20", {}, {}, 0, 1e20},
+                 {"0.5", {}, {}, 0, 0.5},
+                 {R"({"a": 1})"},
+                 {"null"},
+                 {"true"}};
+        for (const auto &[stored, string, strings, integer, real] : rows) {
+            const SettingsDefaults defaults(file(R"({"key": )" + stored + '}'));
             QCOMPARE(defaults.string(u"key"_s), string);
             QCOMPARE(defaults.strings(u"key"_s), strings);
-            QCOMPARE(defaults.integer(u"key"_s), 0);
+            QCOMPARE(defaults.integer(u"key"_s), integer);
             QCOMPARE(defaults.real(u"key"_s), real);
         }
     }
 
     void keepsWhatIsNotItsOwn() {
-        const QByteArray before = "; a note\n[Other]\nkey=1\n\n[General]\nother = x\nrubbish \xff\n";
-        const QByteArray after = "\n[More]\nkey=2\n";
-        const QString path = file(before + "key = old\n" + after);
+        const QString path = file(R"({"key": "old", "other": [1]})");
         SettingsDefaults defaults(path);
         defaults.set(u"key"_s, u"new"_s);
-        QFile other(path); // Another hand writes meanwhile.
-        QVERIFY(other.open(QIODevice::Append) && other.write("late=3\n") > 0);
-        other.close();
+        file(R"({"key": "old", "other": [2]})"); // Another hand writes meanwhile.
         defaults.synchronize();
-        QVERIFY(other.open(QIODevice::ReadOnly));
-        QCOMPARE(other.readAll(), before + "key=new\n" + after + "late=3\n");
+        QCOMPARE(contents(path).simplified(), QByteArray(R"({ "key": "new", "other": [ 2 ] })"));
     }
 
-    void bringsBackEveryWord() {
-        const QStringList all{u"a, b"_s, u" x "_s, u"@y"_s, u"\"\\\n"_s, u"语言"_s, u""_s};
-        const QString path = file("");
+    void keepsABrokenFileAside() {
+        const QString path = file(R"({"key": )");
         SettingsDefaults defaults(path);
-        defaults.set(u"all"_s, all);
+        QVERIFY(!QFile::exists(path + u".broken"_s));
+        setAll(defaults);
         defaults.synchronize();
-        QCOMPARE(SettingsDefaults(path).strings(u"all"_s), all);
+        compareAll(SettingsDefaults(path));
+        QCOMPARE(contents(path + u".broken"_s), QByteArray(R"({"key": )"));
     }
 
     /// Waiting would run into the time-out of the test.
@@ -106,8 +109,8 @@ private Q_SLOTS:
     }
 
     void aUselessFileStopsNothing() {
-        const QString corrupt = file(QByteArrayLiteral("\0\xff[[[=\n=%%%\n\"unended"));
-        for (const QString &path : {corrupt, corrupt + u"/Quorbit.conf"_s, folder_.path()}) {
+        const QString corrupt = file(QByteArrayLiteral("\0\xff[[[=\n\"unended"));
+        for (const QString &path : {corrupt, corrupt + u"/settings.json"_s, folder_.path()}) {
             SettingsDefaults defaults(path);
             QCOMPARE(defaults.integer(u"axHealCount"_s), 0);
             setAll(defaults);

@@ -4,102 +4,22 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QSaveFile>
 #include <QStandardPaths>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quorbit {
 
 namespace {
-
 constexpr qint64 longestFile = 64 * 1024;
-constexpr auto section = "[General]";
-
-/// The place of the key's line, or where it would have to stand: -1 without its section.
-struct Place {
-    qsizetype line = -1;
-    bool isThere = false;
-};
-
-Place find(const QByteArrayList &lines, const QString &key) {
-    Place place;
-    bool inSection = false;
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QByteArray line = lines[i].trimmed();
-        if (line.startsWith('[')) {
-            inSection = line == section;
-        } else if (inSection && QString::fromUtf8(line.left(line.indexOf('=')).trimmed()) == key &&
-                   line.contains('=')) {
-            return {i, true};
-        }
-        if (inSection && !line.isEmpty())
-            place.line = i + 1;
-    }
-    return place;
 }
-
-void apply(QByteArrayList &lines, const QString &key, const std::optional<QByteArray> &text) {
-    Place place = find(lines, key);
-    if (place.isThere)
-        lines.removeAt(place.line);
-    if (!text)
-        return;
-    if (place.line < 0) {
-        lines.append(section);
-        place.line = lines.size();
-    }
-    lines.insert(place.line, key.toUtf8() + '=' + *text);
-}
-
-QByteArray quoted(const QString &word) {
-    QByteArray text = word.toUtf8();
-    const bool isPlain = text == text.trimmed() && !text.startsWith('@') &&
-                         std::none_of(text.begin(), text.end(), [](char character) {
-                             return character == ',' || character == ';' || character == '"' ||
-                                    character == '\\' || static_cast<unsigned char>(character) < 0x20;
-                         });
-    if (isPlain)
-        return text;
-    text.replace('\\', "\\\\").replace('"', "\\\"").replace('\n', "\\n");
-    return '"' + text + '"';
-}
-
-/// Words between commas; a quoted one may hold commas, and what follows a backslash.
-QStringList split(const QByteArray &text) {
-    QStringList words;
-    QByteArray word;
-    bool isQuoted = false;
-    bool wasQuoted = false;
-    const auto finish = [&] {
-        words.append(QString::fromUtf8(wasQuoted ? word : word.trimmed()));
-        word.clear();
-        wasQuoted = false;
-    };
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char character = text[i];
-        if (character == '\\' && i + 1 < text.size()) {
-            const char escaped = text[++i];
-            word += escaped == 'n' ? '\n' : escaped;
-        } else if (character == '"') {
-            isQuoted = !isQuoted;
-            word = wasQuoted ? word : word.trimmed();
-            wasQuoted = true;
-        } else if (character == ',' && !isQuoted) {
-            finish();
-        } else if (isQuoted || !wasQuoted) {
-            word += character;
-        }
-    }
-    finish();
-    return words;
-}
-
-} // namespace
 
 SettingsDefaults::SettingsDefaults(const QString &file) : path_(file) {
     read();
+    // At the end of the turn, so that several changes are written at once.
     writing_.setSingleShot(true);
     QObject::connect(&writing_, &QTimer::timeout, &writing_, [this] { synchronize(); });
 }
@@ -110,80 +30,67 @@ SettingsDefaults::~SettingsDefaults() {
 
 QString SettingsDefaults::userFile() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/Quorbit/Quorbit.conf");
+           QStringLiteral("/Quorbit/settings.json");
 }
 
-std::optional<QByteArray> SettingsDefaults::text(const QString &key) const {
-    if (const auto change = changes_.find(key); change != changes_.end())
-        return change->second;
-    const Place place = find(lines_, key);
-    if (!place.isThere)
-        return std::nullopt;
-    const QByteArray &line = lines_[place.line];
-    return line.mid(line.indexOf('=') + 1).trimmed();
-}
-
-QStringList SettingsDefaults::words(const QString &key) const {
-    const auto value = text(key);
-    // So are marked what other programs store in such files: rectangles, dates and the like.
-    return value && !value->startsWith('@') ? split(*value) : QStringList();
+QJsonValue SettingsDefaults::value(const QString &key) const {
+    const auto changed = changes_.find(key);
+    return changed != changes_.end() ? changed->second : stored_.value(key);
 }
 
 bool SettingsDefaults::contains(const QString &key) const {
-    return text(key).has_value();
+    return !value(key).isUndefined();
 }
 
 QString SettingsDefaults::string(const QString &key) const {
-    const QStringList found = words(key);
-    return found.size() == 1 ? found.front() : QString();
+    return value(key).toString();
 }
 
 QStringList SettingsDefaults::strings(const QString &key) const {
-    return words(key);
+    const QJsonArray array = value(key).toArray();
+    if (!std::all_of(array.begin(), array.end(), [](const QJsonValue &each) { return each.isString(); }))
+        return {};
+    return QVariant(array.toVariantList()).toStringList();
 }
 
 qint64 SettingsDefaults::integer(const QString &key) const {
-    return string(key).toLongLong();
+    return value(key).toInteger();
 }
 
 double SettingsDefaults::real(const QString &key) const {
-    const double number = string(key).toDouble();
-    return std::isfinite(number) ? number : 0;
-}
-
-void SettingsDefaults::change(const QString &key, std::optional<QByteArray> value) {
-    if (text(key) == value)
-        return;
-    changes_[key] = std::move(value);
-    writing_.start(0);
+    return value(key).toDouble();
 }
 
 void SettingsDefaults::set(const QString &key, const QString &value) {
-    change(key, quoted(value));
+    change(key, value);
 }
 void SettingsDefaults::set(const QString &key, const QStringList &value) {
-    QByteArrayList quotedWords;
-    for (const QString &word : value)
-        quotedWords.append(quoted(word));
-    change(key, quotedWords.join(", "));
+    change(key, QJsonArray::fromStringList(value));
 }
 void SettingsDefaults::set(const QString &key, qint64 value) {
-    change(key, QByteArray::number(value));
+    change(key, value);
 }
 void SettingsDefaults::set(const QString &key, double value) {
-    change(key, QByteArray::number(value, 'g', QLocale::FloatingPointShortest));
+    change(key, value);
 }
 void SettingsDefaults::remove(const QString &key) {
-    change(key, std::nullopt);
+    change(key, QJsonValue::Undefined);
+}
+
+void SettingsDefaults::change(const QString &key, const QJsonValue &value) {
+    if (this->value(key) == value)
+        return;
+    changes_.insert_or_assign(key, value);
+    writing_.start(0);
 }
 
 bool SettingsDefaults::read() {
     const auto bytes = readRegularFile(path_, longestFile);
     if (!bytes && QFileInfo::exists(path_))
         return false;
-    lines_ = bytes ? bytes->split('\n') : QByteArrayList();
-    if (!lines_.isEmpty() && lines_.back().isEmpty())
-        lines_.removeLast();
+    const QJsonDocument document = QJsonDocument::fromJson(bytes.value_or(QByteArray()));
+    stored_ = document.object();
+    isBroken_ = bytes && !bytes->trimmed().isEmpty() && !document.isObject();
     return true;
 }
 
@@ -192,17 +99,19 @@ void SettingsDefaults::synchronize() {
     // Read again first, so that what another hand has written since is kept.
     if (changes_.empty() || !read())
         return;
-    QByteArrayList lines = lines_;
+    QJsonObject next = stored_;
     for (const auto &[key, value] : changes_)
-        apply(lines, key, value);
+        next.insert(key, value); // which removes the key when the value is undefined
     QDir().mkpath(QFileInfo(path_).path());
     QSaveFile file(path_); // The old file stays until the new one is complete.
     if (!file.open(QIODevice::WriteOnly))
         return;
-    file.write(lines.join('\n') + '\n');
+    file.write(QJsonDocument(next).toJson());
+    if (isBroken_)
+        QFile::rename(path_, path_ + QStringLiteral(".broken"));
     if (!file.commit())
         return;
-    lines_ = std::move(lines);
+    stored_ = next;
     changes_.clear();
 }
 

@@ -2,7 +2,8 @@
 
 #include "platform/UserDefaults.h"
 
-#include <QByteArrayList>
+#include <QJsonObject>
+#include <QJsonValue>
 #include <QTimer>
 
 #include <map>
@@ -10,8 +11,9 @@
 
 namespace quorbit {
 
-/// User defaults in an INI file, of which all but the keys that are set stays as it is. What lies in the
-/// file's place is never waited for and, unless it can be read as a file, never replaced.
+/// User defaults in a JSON file, of which all but the keys that are set stays as it is. What lies in the
+/// file's place is never waited for and, unless it can be read as a file, never replaced; a file that holds
+/// something else than an object is kept beside it, with ".broken" after its name.
 class SettingsDefaults : public UserDefaults {
 public:
     explicit SettingsDefaults(const QString &file = userFile());
@@ -36,16 +38,17 @@ public:
     void synchronize() override;
 
 private:
-    /// As written after the "=".
-    std::optional<QByteArray> text(const QString &key) const;
-    /// The words of a value; none when it is absent or of a kind that nothing here stores.
-    QStringList words(const QString &key) const;
-    void change(const QString &key, std::optional<QByteArray> text);
+    /// Undefined when it is absent.
+    QJsonValue value(const QString &key) const;
+    /// An undefined value removes the key.
+    void change(const QString &key, const QJsonValue &value);
+    /// Whether there is a file that can be read, or nothing at all.
     bool read();
 
     QString path_;
-    QByteArrayList lines_; ///< as they were last read
-    std::map<QString, std::optional<QByteArray>> changes_;
+    QJsonObject stored_; ///< as it was last read
+    bool isBroken_ = false;
+    std::map<QString, QJsonValue> changes_; ///< since the last writing
     QTimer writing_;
 };
 
