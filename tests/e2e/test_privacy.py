@@ -313,7 +313,7 @@ class Privacy(unittest.TestCase):
                     found[str(path)] = path.read_bytes()
                 if HOME in path.parents and CONNECTION not in path.parents and not stat.S_ISLNK(status.st_mode):
                     self.assertEqual((status.st_uid, status.st_mode & stat.S_IWOTH), (os.geteuid(), 0), path)
-        self.assertIn(str(HOME / ".config/Quorbit/Quorbit.conf"), found)
+        self.assertIn(str(HOME / ".config/Quorbit/settings.json"), found)
         self.assertEqual([place for place, content in found.items() if any(token in content for token in tokens)], [])
 
     def redirect(self, path):

@@ -51,7 +51,7 @@ KINDS = {
     "a link to zeros": device("zero", 1, 5),
     "a link to the terminal": device("tty", 5, 0),
     "a gigabyte": sparse,
-    "rubbish": lambda path: path.write_bytes(b"[General\n\0\xff=%%\n\"" + bytes(range(256)) * 16),
+    "rubbish": lambda path: path.write_bytes(b"{\0\xff\"" + bytes(range(256)) * 16),
     "an unreadable file": unreadable,
 }
 
@@ -61,7 +61,7 @@ class Home:
         self.path = HOME / name.replace("/", " ")
         self.config, self.runtime = self.path / ".config", self.path / "runtime"
         self.connection = self.path / "Library/Application Support/Quorbit"
-        self.defaults = self.config / "Quorbit/Quorbit.conf"
+        self.defaults = self.config / "Quorbit/settings.json"
         for folder in (self.defaults.parent, self.config / "gtk-3.0", self.config / "gtk-4.0", self.runtime):
             folder.mkdir(parents=True)
         self.runtime.chmod(0o700)
@@ -141,14 +141,8 @@ class Before(Fault):
         self.prepare, self.expected, self.alone = prepare, expected, alone
 
 
-def leave_lock(text):
-    def prepare(home):
-        home.defaults.with_name("Quorbit.conf.lock").write_text(text)
-    return prepare
-
-
 def read_only_file(home):
-    home.defaults.write_text("[General]\nother=1\n")
+    home.defaults.write_text('{"other": 1}')
     home.defaults.chmod(0o400)
 
 
@@ -182,10 +176,6 @@ def no_writing(home):
 ROWS = {name: Kind(make) for name, make in KINDS.items()} | {
     "written without pause": Rewritten(),
     "no descriptors left": NoDescriptors(),
-    "the lock of an ended process": Before(leave_lock(f"{1 << 22}\nquorbit\n{os.uname().nodename}\n")),
-    "an empty lock": Before(leave_lock("")),
-    "a lock of another computer": Before(leave_lock("1\nquorbit\nelsewhere\n")),
-    "a folder in the lock's place": Before(lambda home: home.defaults.with_name("Quorbit.conf.lock").mkdir()),
     "read-only defaults": Before(read_only_file),
     "a read-only folder": Before(read_only_folder),
     "a full disk": Before(full_disk),
