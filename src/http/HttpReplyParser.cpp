@@ -52,11 +52,11 @@ void HttpReplyParser::take(QByteArrayView bytes) {
         pending_.remove(0, static_cast<qsizetype>(used));
         if (error && error != http::error::need_more)
             throw TransportError(error.message());
-        // The parser's own limit holds for a field, not for a head that comes field by field.
+        // The parser's own limit holds for a line, not for a head that comes line by line.
         if (isInHead)
             headSize_ += used;
-        if ((!parser.is_header_done() && headSize_ > maximumHead) ||
-            (error && pending_.size() > static_cast<qsizetype>(maximumHead)))
+        const std::size_t unread = static_cast<std::size_t>(pending_.size());
+        if (error && (parser.is_header_done() ? unread : headSize_ + unread) > maximumHead)
             throw TransportError("the reply's head is too large");
 
         if (parser.is_done()) {

@@ -162,6 +162,21 @@ private Q_SLOTS:
         QCOMPARE(answer(), "{}");
     }
 
+    void aReplyMayTakeLongerThanItsSilences() {
+        World world;
+        ServiceClient client(3s);
+        client.setConnection({world.service.address(), u"t"_s});
+        world.service.answer("GET /api/status",
+                             {"HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n{", 200, {}, Answer::raw});
+        const auto outcome = outcomeOf(client.getBody(u"/api/status"_s, {}));
+        for (const char *piece : {" ", " ", "}"}) {
+            QTest::qWait(1100);
+            QVERIFY(!outcome->ended());
+            world.service.say(piece);
+        }
+        QTRY_COMPARE(outcome->value, "{  }");
+    }
+
     void aFloodLeavesRoomForEverythingElse() {
         World world;
         world.service.answer("GET /api/status", {{}, 200, {}, Answer::endless});
