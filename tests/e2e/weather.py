@@ -157,8 +157,8 @@ class Witness(Program):
         """What went wrong as far as can be seen from outside."""
         if not self.running():
             return f"ended with {self.process.returncode}: {self.printed()}"
-        lines = [line for line in self.printed().splitlines() if not self.expected or not re.search(self.expected, line)]
-        return "\n".join(lines)
+        return "\n".join(line for line in self.printed().splitlines()
+                         if not self.expected or not re.search(self.expected, line))
 
 
 def check_pulse(test, taken, name):
