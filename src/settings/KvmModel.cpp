@@ -6,12 +6,17 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <span>
 
 using namespace Qt::StringLiterals;
 
 namespace quorbit {
 
 namespace {
+
+/// Many times what fits on a desk. The relations between the screens take time that grows with the square of
+/// their number: minutes for the thousands that a service gone wrong may tell of.
+constexpr std::size_t mostScreens = 100;
 
 const PeerStatus *connectedPeer(const ServiceState &service, const QString &id) {
     if (!service.status)
@@ -122,12 +127,13 @@ std::vector<PickerOption<double>> sensitivityOptions() {
 
 std::vector<DeviceCard> deviceCards(const ServiceState &service) {
     std::vector<DeviceCard> cards;
-    cards.reserve(service.devices.size() + 1);
+    const std::span devices(service.devices.data(), std::min(service.devices.size(), mostScreens));
+    cards.reserve(devices.size() + 1);
     if (const auto &status = service.status)
         cards.push_back(
             {status->device_id, status->device_name, status->platform.value_or(u"darwin"_s), true});
     // Who is connected is what the status says; the device's own account of it may be older.
-    for (const Device &device : service.devices)
+    for (const Device &device : devices)
         cards.push_back({device.device_id, device.name, device.platform,
                          connectedPeer(service, device.device_id) != nullptr});
     return cards;

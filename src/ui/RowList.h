@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 
 #include <algorithm>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -10,9 +11,14 @@ namespace quorbit {
 
 /// The rows of a layout that holds nothing else, one for each value of a list. A row stays with the value
 /// that it was made for, wherever that moves, and so keeps its hover, focus and pointer state.
+///
+/// The list ends after `mostRows`, many times what anybody has: a service gone wrong may tell of any number,
+/// and the toolkit takes seconds to lay out thousands of rows and minutes to remove them again.
 template <class Row>
 class RowList {
 public:
+    static constexpr std::size_t mostRows = 100;
+
     explicit RowList(QBoxLayout *layout) : layout_(layout) {}
 
     const std::vector<Row *> &rows() const { return rows_; }
@@ -23,8 +29,9 @@ public:
     bool render(const std::vector<Value> &values, Make make) {
         std::vector<Row *> old = rows_;
         std::vector<Row *> next;
-        next.reserve(values.size());
-        for (const Value &value : values) {
+        const std::span shown(values.data(), std::min(values.size(), mostRows));
+        next.reserve(shown.size());
+        for (const Value &value : shown) {
             const auto kept =
                 std::find_if(old.begin(), old.end(), [&](Row *row) { return row && row->isFor(value); });
             next.push_back(kept == old.end() ? make(value) : std::exchange(*kept, nullptr));

@@ -172,7 +172,8 @@ FAULTS = {
     "two replies": (TAKEN, then_kept(lambda b: whole(b) + TWICE)),
     "a reply and rubbish": (TAKEN, then_kept(lambda b: whole(b) + b"\0rubbish\r\n\r\n")),
 }
-ONLY = {"10,000 peers": ("/api/status", TAKEN, sends(crowd)), "10,000 devices": ("/api/devices", TAKEN, sends(long_list)),
+ONLY = {"10,000 peers": ("/api/status", TAKEN, sends(crowd)),
+        "10,000 devices": ("/api/devices", TAKEN, sends(long_list)),
         "10,000 entries": ("/api/history", TAKEN, sends(long_list))}
 # These hold a poll until the fault ends.
 HELD = {

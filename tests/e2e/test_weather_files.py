@@ -96,10 +96,14 @@ class Kind(Fault):
         for path in (home.defaults, home.config / "gtk-3.0/settings.ini", home.config / "gtk-4.0/settings.ini"):
             self.make(path)
 
-    def strike(self, home, _program):
+    def fill(self, home):
+        home.connection.mkdir(parents=True)
         for name in ("ui-url", "ui-token"):
-            (home.connection / name).unlink()
             self.make(home.connection / name)
+
+    def strike(self, home, _program):
+        shutil.rmtree(home.connection)
+        self.fill(home)
 
     def lift(self, home, _program):
         shutil.rmtree(home.connection)
@@ -200,6 +204,30 @@ class Weather(unittest.TestCase):
                     programs.append(stack.enter_context(Witness(home.env, home.wrapper, ROWS[name].alone,
                                                                 ROWS[name].expected)))
                 self.pass_through(service, list(zip(names, homes, programs)))
+
+    def test_without_a_service(self):
+        """Nothing good to show, nothing to launch: it says so, and that is all."""
+        bad = {"no home": lambda home: home.env.update(HOME="/proc/home", XDG_CONFIG_HOME="/proc/home/.config"),
+               "only pipes": lambda home: Kind(os.mkfifo).fill(home),
+               "only gigabytes": lambda home: Kind(sparse).fill(home)}
+        if os.geteuid() == 0:
+            print("no processes left: no limit holds for root")
+        else:
+            bad["no processes left"] = lambda home: home.wrapper.extend(["prlimit", "--nproc=0"])
+        with contextlib.ExitStack() as stack:
+            programs = {}
+            for name, spoil in bad.items():
+                home = Home(f"{name}, without a service")
+                spoil(home)
+                programs[name] = stack.enter_context(Witness(home.env, home.wrapper, False, "启动 quorbitd 失败:"))
+            for name, program in programs.items():
+                with self.subTest(name):
+                    program.open()
+                    wait_for("the word", lambda: program.find(program.panel, "image", "Service unreachable"))
+                    check_pulse(self, program.pulse(), name)
+                    self.choose_language(program)
+                    self.assertEqual(program.complaints(), "")
+                    self.assertEqual(program.end(), 0)
 
     def pass_through(self, service, all_):
         up = []

@@ -60,6 +60,9 @@ class Weather(unittest.TestCase):
             allowed = {hostile.KEPT: [service.number], hostile.TAKEN: [service.bad],
                        hostile.EITHER: [service.number, service.bad]}[outcome]
             wait_for(f"{row} to be {outcome}", lambda: program.number(path) in allowed, 5)
+        for tab in ("Overview", "KVM") if set(row.values()) & set(hostile.ONLY) else ():
+            press(program.tabs[tab])
+            check_pulse(self, program.pulse(), f"{tab} with {', '.join(row.values())}")
         self.recovers(service, program)
 
     def recovers(self, service, program, seconds=8):
