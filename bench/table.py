@@ -2,6 +2,7 @@
 import os
 import statistics
 import subprocess
+import textwrap
 import time
 from dataclasses import dataclass
 from pathlib import Path
@@ -71,7 +72,8 @@ def heading():
     cpu = next((line.split(":")[1].strip() for line in Path("/proc/cpuinfo").read_text().splitlines()
                 if line.startswith("model name")), os.uname().machine)
     changed = " with changes" if output("git", "status", "--porcelain", "--untracked-files=no") else ""
-    return (f"Measured {time.strftime('%Y-%m-%d %H:%M', time.gmtime())} UTC at commit "
+    text = (f"Measured {time.strftime('%Y-%m-%d %H:%M', time.gmtime())} UTC at commit "
             f"{output('git', 'rev-parse', '--short', 'HEAD') or 'unknown'}{changed}, on {os.cpu_count()} cores of "
             f"{cpu} with Linux {os.uname().release} and Qt {output('pkg-config', '--modversion', 'Qt6Core')}, load "
-            f"{os.getloadavg()[0]:.1f} before. Medians; half of the runs lie between the numbers in parentheses.\n")
+            f"{os.getloadavg()[0]:.1f} before. Medians; half of the runs lie between the numbers in parentheses.")
+    return textwrap.fill(text, 120) + "\n"
