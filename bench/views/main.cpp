@@ -1,0 +1,102 @@
+#include "Timing.h"
+#include "daemon/Fixture.h"
+#include "settings/CanvasWindow.h"
+#include "settings/HistoryList.h"
+#include "settings/SyncTab.h"
+#include "settings/TabStates.h"
+#include "support/TestWorld.h"
+
+#include <QLineEdit>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+/// What stands between an event and the painted pixels: bench_views key|drag. Prints a line for each round,
+/// in milliseconds of computing; there is nothing to wait for in between.
+
+using namespace quorbit;
+using namespace quorbit::test;
+
+namespace {
+
+constexpr int entryCount = 10'000;
+constexpr int keyRounds = 20;
+constexpr int cardCount = 200;
+constexpr int frameCount = 200;
+
+/// The first key of a search, which is the slowest: it sees the history for the first time and hides most of
+/// it.
+void pressKeys() {
+    Fixture world;
+    const std::vector<TabState> states = tabStates();
+    const TabState &state =
+        *std::ranges::find(states, "usual"_L1, [](const TabState &candidate) { return candidate.name; });
+    world.service.answer("GET /api/status", {state.status});
+    world.service.answer("GET /api/settings", {state.settings});
+    world.service.answer("GET /api/history", {longHistory(entryCount)});
+    if (!world.startAndPoll() || world.state().history.size() != entryCount)
+        qFatal("the history does not come");
+    for (int round = 0; round < keyRounds; ++round) {
+        SyncTab tab(*world.daemon);
+        tab.refresh();
+        tab.resize(580, 520);
+        tab.show();
+        tab.activateWindow();
+        if (!QTest::qWaitForWindowActive(&tab))
+            qFatal("the window does not open");
+        QTest::qWait(settleTime);
+        auto *list = tab.findChild<HistoryList *>();
+        auto *search = tab.findChild<QLineEdit *>();
+        search->setFocus();
+        const std::size_t before = list->rows().size();
+        std::printf("%.3f\n", computingTime([&] {
+                        QTest::keyClick(search, 'k'); // of "haystack"
+                        QCoreApplication::sendPostedEvents();
+                        list->repaint();
+                    }));
+        if (list->rows().size() == before || list->rows().empty())
+            qFatal("the key finds all or nothing");
+    }
+}
+
+/// Counts how often a widget is painted.
+class PaintCount : public QObject {
+public:
+    explicit PaintCount(QWidget *widget) { widget->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+};
+
+void drag() {
+    Window window(crowd(cardCount), u"0"_s);
+    const QPoint from = window.middle(u"110"_s);
+    window.press(from);
+    const PaintCount painted(window.area);
+    for (int frame = 0; frame < frameCount; ++frame) {
+        const QPointF by(100 * std::sin(frame / 10.0), 60 * std::cos(frame / 10.0));
+        std::printf("%.3f\n", computingTime([&] {
+                        window.move(from + by.toPoint());
+                        QCoreApplication::sendPostedEvents();
+                        QCoreApplication::processEvents();
+                    }));
+    }
+    if (painted.count < frameCount)
+        qFatal("only %d frames were painted", painted.count);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    useTestFonts();
+    QApplication app(argc, argv);
+    QApplication::setStyle(new ControlStyle);
+    useLanguage("en"_L1);
+    if (app.arguments().value(1) == "key"_L1)
+        pressKeys();
+    else
+        drag();
+}
