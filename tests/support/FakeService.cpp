@@ -20,15 +20,14 @@ QByteArrayList SeenRequest::header(const QByteArray &name) const {
 
 FakeService::FakeService() {
     connect(&server_, &QTcpServer::newConnection, this, &FakeService::accept);
-    if (!server_.listen(QHostAddress::LocalHost))
-        qFatal("no free port");
+    open();
 }
 
 QUrl FakeService::address() const {
     QUrl url;
     url.setScheme(QStringLiteral("http"));
     url.setHost(QStringLiteral("127.0.0.1"));
-    url.setPort(server_.serverPort());
+    url.setPort(port_);
     return url;
 }
 
@@ -43,6 +42,12 @@ void FakeService::close() {
     server_.close();
     for (QTcpSocket *socket : server_.findChildren<QTcpSocket *>())
         socket->abort();
+}
+
+void FakeService::open() {
+    if (!server_.listen(QHostAddress::LocalHost, port_) && !server_.listen(QHostAddress::LocalHost))
+        qFatal("no free port");
+    port_ = server_.serverPort();
 }
 
 QByteArrayList FakeService::lines() const {

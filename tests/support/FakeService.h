@@ -50,6 +50,8 @@ public:
     void answerAll();
     /// Refuses connections from now on and closes those that are open.
     void close();
+    /// Listens again after close(), on the same port if that is still free.
+    void open();
 
     std::vector<SeenRequest> seen;
     int connections = 0;
@@ -64,6 +66,7 @@ private:
     void respond(QTcpSocket *socket, const Answer &answer);
 
     QTcpServer server_;
+    quint16 port_ = 0; ///< any
     QHash<QByteArray, Answer> answers_;
 };
 
