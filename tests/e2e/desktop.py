@@ -21,6 +21,8 @@ from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
 BIN = Path(os.environ.get("QUORBIT_BIN", Path(__file__).resolve().parents[2] / "build/release/bin"))
 HOME = Path(os.environ["HOME"])
+# How long the program may take to quit; where leaks are looked for, that comes last.
+QUITTING = 25 if "detect_leaks=1" in os.environ.get("ASAN_OPTIONS", "") else 1
 # Asked first, so that the screen-reader bus is there before any program looks for it.
 DESKTOP = Atspi.get_desktop(0)
 CONNECTION = HOME / "Library" / "Application Support" / "Quorbit"
@@ -90,7 +92,7 @@ class Program:
     def running(self):
         return self.process.poll() is None
 
-    def end(self, with_signal=signal.SIGTERM, seconds=5):
+    def end(self, with_signal=signal.SIGTERM, seconds=4 + QUITTING):
         if self.running():
             self.process.send_signal(with_signal)
         try:
@@ -98,6 +100,9 @@ class Program:
         except subprocess.TimeoutExpired:
             self.process.kill()
             raise AssertionError(f"{self.process.args[0]} did not end within {seconds} s") from None
+        finally:
+            # This sanitizer writes here alone.
+            assert "runtime error: " not in self.printed(), self.printed()
 
     def printed(self):
         self.output.seek(0)

@@ -127,7 +127,7 @@ class Compositor(Program):
         super().__init__(*command, env={"DISPLAY": "", **(env or {})})
         # The toolkit's plugins for Wayland are unloaded with what they hold, and nothing tells that from a leak of ours.
         self.env = {"DISPLAY": "", "WAYLAND_DISPLAY": display, "XDG_SESSION_TYPE": "wayland",
-                    "ASAN_OPTIONS": "detect_leaks=0"}
+                    "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"}
         wait_for("the compositor", self._answers)
 
     def __exit__(self, *arguments):

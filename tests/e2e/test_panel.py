@@ -4,8 +4,8 @@ import subprocess
 import time
 import unittest
 
-from desktop import (Application, Atspi, Portal, Sim, StatusNotifierTray, XembedTray, application_node, geometry, has,
-                     keys, node, nodes, pointer, press, stays, tray_icons, wait_for, windows)
+from desktop import (QUITTING, Application, Atspi, Portal, Sim, StatusNotifierTray, XembedTray, application_node,
+                     geometry, has, keys, node, nodes, pointer, press, stays, tray_icons, wait_for, windows)
 
 ENTRY = "Screenshot 1440 × 900"
 
@@ -65,7 +65,7 @@ class Panel(unittest.TestCase):
             keys("space")
             wait_for("the pause", lambda: service.ask("/api/status")["paused"])
             keys("ctrl+q")
-            self.assertEqual(application.process.wait(2), 0)
+            self.assertEqual(application.process.wait(1 + QUITTING), 0)
 
     def test_a_click_on_the_icon_closes_the_open_panel(self):
         with XembedTray(), Sim("full"), Application() as application:

@@ -7,7 +7,8 @@ import time
 import unittest
 from pathlib import Path
 
-from desktop import BIN, HOME, Application, Sim, announce_accessibility_change, processes, stays, wait_for
+from desktop import (BIN, HOME, QUITTING, Application, Sim, announce_accessibility_change, processes, stays,
+                     wait_for)
 
 ALLOWED = 300  # seconds after boot in which the application heals itself
 
@@ -42,7 +43,7 @@ class Restart(unittest.TestCase):
             began = time.monotonic()
             for _ in range(3):
                 announce_accessibility_change()
-            first.process.wait(5)
+            first.process.wait(4 + QUITTING)
             self.assertGreater(time.monotonic() - began, 0.75)
             second = self.successor(first.pid)
             polls = service.requests("/api/status")

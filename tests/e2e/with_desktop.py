@@ -3,7 +3,8 @@
 
 The desktop is an X server without a screen, a session bus, a screen-reader bus and a window manager, with a home and
 runtime folder that are gone afterwards; DESKTOP_HOME names a home that stays. Trays, portals and services are up to the
-command. Exits as the command does.
+command. Exits as the command does, or fails when a sanitizer reported a fault in any program that was started on the
+desktop, however that program ended.
 """
 import os
 import shutil
@@ -35,6 +36,21 @@ def start_bus(started, env):
     return bus.stdout.readline().strip()
 
 
+def collect_reports(env, folder):
+    """Has the sanitizers write what they find to files, because not every check looks at how a program ended."""
+    folder.mkdir()
+    for options in ("ASAN_OPTIONS", "UBSAN_OPTIONS"):
+        env[options] = ":".join(filter(None, [env.get(options), f"log_path={folder}/report"]))
+
+
+def print_reports(folder):
+    """Whether there were any."""
+    reports = sorted(folder.iterdir())
+    for report in reports:
+        print(f"== {report.name}", report.read_text(errors="replace"), sep="\n", file=sys.stderr)
+    return bool(reports)
+
+
 def main():
     passing = Path(tempfile.mkdtemp(prefix="quorbit-desktop-"))
     home = Path(os.environ.get("DESKTOP_HOME", passing))
@@ -53,12 +69,15 @@ def main():
         "FONTCONFIG_FILE": str(FONTS),
         "LANG": env.get("LANG", "C.UTF-8"),
     }
+    reports = passing / "reports"
+    collect_reports(env, reports)
     started = []
     try:
         env["DISPLAY"] = start_display(started)
         env["DBUS_SESSION_BUS_ADDRESS"] = start_bus(started, env)
         started.append(subprocess.Popen(["openbox"], env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
-        return subprocess.call(sys.argv[1:], env=env)
+        result = subprocess.call(sys.argv[1:], env=env)
+        return 1 if print_reports(reports) else result
     finally:
         for process in reversed(started):
             process.terminate()

@@ -18,17 +18,16 @@ QByteArrayList SeenRequest::header(const QByteArray &name) const {
     return values;
 }
 
-FakeService::FakeService(const QHostAddress &host) {
+FakeService::FakeService(const QHostAddress &host) : host_(host) {
     connect(&server_, &QTcpServer::newConnection, this, &FakeService::accept);
-    if (!server_.listen(host))
-        qFatal("no free port");
+    open();
 }
 
 QUrl FakeService::address() const {
     QUrl url;
     url.setScheme(QStringLiteral("http"));
-    url.setHost(server_.serverAddress().toString());
-    url.setPort(server_.serverPort());
+    url.setHost(host_.toString());
+    url.setPort(port_);
     return url;
 }
 
@@ -56,6 +55,12 @@ void FakeService::say(const QByteArray &bytes) {
 
 qsizetype FakeService::openConnections() const {
     return server_.findChildren<QTcpSocket *>().size();
+}
+
+void FakeService::open() {
+    if (!server_.listen(host_, port_) && !server_.listen(host_))
+        qFatal("no free port");
+    port_ = server_.serverPort();
 }
 
 QByteArrayList FakeService::lines() const {

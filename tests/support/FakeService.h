@@ -57,6 +57,8 @@ public:
     /// Says something on every connection that is open, without being asked.
     void say(const QByteArray &bytes);
     qsizetype openConnections() const;
+    /// Listens again after close(), on the same port if that is still free.
+    void open();
 
     std::vector<SeenRequest> seen;
     int connections = 0;
@@ -70,7 +72,9 @@ private:
     void read(QTcpSocket *socket, QByteArray &received);
     void respond(QTcpSocket *socket, const Answer &answer);
 
+    QHostAddress host_;
     QTcpServer server_;
+    quint16 port_ = 0; ///< any
     QHash<QByteArray, Answer> answers_;
 };
 

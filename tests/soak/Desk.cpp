@@ -1,0 +1,138 @@
+#include "soak/Desk.h"
+
+#include "menubar/MenuBarView.h"
+#include "settings/DeviceRow.h"
+#include "settings/SettingsView.h"
+#include "ui/Alert.h"
+#include "ui/Button.h"
+#include "ui/Sheet.h"
+#include "ui/Switch.h"
+
+using namespace Qt::StringLiterals;
+
+namespace quorbit::test {
+
+namespace {
+
+constexpr int tabCount = 5;
+constexpr int devicesTab = 3;
+
+/// Makes whatever does not happen a failure: a user who meets nothing tests nothing.
+template <class Thing>
+Thing &need(Thing *thing, const char *name) {
+    if (thing == nullptr)
+        qFatal("no %s to use", name);
+    return *thing;
+}
+
+} // namespace
+
+Desk::Desk(Fixture &world)
+    : world_(world)
+    , updater_(world.platform, clock_, QUrl(u"https://updates.invalid/version.json"_s), {u"en"_s})
+    , view_(new MenuBarView)
+    , panel_(view_)
+    , settings_([this] {
+        AboutServices about;
+        about.languages = {{{}, u"System"_s}};
+        about.storedLanguage = [] { return QString(); };
+        KvmServices kvm;
+        kvm.isAccessibilityTrusted = [this] { return world_.platform.isAccessibilityTrusted(); };
+        return new SettingsView({*world_.daemon, updater_, clock_, formats_, about, u"1.0.0"_s, kvm});
+    }) {
+    Daemon *daemon = world_.daemon.get();
+    rendering_.setSingleShot(true);
+    connect(&rendering_, &QTimer::timeout, this,
+            [this, daemon] { view_->render(menuBarModel(daemon->state(), updater_.state())); });
+    for (const auto published : {&Daemon::connectionStateChanged, &Daemon::statusChanged,
+                                 &Daemon::settingsChanged, &Daemon::devicesChanged, &Daemon::historyChanged})
+        connect(daemon, published, &rendering_, [this] { rendering_.start(0); });
+    connect(view_, &MenuBarView::pauseRequested, daemon, [daemon](bool pause) { daemon->setPaused(pause); });
+    connect(view_, &MenuBarView::historyChosen, daemon, [daemon](qint64 id) { daemon->applyHistory(id); });
+    openSettings();
+    panel_.showAsWindow();
+}
+
+void Desk::openSettings() {
+    settings_.open();
+    for (int tab = tabCount; tab > 0; --tab)
+        settings().showTab(tab - 1);
+}
+
+SettingsView &Desk::settings() const {
+    return need(settings_.findChild<SettingsView *>(), "settings");
+}
+
+void Desk::press(const char *text) const {
+    for (Button *button : settings_.findChildren<Button *>()) {
+        if (button->isVisible() && button->label() == qtTrId(text))
+            return button->click();
+    }
+    qFatal("no button \"%s\" to press", text);
+}
+
+template <class What>
+void Desk::dismiss() const {
+    need(settings_.findChild<What *>(), What::staticMetaObject.className()).dismiss();
+}
+
+void Desk::use(int poll) {
+    // Ten polls long the user is at each tab.
+    if (poll % 10 == 0)
+        settings().showTab(poll / 10 % tabCount);
+
+    switch (poll % 50) {
+    case 13: // at the second tab
+        for (Switch *each : settings_.findChildren<Switch *>()) {
+            if (each->isVisible())
+                each->click();
+        }
+        break;
+    case 10 * devicesTab + 1:
+        press("devices.add");
+        press("devices.add.show.generate");
+        break;
+    case 10 * devicesTab + 3:
+        dismiss<Sheet>();
+        break;
+    case 10 * devicesTab + 5:
+        Q_EMIT need(settings_.findChild<DeviceRow *>(), "device").removeRequested();
+        break;
+    case 10 * devicesTab + 7:
+        if (poll % 100 < 50)
+            dismiss<Alert>();
+        else
+            press("devices.unpair.confirm");
+        break;
+    default:
+        break;
+    }
+
+    switch (poll % 100) {
+    case 4:
+        Q_EMIT view_->pauseRequested(true);
+        break;
+    case 14:
+        Q_EMIT view_->historyChosen(3);
+        break;
+    case 24:
+        world_.daemon->clearHistory();
+        break;
+    case 54:
+        panel_.dropDown({});
+        break;
+    case 56:
+        panel_.showAsWindow();
+        break;
+    case 64:
+        settings_.close();
+        break;
+    case 66:
+        openSettings();
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace quorbit::test
