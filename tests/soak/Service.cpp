@@ -67,12 +67,13 @@ QJsonObject settings(int poll) {
 QJsonArray devices(int poll) {
     QJsonArray devices;
     for (int device = 0; device < 1 + poll % 5; ++device)
-        devices.append(QJsonObject{{u"device_id"_s, deviceId(device)},
-                                   {u"name"_s, u"Computer %1"_s.arg(device)},
-                                   {u"platform"_s, device % 2 == 0 ? u"linux"_s : u"darwin"_s},
-                                   {u"fingerprint"_s, u"sha256:%1"_s.arg(device)},
-                                   {u"online"_s, (poll + device) % 2 == 0},
-                                   {u"last_seen"_s, qint64{1'700'000'000'000} - 60'000 * (poll % 10)}});
+        devices.append(
+            QJsonObject{{u"device_id"_s, deviceId(device)},
+                        {u"name"_s, u"Computer %1"_s.arg(device)},
+                        {u"platform"_s, device % 2 == 0 ? u"linux"_s : u"darwin"_s},
+                        {u"fingerprint"_s, u"sha256:%1"_s.arg(device)},
+                        {u"online"_s, (poll + device) % 2 == 0},
+                        {u"last_seen"_s, qint64{1'700'000'000'000} - qint64{60'000} * (poll % 10)}});
     return devices;
 }
 
