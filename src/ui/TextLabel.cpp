@@ -117,6 +117,7 @@ Qt::Alignment TextLabel::visualAlignment() const {
 }
 
 void TextLabel::relayout() {
+    heights_.clear();
     updateGeometry();
     update();
 }
@@ -141,8 +142,17 @@ int TextLabel::heightForWidth(int width) const {
     const QFontMetrics metrics(ownFont());
     if (overflow_ != Overflow::wrap)
         return metrics.height();
+    // A layout asks for the same few widths again and again; a window that is being resized for new ones.
+    constexpr qsizetype mostWidths = 16;
+    if (const auto known = heights_.constFind(width); known != heights_.constEnd())
+        return *known;
+    if (heights_.size() == mostWidths)
+        heights_.clear();
     const auto lines = wrappedText(text_, ownFont(), width, visualAlignment());
-    return std::max(static_cast<int>(std::ceil(lines->boundingRect().height())), metrics.height());
+    const int height =
+        std::max(static_cast<int>(std::ceil(lines->boundingRect().height())), metrics.height());
+    heights_.insert(width, height);
+    return height;
 }
 
 void TextLabel::paintEvent(QPaintEvent *) {

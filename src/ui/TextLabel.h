@@ -4,6 +4,7 @@
 #include "ui/TextStyle.h"
 #include "ui/Theme.h"
 
+#include <QHash>
 #include <QPointer>
 #include <QWidget>
 
@@ -63,6 +64,7 @@ private:
     bool monospaced_ = false;
     QAccessible::Role role_ = QAccessible::StaticText;
     QPointer<QWidget> buddy_;
+    mutable QHash<int, int> heights_; ///< of the wrapped text by width, since laying it out takes long
 };
 
 } // namespace quorbit
