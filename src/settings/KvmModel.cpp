@@ -16,7 +16,7 @@ namespace {
 
 /// Many times what fits on a desk. The relations between the screens take time that grows with the square of
 /// their number: minutes for the thousands that a service gone wrong may tell of.
-constexpr std::size_t mostScreens = 100;
+constexpr std::size_t mostScreens = 200;
 
 const PeerStatus *connectedPeer(const ServiceState &service, const QString &id) {
     if (!service.status)

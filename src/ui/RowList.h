@@ -17,7 +17,7 @@ namespace quorbit {
 template <class Row>
 class RowList {
 public:
-    static constexpr std::size_t mostRows = 100;
+    static constexpr std::size_t mostRows = 200;
 
     explicit RowList(QBoxLayout *layout) : layout_(layout) {}
 
