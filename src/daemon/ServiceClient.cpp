@@ -10,7 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::size_t maximumReplySize = std::size_t{32} * 1024 * 1024;
+/// Some 20,000 history entries. Replies are read on the main thread, and the worst of this size takes it a
+/// quarter of a second.
+constexpr std::size_t maximumReplySize = std::size_t{8} * 1024 * 1024;
 
 /// The path goes out as it is, so it must already be in the form of RFC 3986. A fragment would silently be
 /// cut off on the way, and two slashes at the beginning would name another server; both are refused too.

@@ -15,8 +15,8 @@ import sys
 import threading
 import time
 
-LIMIT = 32 << 20  # what the client takes of a body
-MOST = 48 << 20   # where a flood ends, so that a client without a limit does not fill the machine
+LIMIT = 8 << 20  # what the client takes of a body
+MOST = 16 << 20   # where a flood ends, so that a client without a limit does not fill the machine
 
 
 def head(*fields, status="200 OK"):
