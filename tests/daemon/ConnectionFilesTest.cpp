@@ -52,14 +52,10 @@ private Q_SLOTS:
             {"fragment and IPv6", "http://[::1]:1/a#b", "t", u"t"_s, "http://[::1]:1/a#b"},
             {"backslash", "http://127.0.0.1\\@evil.example/", "t"},
             {"two hosts", "http://127.0.0.1@evil.example@127.0.0.1/", "t"},
-            {"line between", "http://127.0.0.1/\nhttp://evil.example/", "t"},
-            {"empty address", "", "t"},
             {"blank address", " \n", "t"},
             {"not an address", "http://a b/", "t"},
-            {"bad port", "http://127.0.0.1:99999999/", "t"},
             {"address not UTF-8", good + "\xff", "t"},
             {"token not UTF-8", good, "\xc3("},
-            {"token cut off", good, "t\xe4\xb8"},
             {"large", good, QByteArray(1'000'000, 't')}};
         for (const auto &[name, address, token, expectedToken, expectedAddress] : rows) {
             const Row row(name);
@@ -74,28 +70,19 @@ private Q_SLOTS:
         }
     }
 
-    void bothFilesAreNeeded() {
-        QVERIFY(!readConnectionFiles(home_.path()));
-        write(u"ui-url"_s, "http://127.0.0.1:1");
-        QVERIFY(!readConnectionFiles(home_.path()));
-        write(u"ui-token"_s, "t");
-        QVERIFY(readConnectionFiles(home_.path()));
-        QVERIFY(QFile::remove(path(u"ui-url"_s)));
-        QVERIFY(!readConnectionFiles(home_.path()));
-    }
-
     /// A read that waits would run into the time-out of the test.
-    void whatIsNotAFileIsNotWaitedFor() {
-        write(u"ui-url"_s, "http://127.0.0.1:1");
+    void bothFilesAreNeededAndNothingElseIsWaitedFor() {
         const QString token = path(u"ui-token"_s);
-        QVERIFY(QDir().mkdir(token));
-        QVERIFY(!readConnectionFiles(home_.path()));
-        QVERIFY(QDir().rmdir(token));
+        const auto isFound = [this] { return readConnectionFiles(home_.path()).has_value(); };
+        QVERIFY(!isFound());
+        write(u"ui-url"_s, "http://127.0.0.1:1");
+        QVERIFY(!isFound());
+        QVERIFY(QDir().mkdir(token) && !isFound() && QDir().rmdir(token));
         QCOMPARE(::mkfifo(QFile::encodeName(token).constData(), 0600), 0);
-        QVERIFY(!readConnectionFiles(home_.path()));
-        QVERIFY(QFile::remove(token));
-        QVERIFY(QFile::link(u"/dev/zero"_s, token));
-        QVERIFY(!readConnectionFiles(home_.path()));
+        QVERIFY(!isFound() && QFile::remove(token));
+        QVERIFY(QFile::link(u"/dev/zero"_s, token) && !isFound() && QFile::remove(token));
+        write(u"ui-token"_s, "t");
+        QVERIFY(isFound() && QFile::remove(path(u"ui-url"_s)) && !isFound());
     }
 };
 

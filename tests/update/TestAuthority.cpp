@@ -46,20 +46,10 @@ QSslConfiguration TestAuthority::identity(const QString &host) const {
 }
 
 void TestAuthority::makeCertificate(const QString &name, const QStringList &options) const {
-    QStringList arguments{u"req"_s,
-                          u"-x509"_s,
-                          u"-config"_s,
-                          path(u"openssl.cnf"_s),
-                          u"-days"_s,
-                          u"2"_s,
-                          u"-newkey"_s,
-                          u"ec"_s,
-                          u"-nodes"_s,
-                          u"-pkeyopt"_s,
-                          u"ec_paramgen_curve:prime256v1"_s,
-                          u"-subj"_s,
-                          u"/CN="_s + name};
-    arguments << u"-keyout"_s << path(name + u".key"_s) << u"-out"_s << path(name + u".pem"_s) << options;
+    QStringList arguments =
+        u"req -x509 -days 2 -newkey ec -nodes -pkeyopt ec_paramgen_curve:prime256v1"_s.split(u' ');
+    arguments << u"-config"_s << path(u"openssl.cnf"_s) << u"-subj"_s << u"/CN="_s + name << u"-keyout"_s
+              << path(name + u".key"_s) << u"-out"_s << path(name + u".pem"_s) << options;
     QProcess openssl;
     openssl.start(QStringLiteral(OPENSSL_COMMAND), arguments);
     if (!openssl.waitForFinished() || openssl.exitCode() != 0)

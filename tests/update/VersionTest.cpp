@@ -16,18 +16,14 @@ private Q_SLOTS:
     void parses() {
         using Components = std::vector<qint64>;
         const std::pair<const char *, Components> rows[]{
-            {"1.4.2", {1, 4, 2}},
             {"1.4.2-beta.3", {1, 4, 2}},
             {"-rc1", {0}},
             {"-1.2-beta", {1, 2}},
             {"--1.2", {1, 2}},
-            {"--", {0}},
             {"", {}},
-            {".", {}},
             {"1..2.", {1, 2}},
             {"1.-2", {1}},
             {"v1.2", {0, 2}},
-            {"1.x.3", {1, 0, 3}},
             {"2b.+7.0x1", {0, 7, 0}},
             {"1. 2.3 ", {1, 0, 0}},
             {"+.++1.1,5", {0, 0, 0}},
@@ -45,8 +41,7 @@ private Q_SLOTS:
             bool newer, older;
         } rows[]{{u"1.10.0"_s, u"1.9.9"_s, true, false}, {u"1.2.1"_s, u"1.2"_s, true, false},
                  {u"1.2"_s, u"1.2.0"_s, false, false},   {u"2.0.0-beta"_s, u"2.0.0"_s, false, false},
-                 {u"v2.0"_s, u"1.0"_s, false, true},     {u"1.x.3"_s, u"1.0.2"_s, true, false},
-                 {QString(), u"0.0.0"_s, false, false},  {u"0.0.1"_s, QString(), true, false}};
+                 {u"v2.0"_s, u"1.0"_s, false, true},     {QString(), u"0.0.0"_s, false, false}};
         for (const auto &[left, right, newer, older] : rows) {
             const Row row(left.toUtf8() + " and " + right.toUtf8());
             QCOMPARE(version::compare(left, right), newer);
@@ -62,13 +57,11 @@ private Q_SLOTS:
             std::optional<QString> picked;
         } rows[]{{both, {u"zh-Hans"_s, u"en"_s}, u"修复"_s},
                  {both, {u"en"_s, u"zh-Hans"_s}, u"Fixes"_s},
-                 {both, {}, u"Fixes"_s},
                  {R"({"zh": "", "en": "Fixes"})", {u"zh"_s}, u"Fixes"_s},
                  {R"({"en": "Fixes"})", {u"zh"_s}, u"Fixes"_s},
                  {R"({"zh": "修复"})", {u"en"_s}, u"修复"_s},
                  {R"({"zh": "修复", "en": ""})", {u"en"_s}, u""_s},
                  {R"({"zh": ""})", {u"zh"_s}, u""_s},
-                 {"{}", {u"zh"_s}, {}},
                  {"null", {u"zh"_s}, {}}};
         for (const auto &[notes, languages, picked] : rows) {
             const Row row(notes + " in " + languages.join(u' ').toUtf8());
@@ -80,13 +73,11 @@ private Q_SLOTS:
 
     void decodesManifests() {
         const std::pair<QByteArray, bool> rows[]{
-            {R"({"version":"1.4.2","download":{}})", true},
             {R"({"version":"","released_at":null,"download":{"macos":null},"notes":{},"more":[1]})", true},
             {R"({"version":"1.4.2"})", false},
             {R"({"version":"1.4.2","download":null})", false},
             {R"({"version":1.4,"download":{}})", false},
             {R"({"version":"1.4.2","download":{"macos":7}})", false},
-            {R"({"version":"1.4.2","download":{},"notes":"Fixes"})", false},
             {R"({"version":"1.4.2","download":{},"released_at":20250101})", false}};
         for (const auto &[json, isAccepted] : rows) {
             const Row row(json);
