@@ -10,8 +10,6 @@
 #include <QNetworkProxy>
 #include <QSslServer>
 
-#include <sys/resource.h>
-
 using namespace quorbit;
 using namespace quorbit::test;
 using namespace Qt::StringLiterals;
@@ -251,19 +249,6 @@ private Q_SLOTS:
         QTRY_COMPARE(outcome->value, "{  }");
         world.service.answer("GET /api/status", {{}, 200, {}, Answer::hang});
         QVERIFY_EXCEPTION_THROWN(finish(client.getBody(u"/api/status"_s, {})), TransportError);
-    }
-
-    void withoutFreeDescriptorsItFailsAndRecovers() {
-        World world;
-        rlimit before{};
-        getrlimit(RLIMIT_NOFILE, &before);
-        const rlimit none{3, before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &none);
-        const auto question = outcomeOf(world.ask());
-        const auto command = outcomeOf(world.order());
-        setrlimit(RLIMIT_NOFILE, &before);
-        QTRY_VERIFY(question->failure && command->failure);
-        QVERIFY(world.isAnswered());
     }
 
     void theClientMayGoFirst() {

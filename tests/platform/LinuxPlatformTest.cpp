@@ -148,17 +148,6 @@ private Q_SLOTS:
         QCOMPARE(platform.auxiliaryExecutable(name), file.fileName());
     }
 
-    void logsEveryCharacterAsItIs() {
-        QFile captured(path("stderr"));
-        QVERIFY(captured.open(QIODevice::WriteOnly));
-        const int saved = ::dup(STDERR_FILENO);
-        ::dup2(captured.handle(), STDERR_FILENO);
-        LinuxPlatform{Bundle{}}.log(u"启动 100% %s %n %d"_s);
-        ::dup2(saved, STDERR_FILENO);
-        ::close(saved);
-        QCOMPARE(contents(path("stderr")), QByteArray("启动 100% %s %n %d\n"));
-    }
-
     void reopensOnceAfterTheOldProcessHasEnded() {
         const QString folder = path("it's a \"$HOME\" `id`\n\\ folder");
         QVERIFY(QDir().mkpath(folder));
@@ -186,7 +175,6 @@ private Q_SLOTS:
             {u"ubuntu:GNOME"_s, {gnome, kde}, u"/gnome-control-center universal-access"_s},
             {u"KDE"_s, {gnome, kde}, u"/kcmshell5 kcm_access"_s},
             {u"XFCE"_s, {u"xfce4-accessibility-settings"_s}, u"/xfce4-accessibility-settings"_s},
-            {u"GNOME"_s, {kde}, QString()},
             {QString(), {gnome, kde}, QString()}};
         for (const auto &[desktops, installed, command] : rows) {
             const auto chosen =

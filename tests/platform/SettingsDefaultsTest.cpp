@@ -107,17 +107,6 @@ private Q_SLOTS:
         struct stat status {};
         QVERIFY(::stat(QFile::encodeName(path).constData(), &status) == 0 && S_ISFIFO(status.st_mode));
     }
-
-    void aUselessFileStopsNothing() {
-        const QString corrupt = file(QByteArrayLiteral("\0\xff[[[=\n\"unended"));
-        for (const QString &path : {corrupt, corrupt + u"/settings.json"_s, folder_.path()}) {
-            SettingsDefaults defaults(path);
-            QCOMPARE(defaults.integer(u"axHealCount"_s), 0);
-            setAll(defaults);
-            defaults.synchronize();
-            compareAll(defaults);
-        }
-    }
 };
 
 QTEST_GUILESS_MAIN(SettingsDefaultsTest)

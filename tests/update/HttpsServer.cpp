@@ -95,8 +95,11 @@ PlainServer::PlainServer(const QByteArray &bytes) {
     QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this, bytes] {
         ++visits;
         QTcpSocket *connection = server_.nextPendingConnection();
-        connection->write(bytes);
-        connection->disconnectFromHost();
+        QObject::connect(connection, &QTcpSocket::readyRead, &server_, [this, bytes, connection] {
+            heard += connection->readAll();
+            connection->write(bytes);
+            connection->disconnectFromHost();
+        });
     });
     if (!server_.listen(QHostAddress::LocalHost))
         qFatal("cannot listen: %s", qUtf8Printable(server_.errorString()));

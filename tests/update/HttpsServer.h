@@ -44,7 +44,7 @@ private:
     int connections_ = 0; ///< those open now
 };
 
-/// A server that answers whatever connects to it with the same bytes, unencrypted.
+/// A server that answers whatever is said to it with the same bytes, unencrypted.
 class PlainServer {
 public:
     explicit PlainServer(const QByteArray &bytes);
@@ -52,6 +52,7 @@ public:
     QUrl address(const QString &path) const;
 
     int visits = 0;
+    QByteArray heard;
 
 private:
     QTcpServer server_;

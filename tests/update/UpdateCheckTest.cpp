@@ -1,6 +1,5 @@
 #include "support/FakeClock.h"
 #include "support/FakePlatform.h"
-#include "support/FakeService.h"
 #include "support/Row.h"
 #include "update/HttpsServer.h"
 #include "update/TestAuthority.h"
@@ -246,17 +245,17 @@ private Q_SLOTS:
     }
 
     void asksTheSystemsProxy() {
-        FakeService proxy;                                      // refuses with 404
+        PlainServer proxy("HTTP/1.1 502 Bad Gateway\r\nContent-Length: 0\r\n\r\n");
         QNetworkProxyFactory::setUseSystemConfiguration(false); // whatever the rest of the program does
         const QByteArray exceptions = qgetenv("no_proxy");
         qunsetenv("no_proxy");
-        qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.address().port()));
+        qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.address({}).port()));
         Setup setup(QUrl(u"https://updates.quorbit.example/version.json"_s));
         const CheckState outcome = setup.check();
         qunsetenv("https_proxy");
         qputenv("no_proxy", exceptions);
         QVERIFY(outcome == failed(FailureReason::network));
-        QCOMPARE(proxy.lines().value(0), "CONNECT updates.quorbit.example:443");
+        QVERIFY2(proxy.heard.startsWith("CONNECT updates.quorbit.example:443 "), proxy.heard.constData());
     }
 
     void stopsTheProgramOverABadAddress() {
