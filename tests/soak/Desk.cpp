@@ -81,58 +81,40 @@ void Desk::use(int poll) {
     if (poll % 10 == 0)
         settings().showTab(poll / 10 % tabCount);
 
-    switch (poll % 50) {
-    case 13: // at the second tab
+    const auto isAt = [poll](int period, int place) { return poll % period == place; };
+    if (isAt(50, 13)) { // at the second tab
         for (Switch *each : settings_.findChildren<Switch *>()) {
             if (each->isVisible())
                 each->click();
         }
-        break;
-    case 10 * devicesTab + 1:
+    }
+    if (isAt(50, 10 * devicesTab + 1)) {
         press("devices.add");
         press("devices.add.show.generate");
-        break;
-    case 10 * devicesTab + 3:
+    }
+    if (isAt(50, 10 * devicesTab + 3))
         dismiss<Sheet>();
-        break;
-    case 10 * devicesTab + 5:
+    if (isAt(50, 10 * devicesTab + 5))
         Q_EMIT need(settings_.findChild<DeviceRow *>(), "device").removeRequested();
-        break;
-    case 10 * devicesTab + 7:
-        if (poll % 100 < 50)
-            dismiss<Alert>();
-        else
-            press("devices.unpair.confirm");
-        break;
-    default:
-        break;
-    }
+    if (isAt(100, 10 * devicesTab + 7))
+        dismiss<Alert>();
+    if (isAt(100, 10 * devicesTab + 57))
+        press("devices.unpair.confirm");
 
-    switch (poll % 100) {
-    case 4:
+    if (isAt(100, 4))
         Q_EMIT view_->pauseRequested(true);
-        break;
-    case 14:
+    if (isAt(100, 14))
         Q_EMIT view_->historyChosen(3);
-        break;
-    case 24:
+    if (isAt(100, 24))
         world_.daemon->clearHistory();
-        break;
-    case 54:
+    if (isAt(100, 54))
         panel_.dropDown({});
-        break;
-    case 56:
+    if (isAt(100, 56))
         panel_.showAsWindow();
-        break;
-    case 64:
+    if (isAt(100, 64))
         settings_.close();
-        break;
-    case 66:
+    if (isAt(100, 66))
         openSettings();
-        break;
-    default:
-        break;
-    }
 }
 
 } // namespace quorbit::test
