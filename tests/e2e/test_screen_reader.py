@@ -115,33 +115,7 @@ class Audit(Reader):
 
 
 class Use(Reader):
-    """Reads all that the service knows and works every control, without pointer or keyboard."""
-
-    def test_reads_everything(self):
-        self.start("full")
-        status, settings, devices, history = (self.service.ask(f"/api/{name}")
-                                              for name in ("status", "settings", "devices", "history"))
-        wait_for("the peers", lambda: any("Office Linux" in text for text in self.heard()))
-        views = {"panel": " | ".join(sorted(self.heard()))}
-        for tab in self.open_settings():
-            press(tab)
-            wait_for("the tab", lambda tab=tab: "selected" in states(tab))
-            stays(lambda: True, 0.3)
-            views[tab.get_name()] = " | ".join(sorted(self.heard()))
-        peers = [peer["name"] for peer in status["peers"] if peer["name"]]
-        labels = [" ".join(entry["label"].split()) for entry in history if "\u202e" not in entry["label"]]
-        expected = {
-            "panel": [status["device_name"], status["last_activity"], "report.pdf · 25%", *peers, *labels[:7]],
-            "Overview": [status["device_name"], status["device_id"], str(status["port"]), status["last_activity"],
-                         *peers, *(peer["device_id"] for peer in status["peers"])],
-            "Sync": [str(settings["file_size_cap_mb"]), *labels, *(entry["source"] for entry in history)],
-            "Devices": [text for device in devices for text in (device["name"], device["fingerprint"][7:19])],
-            "About": ["Version ", "Cannot reach the update server"],
-            "KVM": [],
-        }
-        self.assertLessEqual(set(views), set(expected))
-        missing = {view: [text for text in expected[view] if text not in heard] for view, heard in views.items()}
-        self.assertEqual({view: texts for view, texts in missing.items() if texts}, {})
+    """Every control is worked without pointer or keyboard."""
 
     def test_works_every_control(self):
         self.start("full", "--speed", "10")
