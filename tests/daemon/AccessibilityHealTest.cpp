@@ -111,23 +111,6 @@ private Q_SLOTS:
             QCOMPARE(run.relaunches, restarts ? 1 : 0);
         }
     }
-
-    void oneRestartForABurstOfAnnouncements() {
-        FakeDefaults defaults;
-        Run run(defaults, 3600);
-        run.heal.permissionsChanged(granted);
-        run.heal.permissionsChanged(missing);
-        run.clock.advance(500ms);
-        run.heal.permissionsChanged(missing);
-        run.clock.advance(299ms);
-        QCOMPARE(run.relaunches, 0);
-        run.clock.advance(1ms);
-        QCOMPARE(run.relaunches, 1);
-        run.heal.permissionsChanged(missing);
-        run.clock.advance(1h);
-        QCOMPARE(run.relaunches, 1);
-        QVERIFY(defaults.values.isEmpty());
-    }
 };
 
 } // namespace

@@ -73,26 +73,25 @@ private Q_SLOTS:
                                                  {u""_s, u"/api/devices//x"_s},
                                                  {u""_s, u"/api/devices/a?b"_s}};
         for (const auto &[base, path] : rows) {
-            FakeService service;
-            ServiceClient client(silence);
-            client.setConnection({QUrl(service.address().toString() + base), u"t"_s});
-            finish(client.deleteEmpty(path, {}));
-            QCOMPARE(service.lines(), QByteArrayList{"DELETE " + path.toUtf8()});
+            World world;
+            world.client.setConnection({QUrl(world.service.address().toString() + base), u"t"_s});
+            finish(world.client.deleteEmpty(path, {}));
+            QCOMPARE(world.service.lines(), QByteArrayList{"DELETE " + path.toUtf8()});
         }
     }
 
     void tokenGoesOutAsItIs() {
         for (const QString &token : {u"s3cret"_s, u""_s, u"p\u00e9: ,x"_s}) {
-            FakeService service;
-            ServiceClient client(silence);
-            service.answer("POST /api/pause", {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
-            QUrl address = service.address();
+            World world;
+            world.service.answer("POST /api/pause", {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
+            QUrl address = world.service.address();
             address.setUserInfo(u"user:password"_s);
-            client.setConnection({address, token});
-            finish(client.postEmpty(u"/api/pause"_s, {}));
+            world.client.setConnection({address, token});
+            finish(world.order());
             // Once: the name and password in the address are no answer to the service's refusal.
-            QCOMPARE(service.seen.size(), std::size_t{1});
-            QCOMPARE(service.seen.at(0).header("authorization"), QByteArrayList{"Bearer " + token.toUtf8()});
+            QCOMPARE(world.service.seen.size(), std::size_t{1});
+            QCOMPARE(world.service.seen.at(0).header("authorization"),
+                     QByteArrayList{"Bearer " + token.toUtf8()});
         }
     }
 

@@ -1,6 +1,5 @@
 #include "update/HttpsServer.h"
 
-#include <QTcpSocket>
 #include <QTimer>
 
 #include <algorithm>
@@ -19,22 +18,22 @@ QByteArray head(int status, qint64 length, const QByteArray &headers) {
 
 } // namespace
 
-Answer reply(int status, const QByteArray &body, const QByteArray &headers) {
+Reaction reply(int status, const QByteArray &body, const QByteArray &headers) {
     return say(head(status, body.size(), headers) + body);
 }
 
-Answer say(const QByteArray &bytes) {
+Reaction say(const QByteArray &bytes) {
     return [bytes](QSslSocket &connection) { connection.write(bytes); };
 }
 
-Answer sayAndClose(const QByteArray &bytes) {
+Reaction sayAndClose(const QByteArray &bytes) {
     return [bytes](QSslSocket &connection) {
         connection.write(bytes);
         connection.disconnectFromHost();
     };
 }
 
-Answer drip(const QByteArray &bytes) {
+Reaction drip(const QByteArray &bytes) {
     return [bytes](QSslSocket &connection) {
         connection.write(bytes);
         auto *timer = new QTimer(&connection);
@@ -43,7 +42,7 @@ Answer drip(const QByteArray &bytes) {
     };
 }
 
-Answer stream(qint64 size) {
+Reaction stream(qint64 size) {
     return [size](QSslSocket &connection) {
         const auto left = std::make_shared<qint64>(size);
         const auto feed = [&connection, left] {
@@ -89,24 +88,6 @@ void HttpsServer::serve(QSslSocket &connection) {
     };
     QObject::connect(&connection, &QSslSocket::readyRead, &server_, takeRequests);
     takeRequests();
-}
-
-PlainServer::PlainServer(const QByteArray &bytes) {
-    QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this, bytes] {
-        ++visits;
-        QTcpSocket *connection = server_.nextPendingConnection();
-        QObject::connect(connection, &QTcpSocket::readyRead, &server_, [this, bytes, connection] {
-            heard += connection->readAll();
-            connection->write(bytes);
-            connection->disconnectFromHost();
-        });
-    });
-    if (!server_.listen(QHostAddress::LocalHost))
-        qFatal("cannot listen: %s", qUtf8Printable(server_.errorString()));
-}
-
-QUrl PlainServer::address(const QString &path) const {
-    return QUrl(u"http://localhost:%1%2"_s.arg(server_.serverPort()).arg(path));
 }
 
 } // namespace quorbit::test

@@ -12,25 +12,25 @@
 namespace quorbit::test {
 
 /// What a server does with the connection once it has read a request.
-using Answer = std::function<void(QSslSocket &)>;
+using Reaction = std::function<void(QSslSocket &)>;
 
 /// A whole reply with its length.
-Answer reply(int status, const QByteArray &body, const QByteArray &headers = {});
+Reaction reply(int status, const QByteArray &body, const QByteArray &headers = {});
 /// These bytes as they stand, after which the connection stays open.
-Answer say(const QByteArray &bytes);
+Reaction say(const QByteArray &bytes);
 /// These bytes as they stand, after which the connection is closed.
-Answer sayAndClose(const QByteArray &bytes);
+Reaction sayAndClose(const QByteArray &bytes);
 /// These bytes, and from then on one more byte every few milliseconds.
-Answer drip(const QByteArray &bytes);
+Reaction drip(const QByteArray &bytes);
 /// A body of `size` bytes, written only as fast as it is taken.
-Answer stream(qint64 size);
+Reaction stream(qint64 size);
 
 /// An HTTPS server on this machine that answers each path as it is told, and 404 to the others.
 class HttpsServer {
 public:
     explicit HttpsServer(const QSslConfiguration &identity);
 
-    void answer(const QString &path, Answer answer) { answers_[path] = std::move(answer); }
+    void answer(const QString &path, Reaction answer) { answers_[path] = std::move(answer); }
     QUrl address(const QString &path) const;
 
     QByteArrayList requests; ///< the heads of all requests so far
@@ -40,22 +40,8 @@ private:
     void serve(QSslSocket &connection);
 
     QSslServer server_;
-    std::map<QString, Answer> answers_;
+    std::map<QString, Reaction> answers_;
     int connections_ = 0; ///< those open now
-};
-
-/// A server that answers whatever is said to it with the same bytes, unencrypted.
-class PlainServer {
-public:
-    explicit PlainServer(const QByteArray &bytes);
-
-    QUrl address(const QString &path) const;
-
-    int visits = 0;
-    QByteArray heard;
-
-private:
-    QTcpServer server_;
 };
 
 } // namespace quorbit::test

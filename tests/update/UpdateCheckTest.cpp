@@ -1,5 +1,6 @@
 #include "support/FakeClock.h"
 #include "support/FakePlatform.h"
+#include "support/FakeService.h"
 #include "support/Row.h"
 #include "update/HttpsServer.h"
 #include "update/TestAuthority.h"
@@ -61,17 +62,17 @@ private:
     std::optional<TestAuthority> authority_;
     QSslConfiguration identity_;
     std::unique_ptr<HttpsServer> server_;
-    PlainServer plainServer_{"HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(newer.size()) +
-                             "\r\n\r\n" + newer};
+    FakeService plainServer_;
 
     QUrl manifest() const { return server_->address(u"/version.json"_s); }
-    void serve(const Answer &answer) { server_->answer(u"/version.json"_s, answer); }
+    void serve(const Reaction &answer) { server_->answer(u"/version.json"_s, answer); }
 
 private Q_SLOTS:
     void initTestCase() {
         authority_.emplace();
         trust(authority_->certificate());
         identity_ = authority_->identity(u"localhost"_s);
+        plainServer_.answer("GET /version.json", {newer});
     }
     void init() { server_ = std::make_unique<HttpsServer>(identity_); }
 
@@ -81,8 +82,8 @@ private Q_SLOTS:
         const CheckState broken = failed(FailureReason::network);
         const CheckState unreadable = failed(FailureReason::parse);
         const QByteArray huge(2LL * 1024 * 1024, ' ');
-        const QByteArray plainAddress = plainServer_.address(u"/version.json"_s).toEncoded();
-        const std::tuple<const char *, Answer, CheckState> rows[]{
+        const QByteArray plainAddress = plainServer_.address().toEncoded() + "/version.json";
+        const std::tuple<const char *, Reaction, CheckState> rows[]{
             {"older", reply(200, older), upToDate},
             {"without length", sayAndClose("HTTP/1.1 200 OK\r\n\r\n" + older), upToDate},
             {"missing, with a manifest", reply(404, newer), refused},
@@ -100,7 +101,7 @@ private Q_SLOTS:
             QVERIFY(setup.check() == outcome);
             QVERIFY(!setup.checker->state().available);
             QVERIFY(setup.checker->state().lastChecked);
-            QCOMPARE(plainServer_.visits, 0);
+            QCOMPARE(plainServer_.connections, 0);
         }
     }
 
@@ -153,7 +154,7 @@ private Q_SLOTS:
         const auto available = setup.checker->state().available;
         QVERIFY(available);
 
-        for (const Answer &answer : {reply(500, {}), sayAndClose({})}) {
+        for (const Reaction &answer : {reply(500, {}), sayAndClose({})}) {
             serve(answer);
             setup.clock.advance(1s);
             setup.published.clear();
@@ -245,17 +246,17 @@ private Q_SLOTS:
     }
 
     void asksTheSystemsProxy() {
-        PlainServer proxy("HTTP/1.1 502 Bad Gateway\r\nContent-Length: 0\r\n\r\n");
+        FakeService proxy;
         QNetworkProxyFactory::setUseSystemConfiguration(false); // whatever the rest of the program does
         const QByteArray exceptions = qgetenv("no_proxy");
         qunsetenv("no_proxy");
-        qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.address({}).port()));
+        qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.address().port()));
         Setup setup(QUrl(u"https://updates.quorbit.example/version.json"_s));
         const CheckState outcome = setup.check();
         qunsetenv("https_proxy");
         qputenv("no_proxy", exceptions);
         QVERIFY(outcome == failed(FailureReason::network));
-        QVERIFY2(proxy.heard.startsWith("CONNECT updates.quorbit.example:443 "), proxy.heard.constData());
+        QCOMPARE(proxy.lines().value(0), "CONNECT updates.quorbit.example:443");
     }
 
     void stopsTheProgramOverABadAddress() {

@@ -72,22 +72,15 @@ private Q_SLOTS:
     }
 
     void decodesManifests() {
-        const std::pair<QByteArray, bool> rows[]{
-            {R"({"version":"","released_at":null,"download":{"macos":null},"notes":{},"more":[1]})", true},
-            {R"({"version":"1.4.2"})", false},
-            {R"({"version":"1.4.2","download":null})", false},
-            {R"({"version":1.4,"download":{}})", false},
-            {R"({"version":"1.4.2","download":{"macos":7}})", false},
-            {R"({"version":"1.4.2","download":{},"released_at":20250101})", false}};
-        for (const auto &[json, isAccepted] : rows) {
-            const Row row(json);
-            try {
-                wire::decode<Manifest>(json);
-                QVERIFY(isAccepted);
-            } catch (const wire::DecodeError &) {
-                QVERIFY(!isAccepted);
-            }
+        for (const QByteArray bad :
+             {R"({"version":"1.4.2"})", R"({"version":"1.4.2","download":null})",
+              R"({"version":1.4,"download":{}})", R"({"version":"1.4.2","download":{"macos":7}})",
+              R"({"version":"1.4.2","download":{},"released_at":20250101})"}) {
+            const Row row(bad);
+            QVERIFY_EXCEPTION_THROWN(wire::decode<Manifest>(bad), wire::DecodeError);
         }
+        wire::decode<Manifest>(
+            R"({"version":"","released_at":null,"download":{"macos":null},"notes":{},"more":[1]})");
         const QByteArray whole =
             R"({"version":"1.4.2","released_at":"2025-01-01","min_supported_version":"1.0",)"
             R"("download":{"macos":"https://a/b.dmg","linux_deb":"https://a/b.deb"},)"

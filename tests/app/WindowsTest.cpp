@@ -1,7 +1,10 @@
-#include "app/PanelWindow.h"
+#include "app/Localization.h"
 #include "app/PanelPlacement.h"
+#include "app/PanelWindow.h"
+#include "app/SettingsWindow.h"
 
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace quorbit;
@@ -16,7 +19,7 @@ void tell(QWidget &widget, QEvent::Type type) {
 
 } // namespace
 
-class PanelWindowTest : public QObject {
+class WindowsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -87,7 +90,35 @@ private Q_SLOTS:
         content->setFixedSize(320, 150);
         QCOMPARE(panel.size(), QSize(320, 150));
     }
+
+    void theContentOfTheSettingsLivesFromOpeningToClosing() {
+        installTranslations(QStringLiteral("en"));
+        QGuiApplication::setQuitOnLastWindowClosed(true);
+        QPointer<QWidget> content;
+        int made = 0;
+        SettingsWindow window([&] {
+            ++made;
+            return content = new QWidget;
+        });
+        QCOMPARE(window.windowTitle(), QStringLiteral("Settings"));
+        QCOMPARE(made, 0);
+        window.open();
+        QCOMPARE(window.size(), QSize(580, 520));
+        QCOMPARE(window.minimumSize(), QSize(560, 460));
+        window.showMinimized();
+        window.open();
+        QVERIFY(!window.isMinimized() && window.isVisible());
+        QCOMPARE(made, 1);
+
+        QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
+        window.close();
+        QTRY_VERIFY(!content);
+        QCOMPARE(quits.count(), 0);
+        window.open();
+        QCOMPARE(made, 2);
+        QVERIFY(content->isVisible());
+    }
 };
 
-QTEST_MAIN(PanelWindowTest)
-#include "PanelWindowTest.moc"
+QTEST_MAIN(WindowsTest)
+#include "WindowsTest.moc"
