@@ -1,13 +1,9 @@
-// What is heard over the session bus, from desktop services that come late, twice or not at all.
+// What is heard over the session bus from a desktop that comes late or not at all.
 
-#include "platform/linux/DesktopAppearance.h"
-#include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/SessionBus.h"
 #include "platform/linux/TrayHosts.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusMetaType>
 #include <QElapsedTimer>
 #include <QLocalServer>
 #include <QProcess>
@@ -18,45 +14,6 @@
 using namespace quorbit;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-
-namespace {
-
-using SettingsByGroup = QMap<QString, QVariantMap>;
-
-struct Rgb {
-    double red, green, blue;
-};
-QDBusArgument &operator<<(QDBusArgument &argument, const Rgb &colour) {
-    argument.beginStructure();
-    argument << colour.red << colour.green << colour.blue;
-    argument.endStructure();
-    return argument;
-}
-const QDBusArgument &operator>>(const QDBusArgument &argument, Rgb &colour) {
-    argument.beginStructure();
-    argument >> colour.red >> colour.green >> colour.blue;
-    argument.endStructure();
-    return argument;
-}
-
-} // namespace
-
-Q_DECLARE_METATYPE(Rgb)
-
-class Portal : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-
-public:
-    SettingsByGroup settings;
-
-public Q_SLOTS:
-    SettingsByGroup ReadAll(const QStringList &groups) const {
-        SettingsByGroup asked = settings;
-        asked.removeIf([&](const auto &group) { return !groups.contains(group.key()); });
-        return asked;
-    }
-};
 
 class StatusNotifierWatcher : public QObject {
     Q_OBJECT
@@ -79,8 +36,6 @@ class DesktopBusTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() {
-        qDBusRegisterMetaType<SettingsByGroup>();
-        qDBusRegisterMetaType<Rgb>();
         daemon_.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
         QVERIFY(daemon_.waitForReadyRead(10000));
         const QByteArray address = daemon_.readAllStandardOutput().trimmed();
@@ -111,48 +66,6 @@ private Q_SLOTS:
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere;" + real);
         QVERIFY(sessionBusAnswers(5s));
         qputenv("DBUS_SESSION_BUS_ADDRESS", real);
-    }
-
-    void hearsOfAccessibilityFromAnySender() {
-        LinuxPlatform platform{Bundle{}};
-        int changes = 0;
-        platform.observeAccessibilityChanges([&changes] { ++changes; });
-        const auto send = [this](const char *path, const char *interface, const char *member) {
-            desktop_->send(QDBusMessage::createSignal(QLatin1String(path), QLatin1String(interface),
-                                                      QLatin1String(member))
-                           << u"with an argument"_s);
-        };
-
-        send("/", "com.apple.accessibility", "other");
-        send("/", "com.example", "api");
-        send("/some/where", "com.apple.accessibility", "api");
-        QTRY_COMPARE(changes, 1);
-        QTest::qWait(50);
-        QCOMPARE(changes, 1);
-    }
-
-    void asksAPortalThatComesLateAndMayBeOdd() {
-        DesktopAppearance appearance;
-        appearance.start();
-        QTest::qWait(50);
-        Portal portal;
-        // One variant too many, as some portals send it.
-        portal.settings[u"org.freedesktop.appearance"_s] = {
-            {u"contrast"_s, QVariant::fromValue(QDBusVariant(1U))},
-            {u"accent-color"_s, QVariant::fromValue(Rgb{1.0, 0.5, 0.0})}};
-        QVERIFY(desktop_->registerObject(u"/org/freedesktop/portal/desktop"_s, &portal,
-                                         QDBusConnection::ExportAllContents));
-        QVERIFY(desktop_->registerService(u"org.freedesktop.portal.Desktop"_s));
-        QTRY_VERIFY(appearance.current().highContrast);
-        QCOMPARE(appearance.current().accent, QColor::fromRgbF(1.0F, 0.5F, 0.0F));
-        // No colour is how a portal says that there is none.
-        desktop_->send(QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s,
-                                                  u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s)
-                       << u"org.freedesktop.appearance"_s << u"accent-color"_s
-                       << QVariant::fromValue(QDBusVariant(QVariant::fromValue(Rgb{-1.0, 0.0, 2.0}))));
-        QTRY_VERIFY(!appearance.current().accent);
-        QVERIFY(appearance.current().highContrast);
-        QVERIFY(desktop_->unregisterService(u"org.freedesktop.portal.Desktop"_s));
     }
 
     void waitsForATrayThatTakesIcons() {
