@@ -65,31 +65,26 @@ private Q_SLOTS:
         QCOMPARE(service.connections, 0);
     }
 
-    void pathsReplaceTheAddressesOwn() {
-        const std::pair<QString, QString> rows[]{// the base is appended to the service's address
-                                                 {u"/ui"_s, u"/api/history"_s},
-                                                 {u"/a/b/?c=d#e"_s, u"/api/history"_s},
-                                                 {u""_s, u"/api/devices/AZaz09-._~:@!$&'()*+,;=%2F%25"_s},
-                                                 {u""_s, u"/api/devices//x"_s},
-                                                 {u""_s, u"/api/devices/a?b"_s}};
-        for (const auto &[base, path] : rows) {
+    void pathsReplaceTheAddressesOwnAndTokensGoOutAsTheyAre() {
+        const struct {
+            QString base; ///< appended to the service's address
+            QString path;
+            QString token = u"s3cret"_s;
+        } rows[]{{u"/ui"_s, u"/api/history"_s},
+                 {u"/a/b/?c=d#e"_s, u"/api/history"_s, u""_s},
+                 {u""_s, u"/api/devices/AZaz09-._~:@!$&'()*+,;=%2F%25"_s, u"p\u00e9: ,x"_s},
+                 {u""_s, u"/api/devices//x"_s},
+                 {u""_s, u"/api/devices/a?b"_s}};
+        for (const auto &[base, path, token] : rows) {
             World world;
-            world.client.setConnection({QUrl(world.service.address().toString() + base), u"t"_s});
-            finish(world.client.deleteEmpty(path, {}));
-            QCOMPARE(world.service.lines(), QByteArrayList{"DELETE " + path.toUtf8()});
-        }
-    }
-
-    void tokenGoesOutAsItIs() {
-        for (const QString &token : {u"s3cret"_s, u""_s, u"p\u00e9: ,x"_s}) {
-            World world;
-            world.service.answer("POST /api/pause", {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
-            QUrl address = world.service.address();
+            const QByteArray line = "DELETE " + path.toUtf8();
+            world.service.answer(line, {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
+            QUrl address(world.service.address().toString() + base);
             address.setUserInfo(u"user:password"_s);
             world.client.setConnection({address, token});
-            finish(world.order());
+            finish(world.client.deleteEmpty(path, {}));
             // Once: the name and password in the address are no answer to the service's refusal.
-            QCOMPARE(world.service.seen.size(), std::size_t{1});
+            QCOMPARE(world.service.lines(), QByteArrayList{line});
             QCOMPARE(world.service.seen.at(0).header("authorization"),
                      QByteArrayList{"Bearer " + token.toUtf8()});
         }
@@ -111,21 +106,19 @@ private Q_SLOTS:
 
     void questionsShareConnections() {
         World world;
-        for (int round = 0; round < 3; ++round) {
-            std::vector<std::shared_ptr<Outcome<Status>>> four;
-            for (int question = 0; question < 4; ++question)
-                four.push_back(outcomeOf(world.ask()));
-            for (const auto &outcome : four)
+        const auto askAtOnce = [&world](int questions) {
+            std::vector<std::shared_ptr<Outcome<Status>>> outcomes;
+            for (int question = 0; question < questions; ++question)
+                outcomes.push_back(outcomeOf(world.ask()));
+            for (const auto &outcome : outcomes)
                 QTRY_VERIFY(outcome->value);
+        };
+        for (int round = 0; round < 3; ++round) {
+            askAtOnce(4);
             QCOMPARE(world.service.connections, 4);
         }
-        // What came on top of them is not kept.
-        std::vector<std::shared_ptr<Outcome<Status>>> more;
-        for (int question = 0; question < 9; ++question)
-            more.push_back(outcomeOf(world.ask()));
-        for (const auto &outcome : more)
-            QTRY_VERIFY(outcome->value);
-        QTRY_COMPARE(world.service.openConnections(), 4);
+        askAtOnce(9);
+        QTRY_COMPARE(world.service.openConnections(), 4); // What came on top of them is not kept.
     }
 
     void aConnectionInDoubtIsNotUsedAgain() {

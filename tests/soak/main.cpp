@@ -48,11 +48,9 @@ constexpr int pollsAPainting = 4;
 
 /// What the process holds, and by how much that may grow. The connections that are kept open for the next
 /// request come and go.
-constexpr std::tuple<const char *, std::int64_t> limits[]{{"bytes", heapPerPoll *(polls - warmUp)},
-                                                          {"objects", 0},
-                                                          {"widgets", 0},
-                                                          {"descriptors", 8},
-                                                          {"threads", 0}};
+constexpr std::int64_t heap = heapPerPoll * (polls - warmUp);
+constexpr std::pair<const char *, std::int64_t> limits[]{
+    {"bytes", heap}, {"objects", 0}, {"widgets", 0}, {"descriptors", 8}, {"threads", 0}};
 using Usage = std::array<std::int64_t, std::size(limits)>;
 
 Usage currentUsage() {
@@ -151,7 +149,7 @@ int main(int argc, char **argv) {
         after = currentUsage();
         std::printf("%6d polls", number);
         for (std::size_t kind = 0; kind < after.size(); ++kind)
-            std::printf(", %lld %s", static_cast<long long>(after[kind]), std::get<0>(limits[kind]));
+            std::printf(", %lld %s", static_cast<long long>(after[kind]), limits[kind].first);
         std::puts("");
         std::fflush(stdout);
         if (number == warmUp)
