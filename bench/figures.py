@@ -20,28 +20,34 @@ ROUNDS = 5  # of memory and polling
 POLL_PERIOD = 2  # seconds
 PATIENCE = 120  # seconds for any one program
 
+
 def run(*command):
     command = [str(part) for part in command]
     print("Measuring with", Path(command[0]).name, *command[1:2], file=sys.stderr)
     return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True,
                           stdin=subprocess.DEVNULL, timeout=PATIENCE).stdout
 
+
 def columns(*command):
     """The columns of what a program prints, a round in each line."""
     return [list(column) for column in zip(*(map(float, line.split()) for line in run(*command).splitlines()))]
+
 
 def start():
     # The first start warms the page cache.
     bare, ours = (times[1:] for times in columns(BIN / "dock_time", STARTS + 1, BIN / "bare_tray", BIN / "quorbit"))
     return [Figure("From exec to the icon docked", "ms", ours, "tray", bare, "ratio", 1.5)]
 
+
 def memory(pid, kind):
     fields = dict(line.split(":") for line in Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()[1:])
     return int(fields[kind].split()[0]) / 1024
 
+
 def processor_time(pid):
     """Milliseconds, with threads that have ended; this is how the kernel numbers the clock of another process."""
     return time.clock_gettime(~pid << 3 | 2) * 1000
+
 
 def watch(service, seconds, samples):
     """One round of memory and processor time, both programs side by side."""
@@ -60,6 +66,7 @@ def watch(service, seconds, samples):
         if abs(polls - 2 * seconds / POLL_PERIOD) > 2:
             sys.exit(f"{polls} polls by two programs in {seconds} s: there is nothing to compare")
 
+
 def running(seconds):
     samples = {(what, who): [] for what in ("dirty", "proportional", "polling") for who in ("bare", "ours")}
     with Sim("full", "--log") as service, XembedTray():
@@ -74,9 +81,11 @@ def running(seconds):
             figure("Proportional memory then", "MB", "proportional", "difference", None),
             figure("Processor time of a minute of polling", "ms", "polling", "ratio", 1.3)]
 
+
 def decoding():
     parse, decode = columns(BIN / "bench_decode")
     return [Figure("Decode and publish 1,000 history entries", "ms", decode, "parse", parse, "ratio")]
+
 
 def views():
     first, later = columns(BIN / "bench_filter")
@@ -86,10 +95,12 @@ def views():
                    limit=16),
             Figure("Frame of a drag among 200 cards", "ms", *columns(BIN / "bench_views", "drag"), limit=16)]
 
+
 def download():
     printed = run(BIN / "test_package_download", "memoryDoesNotGrowWithThePackage")
     grown = re.search(r"memory grew by (-?\d+) KB", printed)
     return [Figure("Memory that a download of 300 MB takes, its server included", "MB", [int(grown[1]) / 1024], limit=20)]
+
 
 def main():
     seconds = float(sys.argv[1])
@@ -99,6 +110,7 @@ def main():
     figures += running(seconds) + decoding() + views() + download()
     print(table(figures))
     sys.exit(any(figure.is_exceeded() for figure in figures))
+
 
 if __name__ == "__main__":
     main()

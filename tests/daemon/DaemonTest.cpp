@@ -103,18 +103,6 @@ private Q_SLOTS:
         }
     }
 
-    /// From the folder of the program; one that has ended is not ended again.
-    void launchesWhatLiesBesideTheProgram() {
-        Fixture world;
-        world.platform.executable = u"/opt/my apps/bin/quorbit"_s;
-        world.daemon->start();
-        QTRY_COMPARE(world.platform.launched.size(), std::size_t{1});
-        QCOMPARE(world.platform.launched[0]->executable, u"/opt/my apps/bin/quorbitd"_s);
-        world.platform.launched[0]->running = false;
-        world.daemon->stop();
-        QCOMPARE(world.platform.launched[0]->terminations, 0);
-    }
-
     void givesUpWhenNothingCanBeLaunched() {
         for (const bool isThere : {false, true}) {
             Fixture world;

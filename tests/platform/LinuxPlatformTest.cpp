@@ -1,5 +1,4 @@
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/AccessibilitySettings.h"
 #include "platform/linux/SystemClock.h"
 
 #include <QDir>
@@ -148,24 +147,6 @@ private Q_SLOTS:
         QTest::qWait(1000);
         QCOMPARE(contents(notes).count("start"), 2);
         QCOMPARE(contents(notes).count("a 'b' $c\n"), 4);
-    }
-
-    void choosesTheDesktopsOwnSettingsPage() {
-        const QString gnome = u"gnome-control-center"_s;
-        const QString kde = u"kcmshell5"_s;
-        const std::tuple<QString, QStringList, QString> rows[]{
-            {u"ubuntu:GNOME"_s, {gnome, kde}, u"/gnome-control-center universal-access"_s},
-            {u"KDE"_s, {gnome, kde}, u"/kcmshell5 kcm_access"_s},
-            {u"XFCE"_s, {u"xfce4-accessibility-settings"_s}, u"/xfce4-accessibility-settings"_s},
-            {QString(), {gnome, kde}, QString()}};
-        for (const auto &[desktops, installed, command] : rows) {
-            const auto chosen =
-                accessibilitySettingsCommand(desktops, [&present = installed](const QString &name) {
-                    return present.contains(name) ? u'/' + name : QString();
-                });
-            QCOMPARE(chosen ? (QStringList(chosen->executable) + chosen->arguments).join(u' ') : QString(),
-                     command);
-        }
     }
 
     void alarmsRingOnceUnlessTheyAreDestroyed() {

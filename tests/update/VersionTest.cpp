@@ -27,7 +27,7 @@ private Q_SLOTS:
             {"2b.+7.0x1", {0, 7, 0}},
             {"1. 2.3 ", {1, 0, 0}},
             {"+.++1.1,5", {0, 0, 0}},
-            {"\u0661.2", {0, 2}}, // a digit, but not a decimal one
+            {"\u0661.2", {0, 2}},
             {"9223372036854775807.9223372036854775808", {std::numeric_limits<qint64>::max(), 0}}};
         for (const auto &[text, components] : rows) {
             const Row row(text);
