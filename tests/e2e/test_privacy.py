@@ -22,8 +22,8 @@ import unittest
 from contextlib import suppress
 from pathlib import Path
 
-from desktop import (BIN, CONNECTION, HOME, Gio, GLib, Program, StatusNotifierTray, application_node, node, nodes, picture,
-                     press, processes, wait_for)
+from desktop import (BIN, CONNECTION, HOME, GLib, Gio, Program, StatusNotifierTray, application_node, node, nodes,
+                     picture, press, processes, wait_for)
 from reader import screen
 from test_update import HOST, be_the_internet
 
