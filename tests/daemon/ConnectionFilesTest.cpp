@@ -5,33 +5,26 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <sys/stat.h>
-
 using namespace quorbit;
 using namespace quorbit::test;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString folder = u"Library/Application Support/Quorbit"_s;
+const QString folder = u"Library/Application Support/Quorbit/"_s;
 
 class ConnectionFilesTest : public QObject {
     Q_OBJECT
 
     QTemporaryDir home_;
 
-    QString path(const QString &name) const { return home_.filePath(folder + u'/' + name); }
     void write(const QString &name, const QByteArray &text) const {
-        QFile file(path(name));
-        QVERIFY(file.open(QFile::WriteOnly));
-        QCOMPARE(file.write(text), text.size());
+        QFile file(home_.filePath(folder + name));
+        QVERIFY(file.open(QFile::WriteOnly) && file.write(text) == text.size());
     }
 
 private Q_SLOTS:
-    void init() {
-        QDir(home_.path()).removeRecursively();
-        QVERIFY(QDir().mkpath(home_.filePath(folder)));
-    }
+    void initTestCase() { QVERIFY(QDir().mkpath(home_.filePath(folder))); }
 
     void contents() {
         const QByteArray good = "http://127.0.0.1:24801/ui";
@@ -52,14 +45,10 @@ private Q_SLOTS:
             {"fragment and IPv6", "http://[::1]:1/a#b", "t", u"t"_s, "http://[::1]:1/a#b"},
             {"backslash", "http://127.0.0.1\\@evil.example/", "t"},
             {"two hosts", "http://127.0.0.1@evil.example@127.0.0.1/", "t"},
-            {"line between", "http://127.0.0.1/\nhttp://evil.example/", "t"},
-            {"empty address", "", "t"},
             {"blank address", " \n", "t"},
             {"not an address", "http://a b/", "t"},
-            {"bad port", "http://127.0.0.1:99999999/", "t"},
             {"address not UTF-8", good + "\xff", "t"},
             {"token not UTF-8", good, "\xc3("},
-            {"token cut off", good, "t\xe4\xb8"},
             {"large", good, QByteArray(1'000'000, 't')}};
         for (const auto &[name, address, token, expectedToken, expectedAddress] : rows) {
             const Row row(name);
@@ -72,30 +61,6 @@ private Q_SLOTS:
                 QCOMPARE(connection->token, *expectedToken);
             }
         }
-    }
-
-    void bothFilesAreNeeded() {
-        QVERIFY(!readConnectionFiles(home_.path()));
-        write(u"ui-url"_s, "http://127.0.0.1:1");
-        QVERIFY(!readConnectionFiles(home_.path()));
-        write(u"ui-token"_s, "t");
-        QVERIFY(readConnectionFiles(home_.path()));
-        QVERIFY(QFile::remove(path(u"ui-url"_s)));
-        QVERIFY(!readConnectionFiles(home_.path()));
-    }
-
-    /// A read that waits would run into the time-out of the test.
-    void whatIsNotAFileIsNotWaitedFor() {
-        write(u"ui-url"_s, "http://127.0.0.1:1");
-        const QString token = path(u"ui-token"_s);
-        QVERIFY(QDir().mkdir(token));
-        QVERIFY(!readConnectionFiles(home_.path()));
-        QVERIFY(QDir().rmdir(token));
-        QCOMPARE(::mkfifo(QFile::encodeName(token).constData(), 0600), 0);
-        QVERIFY(!readConnectionFiles(home_.path()));
-        QVERIFY(QFile::remove(token));
-        QVERIFY(QFile::link(u"/dev/zero"_s, token));
-        QVERIFY(!readConnectionFiles(home_.path()));
     }
 };
 

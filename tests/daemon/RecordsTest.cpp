@@ -4,8 +4,6 @@
 #include "support/Samples.h"
 #include "wire/Codec.h"
 
-#include <random>
-
 using namespace quorbit;
 using namespace quorbit::test;
 using namespace Qt::StringLiterals;
@@ -14,8 +12,6 @@ using Json = nlohmann::ordered_json;
 namespace {
 
 /// Decodes a document and writes it again, so that all of its values can be compared at once.
-using RoundTrip = QByteArray (*)(const QByteArray &);
-
 template <class Record>
 QByteArray roundTrip(const QByteArray &json) {
     return wire::encode(wire::decode<Record>(json));
@@ -23,37 +19,28 @@ QByteArray roundTrip(const QByteArray &json) {
 
 struct RecordRow {
     const char *name;
-    RoundTrip roundTrip;
+    QByteArray (*roundTrip)(const QByteArray &);
     QByteArray json; ///< every key present
-    QByteArrayList required;
+    QByteArray required;
 };
 
 QByteArray part(const QByteArray &json, const char *pointer) {
     return QByteArray::fromStdString(Json::parse(json.toStdString()).at(Json::json_pointer(pointer)).dump());
 }
 
-std::vector<RecordRow> records() {
-    return {
-        {"Status", roundTrip<Status>, statusJson, {"device_id", "device_name", "port", "paused", "peers"}},
-        {"PeerStatus", roundTrip<PeerStatus>, part(statusJson, "/peers/0"), {"device_id", "name"}},
-        {"FileXfer", roundTrip<FileXfer>, part(statusJson, "/file_xfer"), {"sent", "total", "sending"}},
-        {"DaemonSettings",
-         roundTrip<DaemonSettings>,
-         settingsJson,
-         {"device_name", "port", "file_size_cap_mb", "sync_text", "sync_image", "sync_files", "kvm_enabled",
-          "kvm_side"}},
-        {"ScreenPlacement",
-         roundTrip<ScreenPlacement>,
-         part(settingsJson, "/kvm_layout/d2"),
-         {"x", "y", "w", "h"}},
-        {"Device", roundTrip<Device>, part(devicesJson, "/0"), {"device_id", "name"}},
-        {"HistoryEntry", roundTrip<HistoryEntry>, part(historyJson, "/0"), {"id"}},
-        {"UpdateResult", roundTrip<UpdateResult>, R"({"ok":true,"need_restart":false})", {"ok"}},
-        {"ShowReply", roundTrip<pairing::ShowReply>, R"({"pin":"1234"})", {"pin"}},
-        {"ConnectReply", roundTrip<pairing::ConnectReply>, R"({"ok":false,"error":"no"})", {"ok"}},
-        {"ConnectRequest", roundTrip<pairing::ConnectRequest>, R"({"host":"h","pin":"p"})", {"host", "pin"}},
-    };
-}
+const RecordRow records[]{
+    {"Status", roundTrip<Status>, statusJson, "device_id device_name port paused peers"},
+    {"PeerStatus", roundTrip<PeerStatus>, part(statusJson, "/peers/0"), "device_id name"},
+    {"FileXfer", roundTrip<FileXfer>, part(statusJson, "/file_xfer"), "sent total sending"},
+    {"DaemonSettings", roundTrip<DaemonSettings>, settingsJson,
+     "device_name port file_size_cap_mb sync_text sync_image sync_files kvm_enabled kvm_side"},
+    {"ScreenPlacement", roundTrip<ScreenPlacement>, part(settingsJson, "/kvm_layout/d2"), "x y w h"},
+    {"Device", roundTrip<Device>, part(devicesJson, "/0"), "device_id name"},
+    {"HistoryEntry", roundTrip<HistoryEntry>, part(historyJson, "/0"), "id"},
+    {"UpdateResult", roundTrip<UpdateResult>, R"({"ok":true,"need_restart":false})", "ok"},
+    {"ShowReply", roundTrip<pairing::ShowReply>, R"({"pin":"1234"})", "pin"},
+    {"ConnectReply", roundTrip<pairing::ConnectReply>, R"({"ok":false,"error":"no"})", "ok"},
+    {"ConnectRequest", roundTrip<pairing::ConnectRequest>, R"({"host":"h","pin":"p"})", "host pin"}};
 
 class RecordsTest : public QObject {
     Q_OBJECT
@@ -72,7 +59,7 @@ class RecordsTest : public QObject {
         missing.erase(name);
         Json null = whole;
         null[name] = nullptr;
-        if (record.required.contains(QByteArray::fromStdString(name))) {
+        if (record.required.split(' ').contains(QByteArray::fromStdString(name))) {
             QVERIFY_EXCEPTION_THROWN(decoded(missing), wire::DecodeError);
             QVERIFY_EXCEPTION_THROWN(decoded(null), wire::DecodeError);
         } else {
@@ -82,9 +69,8 @@ class RecordsTest : public QObject {
 
         for (const Json &other :
              {Json("text"), Json(1), Json(true), Json(Json::array({Json()})), Json{{"a", nullptr}}}) {
-            const bool sameType =
-                other.type() == whole[name].type() || (other.is_number() && whole[name].is_number());
-            if (sameType && other.is_primitive())
+            if (other.is_primitive() &&
+                (other.type() == whole[name].type() || (other.is_number() && whole[name].is_number())))
                 continue;
             Json wrong = whole;
             wrong[name] = other;
@@ -95,7 +81,7 @@ class RecordsTest : public QObject {
 private Q_SLOTS:
     /// Present, missing, null, of another type, and beside a key that nobody knows.
     void everyKey() {
-        for (const RecordRow &record : records()) {
+        for (const RecordRow &record : records) {
             const Json whole = Json::parse(record.json.toStdString());
             for (const auto &member : whole.items())
                 compareKey(record, whole, member.key());
@@ -106,6 +92,7 @@ private Q_SLOTS:
     void keysReachTheirMembers() {
         const auto status = wire::decode<Status>(statusJson);
         const FileXfer transfer{u"a.bin"_s, 2, 1, Q_INT64_C(9007199254740993), true};
+        const std::vector<std::vector<double>> displays{{0, 0, 1440, 900}, {1440, 0, 1, 1.5}};
         QCOMPARE(status, (Status{u"d1"_s,
                                  u"Desk"_s,
                                  u"linux"_s,
@@ -118,7 +105,7 @@ private Q_SLOTS:
                                  u"1.2.0"_s,
                                  1440.0,
                                  900.5,
-                                 {{{0, 0, 1440, 900}, {1440, 0, 1, 1.5}}},
+                                 displays,
                                  transfer}));
         const auto settings = wire::decode<std::optional<DaemonSettings>>(settingsJson);
         const ScreenPlacement first{0, 0, 1440, 900};
@@ -138,67 +125,6 @@ private Q_SLOTS:
         QCOMPARE(wire::decode<History>(R"([{"id":7,"preview":"x","ts":9}])"),
                  (std::vector{HistoryEntry{7, {}, {}, {}, {}}}));
         QVERIFY_EXCEPTION_THROWN(wire::decode<History>(R"([{"id":7},{"type":"text"}])"), wire::DecodeError);
-    }
-
-    void equalityAndHashKnowEveryMember() {
-        auto status = wire::decode<Status>(statusJson);
-        status.peers.push_back({u"d3"_s, u"Tab"_s});
-        auto reordered = status;
-        std::swap(reordered.peers[0], reordered.peers[1]);
-        QVERIFY(status != reordered);
-
-        const Device whole = wire::decode<std::optional<std::vector<Device>>>(devicesJson)->front();
-        QSet<std::size_t> hashes{qHash(whole)};
-        const auto differs = [&](auto Device::*member, const auto &value) {
-            Device other = whole;
-            other.*member = value;
-            const auto known = hashes.size();
-            hashes.insert(qHash(other));
-            return other != whole && hashes.size() > known;
-        };
-        QVERIFY(differs(&Device::device_id, u"x"_s));
-        QVERIFY(differs(&Device::name, u"x"_s));
-        QVERIFY(differs(&Device::platform, std::nullopt));
-        QVERIFY(differs(&Device::fingerprint, std::nullopt));
-        QVERIFY(differs(&Device::online, std::nullopt));
-        QVERIFY(differs(&Device::online, false));
-        QVERIFY(differs(&Device::last_seen, 0));
-        QVERIFY(differs(&Device::paired_at, std::nullopt));
-        QVERIFY(qHash(PeerStatus{u"a"_s, u"b"_s}) != qHash(PeerStatus{u"b"_s, u"a"_s}));
-    }
-
-    /// Whatever becomes of a document on its way, reading it either fails cleanly or yields a record that
-    /// survives being written.
-    void damagedDocuments() {
-        std::mt19937 random(1); // NOLINT(bugprone-random-generator-seed): the same documents in every run
-        const auto below = [&random](qsizetype end) {
-            return std::uniform_int_distribution<qsizetype>(0, end - 1)(random);
-        };
-        const QByteArrayList splices{"null", "[",       "]",       "{", "}",   ",",       ":",
-                                     "\"",   "\\u0000", "\\ud800", "-", "1e9", "9.9e99",  "1e",
-                                     "\xff", "",        "true",    "0", "\n",  "\xf0\x9f"};
-        int survivors = 0;
-        for (int round = 0; round < 1500; ++round) {
-            for (const RecordRow &row : records()) {
-                QByteArray json = row.json;
-                for (auto damages = 1 + below(3); damages > 0; --damages) {
-                    const auto at = below(json.size());
-                    const auto length = std::min(below(4), json.size() - at);
-                    if (below(2) == 0)
-                        json.replace(at, length, splices.at(below(splices.size())));
-                    else
-                        json[at] = static_cast<char>(below(256));
-                }
-                try {
-                    const QByteArray written = row.roundTrip(json);
-                    QCOMPARE(row.roundTrip(written), written);
-                    ++survivors;
-                } catch (const wire::DecodeError &error) {
-                    QVERIFY(*error.what() != '\0');
-                }
-            }
-        }
-        QVERIFY(survivors > 100);
     }
 };
 

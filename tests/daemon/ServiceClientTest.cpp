@@ -1,12 +1,14 @@
 #include "daemon/ServiceClient.h"
+#include "async/TransportError.h"
 #include "daemon/Records.h"
 #include "support/Await.h"
 #include "support/FakeService.h"
 #include "support/Row.h"
 #include "support/Samples.h"
+#include "update/TestAuthority.h"
 
-#include <QElapsedTimer>
 #include <QNetworkProxy>
+#include <QSslServer>
 
 using namespace quorbit;
 using namespace quorbit::test;
@@ -16,6 +18,21 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto silence = 300ms;
+
+/// A service with a good status, and its client.
+struct World {
+    World() {
+        service.answerAll();
+        client.setConnection({service.address(), u"t"_s});
+    }
+    QCoro::Task<Status> ask() { return client.get<Status>(u"/api/status"_s, owner.get_token()); }
+    QCoro::Task<> order() { return client.postEmpty(u"/api/pause"_s, owner.get_token()); }
+    bool isAnswered() { return finish(ask()) == wire::decode<Status>(statusJson); }
+
+    FakeService service;
+    std::stop_source owner;
+    ServiceClient client{5s};
+};
 
 class ServiceClientTest : public QObject {
     Q_OBJECT
@@ -48,118 +65,29 @@ private Q_SLOTS:
         QCOMPARE(service.connections, 0);
     }
 
-    void pathsReplaceTheAddressesOwn() {
-        const std::pair<QString, QString> rows[]{// the base is appended to the service's address
-                                                 {u"/ui"_s, u"/api/history"_s},
-                                                 {u"/a/b/?c=d#e"_s, u"/api/history"_s},
-                                                 {u""_s, u"/api/devices/AZaz09-._~:@!$&'()*+,;=%2F%25"_s},
-                                                 {u""_s, u"/api/devices//x"_s},
-                                                 {u""_s, u"/api/devices/a?b"_s}};
-        for (const auto &[base, path] : rows) {
-            FakeService service;
-            ServiceClient client(silence);
-            client.setConnection({QUrl(service.address().toString() + base), u"t"_s});
-            finish(client.deleteEmpty(path, {}));
-            QCOMPARE(service.lines(), QByteArrayList{"DELETE " + path.toUtf8()});
-        }
-    }
-
-    void tokenGoesOutAsItIs() {
-        for (const QString &token : {u"s3cret"_s, u""_s, u"p\u00e9: ,x"_s}) {
-            FakeService service;
-            ServiceClient client(silence);
-            service.answer("POST /api/pause", {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
-            QUrl address = service.address();
+    void pathsReplaceTheAddressesOwnAndTokensGoOutAsTheyAre() {
+        const struct {
+            QString base; ///< appended to the service's address
+            QString path;
+            QString token = u"s3cret"_s;
+        } rows[]{{u"/ui"_s, u"/api/history"_s},
+                 {u"/a/b/?c=d#e"_s, u"/api/history"_s, u""_s},
+                 {u""_s, u"/api/devices/AZaz09-._~:@!$&'()*+,;=%2F%25"_s, u"p\u00e9: ,x"_s},
+                 {u""_s, u"/api/devices//x"_s},
+                 {u""_s, u"/api/devices/a?b"_s}};
+        for (const auto &[base, path, token] : rows) {
+            World world;
+            const QByteArray line = "DELETE " + path.toUtf8();
+            world.service.answer(line, {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
+            QUrl address(world.service.address().toString() + base);
             address.setUserInfo(u"user:password"_s);
-            client.setConnection({address, token});
-            finish(client.postEmpty(u"/api/pause"_s, {}));
+            world.client.setConnection({address, token});
+            finish(world.client.deleteEmpty(path, {}));
             // Once: the name and password in the address are no answer to the service's refusal.
-            QCOMPARE(service.seen.size(), std::size_t{1});
-            QCOMPARE(service.seen.at(0).header("authorization"), QByteArrayList{"Bearer " + token.toUtf8()});
+            QCOMPARE(world.service.lines(), QByteArrayList{line});
+            QCOMPARE(world.service.seen.at(0).header("authorization"),
+                     QByteArrayList{"Bearer " + token.toUtf8()});
         }
-    }
-
-    void statusesPlayNoPart() {
-        for (const int status : {200, 201, 301, 302, 307, 400, 401, 403, 404, 405, 407,
-                                 409, 410, 418, 429, 500, 501, 502, 503, 504, 599}) {
-            const Row row(QByteArray::number(status));
-            FakeService service;
-            ServiceClient client(silence);
-            client.setConnection({service.address(), u"t"_s});
-            service.answer("PUT /api/settings",
-                           {R"({"ok":false})", status, {"WWW-Authenticate: Basic realm=\"r\""}});
-            service.answer("POST /api/pause", {{}, status});
-            QCOMPARE(finish(client.put<UpdateResult>(u"/api/settings"_s, DaemonSettings(), {})).ok, false);
-            finish(client.postEmpty(u"/api/pause"_s, {}));
-            QCOMPARE(service.seen.size(), std::size_t{2});
-        }
-    }
-
-    void brokenRepliesFail() {
-        const std::pair<const char *, Answer> rows[]{
-            {"empty", {}},
-            {"null", {"null"}},
-            {"deep", {QByteArray(100'000, '[')}},
-            {"bad UTF-8", {QByteArray(statusJson).replace("Desk", "\xff")}},
-            {"50 MB", {statusJson + QByteArray(50'000'000, ' ')}},
-            {"endless", {{}, 200, {}, Answer::endless}},
-            {"cut off", {statusJson, 200, {}, Answer::cutOff}},
-            {"cut off in the head", {{}, 200, {}, Answer::shut}},
-            {"hangs", {{}, 200, {}, Answer::hang}}};
-        for (const auto &[name, answer] : rows) {
-            const Row row(name);
-            FakeService service;
-            ServiceClient client(silence);
-            client.setConnection({service.address(), u"t"_s});
-            service.answer("GET /api/status", answer);
-            try {
-                finish(client.get<Status>(u"/api/status"_s, {}));
-                QFAIL("the reply was taken");
-            } catch (const TransportError &) {
-            } catch (const wire::DecodeError &) {}
-            // The next request is none the worse for it.
-            service.answer("GET /api/status", {statusJson});
-            QCOMPARE(finish(client.get<Status>(u"/api/status"_s, {})), wire::decode<Status>(statusJson));
-        }
-    }
-
-    void refusedConnectionFails() {
-        FakeService service;
-        ServiceClient client(silence);
-        client.setConnection({service.address(), u"t"_s});
-        service.close();
-        QVERIFY_EXCEPTION_THROWN(finish(client.get<Status>(u"/api/status"_s, {})), TransportError);
-        QVERIFY_EXCEPTION_THROWN(finish(client.postEmpty(u"/api/pause"_s, {})), TransportError);
-    }
-
-    void redirectsAreNotFollowed() {
-        FakeService elsewhere;
-        elsewhere.answerAll();
-        FakeService service;
-        const QByteArray target = elsewhere.address().toEncoded();
-        service.answer("GET /api/status", {{}, 302, {"Location: " + target + "/api/status"}});
-        service.answer("POST /api/pause", {{}, 307, {"Location: " + target + "/api/pause"}});
-        ServiceClient client(silence);
-        client.setConnection({service.address(), u"t"_s});
-        QVERIFY_EXCEPTION_THROWN(finish(client.get<Status>(u"/api/status"_s, {})), wire::DecodeError);
-        finish(client.postEmpty(u"/api/pause"_s, {}));
-        QTest::qWait(20);
-        QCOMPARE(elsewhere.connections, 0);
-        QCOMPARE(service.seen.size(), std::size_t{2});
-    }
-
-    void cookiesAndRepliesAreNotKept() {
-        FakeService service;
-        service.answer(
-            "GET /api/status",
-            {statusJson, 200, {"Set-Cookie: a=b; Path=/", "Cache-Control: max-age=3600", "ETag: \"1\""}});
-        ServiceClient client(silence);
-        client.setConnection({service.address(), u"t"_s});
-        finish(client.get<Status>(u"/api/status"_s, {}));
-        finish(client.get<Status>(u"/api/status"_s, {}));
-        QCOMPARE(service.seen.size(), std::size_t{2});
-        QVERIFY(service.seen[1].header("cookie").isEmpty());
-        QVERIFY(service.seen[1].header("if-none-match").isEmpty());
     }
 
     /// Qt itself asks no proxy for the loopback address, so this is an address that leads nowhere.
@@ -176,17 +104,160 @@ private Q_SLOTS:
         QCOMPARE(proxy.connections, 0);
     }
 
-    void stopEndsAHangingRequestAtOnce() {
+    void questionsShareConnections() {
+        World world;
+        const auto askAtOnce = [&world](int questions) {
+            std::vector<std::shared_ptr<Outcome<Status>>> outcomes;
+            for (int question = 0; question < questions; ++question)
+                outcomes.push_back(outcomeOf(world.ask()));
+            for (const auto &outcome : outcomes)
+                QTRY_VERIFY(outcome->value);
+        };
+        for (int round = 0; round < 3; ++round) {
+            askAtOnce(4);
+            QCOMPARE(world.service.connections, 4);
+        }
+        askAtOnce(9);
+        QTRY_COMPARE(world.service.openConnections(), 4); // What came on top of them is not kept.
+    }
+
+    void aConnectionInDoubtIsNotUsedAgain() {
+        const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(statusJson.size());
+        const struct {
+            const char *name;
+            QByteArray reply;
+            void (*meanwhile)(FakeService &) = [](FakeService &) {};
+        } rows[]{
+            {"the service closes it", head + "\r\nConnection: close\r\n\r\n" + statusJson},
+            {"more than the reply", head + "\r\n\r\n" + statusJson + "HTTP/1.1 200 OK\r\n\r\n[]"},
+            {"a reply that nobody asked for", head + "\r\n\r\n" + statusJson,
+             [](FakeService &service) { service.say("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]"); }},
+            {"closed while idle", head + "\r\n\r\n" + statusJson,
+             [](FakeService &service) { service.hangUp(); }}};
+        for (const auto &[name, reply, meanwhile] : rows) {
+            const Row row(name);
+            World world;
+            world.service.answer("GET /api/status", {reply, 200, {}, Answer::raw});
+            QVERIFY(world.isAnswered());
+            meanwhile(world.service);
+            QTRY_COMPARE(world.service.openConnections(), 0);
+            QVERIFY(world.isAnswered());
+            QCOMPARE(world.service.connections, 2);
+            QCOMPARE(world.service.seen.size(), std::size_t{2});
+        }
+    }
+
+    void whatMayBeSentAgain() {
+        const struct {
+            const char *name;
+            Answer answer;
+            bool isQuestion;
+            std::size_t sent;
+        } rows[]{{"a question without an answer", {{}, 200, {}, Answer::shut}, true, 2},
+                 {"a question with half an answer", {statusJson, 200, {}, Answer::cutOff}, true, 1},
+                 {"a command", {{}, 200, {}, Answer::shut}, false, 1}};
+        for (const auto &[name, answer, isQuestion, sent] : rows) {
+            const Row row(name);
+            World world;
+            QVERIFY(world.isAnswered());
+            world.service.answer(isQuestion ? "GET /api/status" : "POST /api/pause", answer);
+            if (isQuestion)
+                QVERIFY_EXCEPTION_THROWN(finish(world.ask()), TransportError);
+            else
+                QVERIFY_EXCEPTION_THROWN(finish(world.order()), TransportError);
+            QCOMPARE(world.service.seen.size(), sent + 1);
+            QCOMPARE(world.service.connections, sent == 1 && isQuestion ? 1 : 2);
+        }
+    }
+
+    void anotherServiceEndsTheConnectionsToTheFormer() {
+        World world;
+        QVERIFY(world.isAnswered());
+        world.service.answer("GET /api/devices", {{}, 200, {}, Answer::hang});
+        const auto late = outcomeOf(world.client.getBody(u"/api/devices"_s, {}));
+        QVERIFY(world.isAnswered());
+        FakeService other;
+        other.answerAll();
+        world.client.setConnection({other.address(), u"other"_s});
+        QVERIFY(world.isAnswered());
+        QCOMPARE(other.seen.at(0).header("authorization"), QByteArrayList{"Bearer other"});
+        // The one that is being used ends with its reply, and the question is not asked elsewhere.
+        QTRY_COMPARE(world.service.openConnections(), 1);
+        world.service.say("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]");
+        QTRY_VERIFY(late->value);
+        QTRY_COMPARE(world.service.openConnections(), 0);
+        QCOMPARE(other.seen.size(), std::size_t{1});
+    }
+
+    void addresses() {
+        for (const auto &[host, listens] :
+             {std::pair(u"localhost"_s, QHostAddress(QHostAddress::LocalHost)),
+              std::pair(u"[::1]"_s, QHostAddress(QHostAddress::LocalHostIPv6))}) {
+            const Row row(host.toUtf8());
+            FakeService service(listens);
+            service.answerAll();
+            ServiceClient client(5s);
+            const QString server = host + u':' + QString::number(service.address().port());
+            client.setConnection({QUrl(u"http://user:word@"_s + server + u"/ui"_s), u"t"_s});
+            QCOMPARE(finish(client.get<Status>(u"/api/status"_s, {})), wire::decode<Status>(statusJson));
+            QCOMPARE(service.seen.at(0).head,
+                     "GET /api/status HTTP/1.1\r\nHost: " + server.toUtf8() + "\r\nAuthorization: Bearer t");
+        }
+    }
+
+    void encryptedAddresses() {
+        const TestAuthority authority;
+        QSslServer server;
+        server.setSslConfiguration(authority.identity(u"localhost"_s));
+        connect(&server, &QTcpServer::pendingConnectionAvailable, [&server] {
+            QTcpSocket *socket = server.nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+                if (socket->readAll().contains("Authorization: Bearer t\r\n"))
+                    socket->write("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}");
+            });
+        });
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        World world;
+        world.client.setConnection({QUrl(u"https://localhost:%1/"_s.arg(server.serverPort())), u"t"_s});
+        const auto answer = [&world] { return finish(world.client.getBody(u"/"_s, {})); };
+        QVERIFY_EXCEPTION_THROWN(answer(), TransportError);
+        trust(authority.certificate());
+        QCOMPARE(answer(), "{}");
+        QCOMPARE(answer(), "{}");
+    }
+
+    void aReplyMayTakeLongerThanItsSilences() {
+        World world;
+        ServiceClient client(3s);
+        client.setConnection({world.service.address(), u"t"_s});
+        world.service.answer("GET /api/status",
+                             {"HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n{", 200, {}, Answer::raw});
+        const auto outcome = outcomeOf(client.getBody(u"/api/status"_s, {}));
+        for (const char *piece : {" ", " ", "}"}) {
+            QTest::qWait(1100);
+            QVERIFY(!outcome->ended());
+            world.service.say(piece);
+        }
+        QTRY_COMPARE(outcome->value, "{  }");
+        world.service.answer("GET /api/status", {{}, 200, {}, Answer::hang});
+        QVERIFY_EXCEPTION_THROWN(finish(client.getBody(u"/api/status"_s, {})), TransportError);
+    }
+
+    void theClientMayGoFirst() {
         FakeService service;
+        service.answerAll();
         service.answer("POST /api/pause", {{}, 200, {}, Answer::hang});
-        ServiceClient client(1h);
-        client.setConnection({service.address(), u"t"_s});
         std::stop_source owner;
-        const auto outcome = outcomeOf(client.postEmpty(u"/api/pause"_s, owner.get_token()));
-        QTRY_COMPARE(service.seen.size(), std::size_t{1});
-        QVERIFY(!outcome->ended());
+        auto client = std::make_unique<ServiceClient>(5s);
+        client->setConnection({service.address(), u"t"_s});
+        const auto question = outcomeOf(client->get<Status>(u"/api/status"_s, owner.get_token()));
+        const auto command = outcomeOf(client->postEmpty(u"/api/pause"_s, owner.get_token()));
+        client.reset();
+        QTRY_VERIFY(question->value);
+        QVERIFY(!command->ended());
         owner.request_stop();
-        QVERIFY(outcome->stopped);
+        QVERIFY(command->stopped);
+        QTRY_COMPARE(service.openConnections(), 0);
     }
 };
 

@@ -173,22 +173,15 @@ class Sway(Compositor):
         self.keyboard.__exit__()
         super().__exit__(*arguments)
 
-    def say(self, *words):
-        return subprocess.run(["swaymsg", "--raw", "--socket", str(self.ipc), "--", *words], capture_output=True,
-                              text=True, check=True).stdout
+    def say(self, *words, kind="command"):
+        return subprocess.run(["swaymsg", "--raw", "--socket", str(self.ipc), "-t", kind, "--", *words],
+                              capture_output=True, text=True, check=True).stdout
 
-    def tree(self):
+    def tree(self, branch=None):
         """Every window, as the compositor describes it."""
-        found = []
-        tree = subprocess.run(["swaymsg", "--raw", "--socket", str(self.ipc), "-t", "get_tree"], capture_output=True,
-                              text=True, check=True).stdout
-        todo = [json.loads(tree)]
-        while todo:
-            branch = todo.pop()
-            todo += branch["nodes"] + branch["floating_nodes"]
-            if "shell" in branch:
-                found.append(branch)
-        return found
+        branch = branch or json.loads(self.say(kind="get_tree"))
+        below = [window for each in branch["nodes"] + branch["floating_nodes"] for window in self.tree(each)]
+        return [branch, *below] if "shell" in branch else below
 
     def windows(self, pid):
         return {window["name"]: tuple(window["rect"][key] for key in ("x", "y", "width", "height"))

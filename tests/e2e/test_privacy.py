@@ -22,8 +22,8 @@ import unittest
 from contextlib import suppress
 from pathlib import Path
 
-from desktop import (BIN, CONNECTION, HOME, Gio, Program, StatusNotifierTray, application_node, node, nodes, picture,
-                     press, processes, wait_for)
+from desktop import (BIN, CONNECTION, HOME, GLib, Gio, Program, StatusNotifierTray, application_node, node, nodes,
+                     picture, press, processes, wait_for)
 from reader import screen
 from test_update import HOST, be_the_internet
 
@@ -108,9 +108,6 @@ class Server(http.server.ThreadingHTTPServer):
         self.connections += 1
         return True
 
-    def authorizations(self):
-        return {tuple(head.get_all("Authorization") or ()) for _, _, head in self.heads}
-
 
 class Children(threading.Thread):
     """The arguments of all processes and the environment of those with this home, as long as it runs."""
@@ -136,31 +133,26 @@ def listening(pid):
     for descriptor in Path(f"/proc/{pid}/fd").iterdir():
         with suppress(OSError):
             own.add(os.readlink(descriptor)[8:-1])
-    network = []
-    for kind, listens in (("tcp", "0A"), ("tcp6", "0A"), ("udp", ""), ("udp6", ""), ("raw", ""), ("raw6", "")):
-        for row in Path(f"/proc/{pid}/net/{kind}").read_text().splitlines()[1:]:
-            words = row.split()
-            if words[9] in own and (not listens or words[3] == listens):
-                network.append((kind, words[1]))
-    unix = [row.split() for row in Path(f"/proc/{pid}/net/unix").read_text().splitlines()[1:]]
-    return network, [row[-1] for row in unix if row[6] in own and row[3] == "00010000"]
+
+    def table(kind):
+        return [row.split() for row in Path(f"/proc/{pid}/net/{kind}").read_text().splitlines()[1:]]
+    return ([(kind, row[1]) for kind in ("tcp", "tcp6", "udp", "udp6", "raw", "raw6") for row in table(kind)
+             if row[9] in own and (not kind.startswith("tcp") or row[3] == "0A")],
+            [row[-1] for row in table("unix") if row[6] in own and row[3] == "00010000"])
+
+
+def call(name, path, interface, method):
+    return Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(name, path, interface, method, None, None,
+                                                           Gio.DBusCallFlags.NONE, 5000, None).unpack()[0]
 
 
 def interfaces(name, path="/"):
     """What an owner of a bus name offers there and below."""
-    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-    xml = bus.call_sync(name, path, "org.freedesktop.DBus.Introspectable", "Introspect", None, None,
-                        Gio.DBusCallFlags.NONE, 5000, None).unpack()[0]
+    xml = call(name, path, "org.freedesktop.DBus.Introspectable", "Introspect")
     found = set(re.findall(r'<interface name="([^"]+)"', xml))
     for child in re.findall(r'<node name="([^"]+)"', xml):
         found |= interfaces(name, path.rstrip("/") + "/" + child)
     return found
-
-
-def screen_reader_bus():
-    return Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
-        "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, Gio.DBusCallFlags.NONE, -1,
-        None).unpack()[0]
 
 
 def selections():
@@ -191,9 +183,6 @@ def connect_as_nobody(path):
 
 
 class Privacy(unittest.TestCase):
-    def setUp(self):
-        self.heard = []
-
     def prepare(self):
         """A desktop whose folders others may enter, with programs that only tell how they were started."""
         os.umask(0o022)
@@ -222,32 +211,29 @@ class Privacy(unittest.TestCase):
             # None of which may make the program trust less or more.
             "SSL_CERT_FILE": "/dev/null", "SSL_CERT_DIR": "/nonexistent"}
 
-    def connection_files(self, address=None, token=None):
+    def connection_files(self, address, token):
         for name, text in (("ui-url", address), ("ui-token", token)):
-            with suppress(FileNotFoundError):
-                (CONNECTION / name).unlink()
+            (CONNECTION / name).unlink(missing_ok=True)
             if text:
                 (CONNECTION / name).write_text(text)
 
-    def buttons(self, name=None):
-        return nodes(application_node(self.pid), "push button", name)
-
-    def find(self, role, name):
-        return wait_for(f"the {role} {name}", lambda: node(self.pid, role, name), PATIENCE)
+    def press(self, role, name):
+        press(wait_for(f"the {role} {name}", lambda: node(self.pid, role, name), PATIENCE))
 
     def look(self, view, *expected):
         """Reads what is on screen until it says all that is expected, and keeps it."""
+        texts, lacking = [], []
+
         def read():
-            self.texts = [(each.role, text) for each in screen(self.pid)
-                          for text in (each.name, each.description, each.text)]
-            return all(any(part in text for _, text in self.texts) for part in expected)
-        try:
+            texts[:] = [(each.role, text) for each in screen(self.pid)
+                        for text in (each.name, each.description, each.text)]
+            lacking[:] = [part for part in expected if not any(part in text for _, text in texts)]
+            return not lacking
+        with suppress(AssertionError):
             wait_for(view, read, PATIENCE)
-        except AssertionError:
-            self.fail(f"{view} lacks {[part for part in expected if not any(part in text for _, text in self.texts)]}: "
-                      f"{self.texts}")
-        self.heard.append(repr(self.texts))
-        for role, text in self.texts:
+        self.assertEqual(lacking, [], f"{view}: {texts}")
+        self.heard.append(repr(texts))
+        for role, text in texts:
             # What may be edited is what the service would get back.
             if role != "text" or text not in (NASTY, "self" + NASTY, "self" + NASTY.split("\x00", maxsplit=1)[0]):
                 self.assertIsNone(FORBIDDEN.search(text), f"{view}: {role} {text!r}")
@@ -257,16 +243,8 @@ class Privacy(unittest.TestCase):
             time.sleep(0.5)
             picture(Path(folder) / f"{view}.png")
 
-    def open_system_log(self):
-        """Where the C library sends what is logged, unless this computer has a log already."""
-        if os.path.exists("/dev/log"):
-            return None
-        log = self.enterContext(socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM))
-        log.bind("/dev/log")
-        self.addCleanup(os.unlink, "/dev/log")
-        return log
-
     def test_a_tour(self):
+        self.heard = []
         self.prepare()
         ours = set(files_in(HOME))
         began = time.time() - 1
@@ -277,10 +255,14 @@ class Privacy(unittest.TestCase):
         self.first, self.second, self.elsewhere = (Server(("127.0.0.1", 0)) for _ in range(3))
         self.lookalike = Server(("127.0.0.2", self.first.port))
         self.first.answer, self.second.answer = self.redirect, self.play
-        self.log = self.open_system_log()
+        self.log = None
+        if not os.path.exists("/dev/log"):  # where the C library sends what is logged
+            self.log = self.enterContext(socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM))
+            self.log.bind("/dev/log")
+            self.addCleanup(os.unlink, "/dev/log")
         self.children = Children()
         monitors = [self.enterContext(Program("dbus-monitor", *bus)) for bus in (
-            ("--session",), ("--address", screen_reader_bus()))]
+            ("--session",), ("--address", call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")))]
         self.tray = self.enterContext(StatusNotifierTray())
         self.application = self.enterContext(Program("/bin/sh", "-c", f'umask 0; cd "{HOME}/where"; exec "$0"',
                                                      self.executable, env=self.environment))
@@ -293,17 +275,16 @@ class Privacy(unittest.TestCase):
         self.restart()
 
         tokens = [token.encode(coding) for token in (OLD, NEW) for coding in ("utf-8", "utf-16-le")]
-        told = {"standard output": self.application.printed(), "the tree": "".join(self.heard),
-                "the buses": "".join(monitor.printed() for monitor in monitors),
-                "the system log": self.log.recv(100_000).decode() if self.log else "[Quorbit] 启动",
-                "started programs": self.seen.read_text()}
         self.children.ended.set()
-        found = {name: text.encode(errors="replace") for name, text in told.items()}
-        found["arguments"] = b"".join(self.children.arguments)
-        found["environments"] = b"".join(self.children.environments)
+        found = {"standard output": self.application.printed().encode(errors="replace"),
+                 "the tree": "".join(self.heard).encode(errors="replace"),
+                 "the buses": "".join(monitor.printed() for monitor in monitors).encode(errors="replace"),
+                 "the system log": self.log.recv(100_000) if self.log else "[Quorbit] 启动".encode(),
+                 "started programs": self.seen.read_bytes(), "arguments": b"".join(self.children.arguments),
+                 "environments": b"".join(self.children.environments)}
         # The monitors saw the tree go over the bus.
-        self.assertIn("peer<b>", told["the buses"])
-        self.assertIn("[Quorbit] 启动", told["the system log"])
+        self.assertIn(b"peer<b>", found["the buses"])
+        self.assertIn("[Quorbit] 启动".encode(), found["the system log"])
         for path in files_in(HOME, "/tmp", "/dev/shm", "/var/tmp"):
             with suppress(FileNotFoundError):  # other programs' files come and go
                 status = path.lstat()
@@ -335,7 +316,7 @@ class Privacy(unittest.TestCase):
         wait_for("every redirect", lambda: len(self.first.heads) > len(REDIRECTS) + 4, PATIENCE)
         wait_for("the item", lambda: self.tray.items, PATIENCE)
         self.tray.ask("Activate")
-        press(self.find("check box", "Pause syncing"))
+        self.press("check box", "Pause syncing")
         wait_for("the pause", lambda: any(path == "/api/pause" for _, path, _ in self.first.heads), PATIENCE)
         # While the new address has no token of its own, the old one stays where it belongs.
         self.first.answer = None
@@ -350,7 +331,7 @@ class Privacy(unittest.TestCase):
         badge = "Quorbit 9.5<img src=x>%1&amp;&b . is available"
         self.look("panel", "self" + CLEAN, "peer" + CLEAN, "shown id", f"\u2068שלום{CLEAN}\u2069", "act" + CLEAN,
                   "xfer" + CLEAN + " · 25%", "hist" + CLEAN + ", src" + CLEAN, "y…y", badge)
-        press(self.find("push button", "Settings…"))
+        self.press("push button", "Settings…")
         tabs = wait_for("the tabs", lambda: nodes(application_node(self.pid), "page tab"), PATIENCE)
         expected = (["peer" + CLEAN, "id" + CLEAN, "10b" + CLEAN, "Unnamed", "act" + CLEAN],
                     ["hist" + CLEAN, "src" + CLEAN], ["self" + CLEAN, "peer" + CLEAN + ", ", "x…x"],
@@ -358,23 +339,23 @@ class Privacy(unittest.TestCase):
         for number, (tab, texts) in enumerate(zip(tabs, expected)):
             press(tab)
             self.look(f"tab {number}", *texts)
-        press(self.find("push button", "Check now"))
+        self.press("push button", "Check now")
         wait_for("another check", lambda: len(self.updates.heads) > 1, PATIENCE)
-        press(self.find("push button", "Download"))
-        press(self.find("push button", "Open in browser"))
-        press(self.find("combo box", "Interface language"))
-        press(self.find("menu item", "English"))
+        self.press("push button", "Download")
+        self.press("push button", "Open in browser")
+        self.press("combo box", "Interface language")
+        self.press("menu item", "English")
 
         press(tabs[3])
-        press(self.find("push button", "Remove, peer" + CLEAN))
+        self.press("push button", "Remove, peer" + CLEAN)
         self.look("alert", "peer" + CLEAN + " must be paired again")
-        press(self.find("push button", "Cancel"))
-        press(self.find("push button", "Add a computer"))
-        press(self.find("push button", "Create a PIN"))
+        self.press("push button", "Cancel")
+        self.press("push button", "Add a computer")
+        self.press("push button", "Create a PIN")
         self.look("sheet", "pin" + CLEAN)
-        press(self.find("push button", "Done"))
+        self.press("push button", "Done")
         press(tabs[2])
-        press(self.find("push button", "Allow…"))
+        self.press("push button", "Allow…")
         wait_for("the settings program", lambda: "gnome-control-center universal-access" in self.seen.read_text(),
                  PATIENCE)
 
@@ -400,8 +381,9 @@ class Privacy(unittest.TestCase):
     def look_around(self):
         # Every redirect and every change of the service told the others nothing.
         self.assertEqual([self.elsewhere.connections, self.lookalike.connections], [0, 0])
-        self.assertEqual((self.first.authorizations(), self.second.authorizations()),
-                         ({("Bearer " + OLD,)}, {("Bearer " + NEW,)}))
+        for server, token in ((self.first, OLD), (self.second, NEW)):
+            self.assertEqual({tuple(head.get_all("Authorization") or ()) for *_, head in server.heads},
+                             {("Bearer " + token,)})
         for server in (self.first, self.second, self.updates):
             self.assertEqual([head for _, _, head in server.heads if "Cookie" in head or "Referer" in head], [])
         for _, _, head in self.updates.heads:
@@ -417,8 +399,7 @@ class Privacy(unittest.TestCase):
             "org.freedesktop.DBus.Introspectable", "org.freedesktop.DBus.Peer"})
         self.assertEqual(selections(), [0, 0, 0])
         tree = subprocess.run(["xwininfo", "-root", "-tree"], capture_output=True, text=True, check=True).stdout
-        windows = re.findall(r"^\s+(0x[0-9a-f]+)", tree, re.MULTILINE)
-        for window in windows:
+        for window in re.findall(r"^\s+(0x[0-9a-f]+)", tree, re.MULTILINE):
             self.heard.append(subprocess.run(["xprop", "-id", window], capture_output=True, check=False).stdout.decode(
                 errors="replace"))
         self.assertIn('WM_CLASS(STRING) = "quorbit"', "".join(self.heard))
@@ -427,7 +408,8 @@ class Privacy(unittest.TestCase):
         """By way of the shell that waits; the new instance finds no service that answers and none that starts."""
         self.service.write_text("not a program")
         self.second.answer = None
-        press(self.find("push button", "Restart"))
+        with suppress(GLib.Error):  # It may be gone before it answers.
+            self.press("push button", "Restart")
         self.application.process.wait(PATIENCE)
         wait_for("the line", lambda: "[Quorbit] 启动 quorbitd 失败:" in self.application.printed(), PATIENCE)
         for pid in processes(self.executable):

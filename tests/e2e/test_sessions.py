@@ -9,7 +9,7 @@ import shutil
 import signal
 import subprocess
 import unittest
-from contextlib import nullcontext
+from contextlib import nullcontext, suppress
 from pathlib import Path
 from unittest import mock
 
@@ -26,14 +26,11 @@ PICTURES = os.environ.get("QUORBIT_PICTURES")
 
 def session_buses():
     """The bus daemons of this desktop; others may run on the computer."""
-
-    def is_own(pid):
-        try:
-            return f"HOME={HOME}\0".encode() in Path(f"/proc/{pid}/environ").read_bytes()
-        except OSError:
-            return False
-
-    return [pid for pid in processes(Path("/usr/bin/dbus-daemon")) if is_own(pid)]
+    found = []
+    for pid in processes(Path("/usr/bin/dbus-daemon")):
+        with suppress(OSError):
+            found += [pid] * (f"HOME={HOME}\0".encode() in Path(f"/proc/{pid}/environ").read_bytes())
+    return found
 
 
 def left_out(name, *kinds):
@@ -80,7 +77,21 @@ def open_panel(session, tray, application):
         tray.ask("Activate")
     else:
         start_again(session)
-    wait_for("the panel in front", lambda: session.front() == (application.pid, PANEL))
+    is_in_front(session, application, PANEL)
+
+
+def is_in_front(session, application, title):
+    wait_for(f"{title} in front", lambda: session.front() == (application.pid, title))
+
+
+def open_settings(session, application):
+    session.keys("shift+Tab", "shift+Tab", "space")
+    is_in_front(session, application, SETTINGS)
+
+
+def hide_panel(session, application):
+    session.keys("Escape")
+    wait_for("the panel to hide", lambda: PANEL not in session.windows(application.pid))
 
 
 def take(session, *name):
@@ -130,13 +141,11 @@ class Sessions(unittest.TestCase):
         session.keys("Tab", "space")
         wait_for("the pause", lambda: service.ask("/api/status")["paused"])
         if tray:
-            session.keys("Escape")
-            wait_for("the panel to hide", lambda: PANEL not in session.windows(application.pid))
+            hide_panel(session, application)
             start_again(session)
-            wait_for("the panel in front again", lambda: session.front() == (application.pid, PANEL))
+            is_in_front(session, application, PANEL)
             session.keys("Tab")
-        session.keys("shift+Tab", "shift+Tab", "space")
-        wait_for("the settings in front", lambda: session.front() == (application.pid, SETTINGS))
+        open_settings(session, application)
         take(session, name, "settings")
         polls = service.requests("/api/status")
         wait_for("more polls", lambda: service.requests("/api/status") > polls + 1)
@@ -154,12 +163,11 @@ class ComingsAndGoings(unittest.TestCase):
                     with kind() as tray:
                         open_panel(session, tray, application)
                         take(session, kind.__name__, f"there {number}")
-                        session.keys("Escape")
-                        wait_for("the panel to hide", lambda: not session.windows(application.pid))
+                        hide_panel(session, application)
                     wait_for("the icon's end", lambda: not icons())
                     # Out of reach, the panel is a window with a title until there is a tray again.
                     start_again(session)
-                    wait_for("the panel in front", lambda: session.front() == (application.pid, PANEL))
+                    is_in_front(session, application, PANEL)
                     wait_for("its title", lambda: has_title(application))
                     take(session, kind.__name__, f"gone {number}")
 
@@ -169,13 +177,12 @@ class ComingsAndGoings(unittest.TestCase):
                     X11() as session, Sim("full", "--log") as service, kind() as tray, \
                     start(session) as application:
                 open_panel(session, tray, application)
-                session.keys("Escape")
-                wait_for("the panel to hide", lambda: not session.windows(application.pid))
+                hide_panel(session, application)
                 bus.end(signal.SIGKILL)
                 polls = service.requests("/api/status")
                 wait_for("more polls", lambda: service.requests("/api/status") > polls + 1)
                 start_again(session)
-                wait_for("the panel in front", lambda: session.front() == (application.pid, PANEL))
+                is_in_front(session, application, PANEL)
                 self.assertEqual(has_title(application), kind is StatusNotifierTray)
                 session.keys("Tab", "space")
                 wait_for("the pause", lambda: service.ask("/api/status")["paused"])
@@ -212,15 +219,14 @@ class Front(unittest.TestCase):
             start_again(session)
             self.assertTrue(stays(lambda: session.front()[0] == other.pid, 1))
             start_again(session, XDG_ACTIVATION_TOKEN=activation_token(session))
-            wait_for("the panel in front", lambda: session.front() == (application.pid, PANEL))
+            is_in_front(session, application, PANEL)
 
-            session.keys("shift+Tab", "shift+Tab", "space")
-            wait_for("the settings in front", lambda: session.front() == (application.pid, SETTINGS))
+            open_settings(session, application)
             session.give_keyboard(other.pid)
             start_again(session, XDG_ACTIVATION_TOKEN=activation_token(session))
-            wait_for("the panel in front", lambda: session.front() == (application.pid, PANEL))
+            is_in_front(session, application, PANEL)
             session.keys("space")
-            wait_for("the settings in front again", lambda: session.front() == (application.pid, SETTINGS))
+            is_in_front(session, application, SETTINGS)
 
     def test_over_a_window_that_the_user_works_in(self):
         with X11() as session, Sim("full"), start(session) as application, \
@@ -232,7 +238,7 @@ class Front(unittest.TestCase):
                     session.keys("Shift_L")
                     self.assertTrue(session.front()[1].startswith("ImageMagick"))
                     start_again(session, **request)
-                    wait_for("the panel in front", lambda: session.front() == (application.pid, PANEL))
+                    is_in_front(session, application, PANEL)
 
 
 class Places(unittest.TestCase):
@@ -268,16 +274,14 @@ class Places(unittest.TestCase):
                     panel = session.windows(application.pid)[PANEL]
                     self.assertTrue(inside(panel, self.SCREENS[name], self.EDGE * scale), panel)
                     self.assertEqual(panel[2], 320 * scale)
-                    session.keys("Escape")
-                    wait_for("the panel to hide", lambda: not session.windows(application.pid))
+                    hide_panel(session, application)
 
     def test_a_window_that_is_moved_keeps_its_size_at_each_scale(self):
         with Monitors(self.SCREENS) as session, Sim("full"), StatusNotifierTray() as tray, \
                 start(session, QT_SCREEN_SCALE_FACTORS="1;2") as application:
             subprocess.run(["xdotool", "mousemove", "300", "300"], check=True)
             open_panel(session, tray, application)
-            session.keys("shift+Tab", "shift+Tab", "space")
-            wait_for("the settings in front", lambda: session.front() == (application.pid, SETTINGS))
+            open_settings(session, application)
             window = windows(SETTINGS, application.pid)[0]
             for left, size in ((710, (1120, 1040)), (10, (560, 520))):  # as wide as the screen and its content permit
                 subprocess.run(["xdotool", "windowmove", window, str(left), "100"], check=True)

@@ -4,8 +4,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <sys/stat.h>
-
 using namespace Qt::StringLiterals;
 using namespace quorbit;
 
@@ -94,29 +92,6 @@ private Q_SLOTS:
         defaults.synchronize();
         compareAll(SettingsDefaults(path));
         QCOMPARE(contents(path + u".broken"_s), QByteArray(R"({"key": )"));
-    }
-
-    /// Waiting would run into the time-out of the test.
-    void neitherWaitsForNorReplacesWhatIsNoFile() {
-        const QString path = folder_.filePath(u"pipe"_s);
-        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-        SettingsDefaults defaults(path);
-        setAll(defaults);
-        defaults.synchronize();
-        compareAll(defaults);
-        struct stat status {};
-        QVERIFY(::stat(QFile::encodeName(path).constData(), &status) == 0 && S_ISFIFO(status.st_mode));
-    }
-
-    void aUselessFileStopsNothing() {
-        const QString corrupt = file(QByteArrayLiteral("\0\xff[[[=\n\"unended"));
-        for (const QString &path : {corrupt, corrupt + u"/settings.json"_s, folder_.path()}) {
-            SettingsDefaults defaults(path);
-            QCOMPARE(defaults.integer(u"axHealCount"_s), 0);
-            setAll(defaults);
-            defaults.synchronize();
-            compareAll(defaults);
-        }
     }
 };
 

@@ -3,34 +3,131 @@
 #include "app/PanelWindow.h"
 #include "app/SettingsWindow.h"
 #include "daemon/Fixture.h"
+#include "menubar/MenuBarView.h"
+#include "settings/DeviceRow.h"
+#include "settings/SettingsView.h"
 #include "settings/TimeFormats.h"
+#include "ui/Alert.h"
+#include "ui/Button.h"
+#include "ui/Sheet.h"
+#include "ui/Switch.h"
 #include "update/UpdateChecker.h"
 
 #include <QTimer>
 
-namespace quorbit {
+namespace quorbit::test {
 
-class MenuBarView;
-class SettingsView;
+inline constexpr int tabCount = 5;
+inline constexpr int devicesTab = 3;
 
-namespace test {
+/// Makes whatever does not happen a failure: a user who meets nothing tests nothing.
+template <class Thing>
+Thing &need(Thing *thing, const char *name) {
+    if (thing == nullptr)
+        qFatal("no %s to use", name);
+    return *thing;
+}
 
 /// The panel and the settings window as the application ties them to a Daemon, and a user who uses them.
 class Desk : public QObject {
 public:
-    explicit Desk(Fixture &world);
+    explicit Desk(Fixture &world)
+        : world_(world)
+        , updater_(world.platform, clock_, QUrl(QStringLiteral("https://updates.invalid/version.json")),
+                   {QStringLiteral("en")})
+        , view_(new MenuBarView)
+        , panel_(view_)
+        , settings_([this] {
+            AboutServices about;
+            about.languages = {{{}, QStringLiteral("System")}};
+            about.storedLanguage = [] { return QString(); };
+            KvmServices kvm;
+            kvm.isAccessibilityTrusted = [this] { return world_.platform.isAccessibilityTrusted(); };
+            return new SettingsView(
+                {*world_.daemon, updater_, clock_, formats_, about, QStringLiteral("1.0.0"), kvm});
+        }) {
+        Daemon *daemon = world_.daemon.get();
+        rendering_.setSingleShot(true);
+        connect(&rendering_, &QTimer::timeout, this,
+                [this, daemon] { view_->render(menuBarModel(daemon->state(), updater_.state())); });
+        for (const auto published :
+             {&Daemon::connectionStateChanged, &Daemon::statusChanged, &Daemon::settingsChanged,
+              &Daemon::devicesChanged, &Daemon::historyChanged})
+            connect(daemon, published, &rendering_, [this] { rendering_.start(0); });
+        connect(view_, &MenuBarView::pauseRequested, daemon,
+                [daemon](bool pause) { daemon->setPaused(pause); });
+        connect(view_, &MenuBarView::historyChosen, daemon,
+                [daemon](qint64 id) { daemon->applyHistory(id); });
+        openSettings();
+        panel_.showAsWindow();
+    }
 
     /// What the user does between two polls.
-    void use(int poll);
+    void use(int poll) {
+        // Ten polls long the user is at each tab.
+        if (poll % 10 == 0)
+            settings().showTab(poll / 10 % tabCount);
+
+        const auto isAt = [poll](int period, int place) { return poll % period == place; };
+        if (isAt(50, 13)) { // at the second tab
+            for (Switch *each : settings_.findChildren<Switch *>()) {
+                if (each->isVisible())
+                    each->click();
+            }
+        }
+        if (isAt(50, 10 * devicesTab + 1)) {
+            press("devices.add");
+            press("devices.add.show.generate");
+        }
+        if (isAt(50, 10 * devicesTab + 3))
+            dismiss<Sheet>();
+        if (isAt(50, 10 * devicesTab + 5))
+            Q_EMIT need(settings_.findChild<DeviceRow *>(), "device").removeRequested();
+        if (isAt(100, 10 * devicesTab + 7))
+            dismiss<Alert>();
+        if (isAt(100, 10 * devicesTab + 57))
+            press("devices.unpair.confirm");
+
+        if (isAt(100, 4))
+            Q_EMIT view_->pauseRequested(true);
+        if (isAt(100, 14))
+            Q_EMIT view_->historyChosen(3);
+        if (isAt(100, 24))
+            world_.daemon->clearHistory();
+        if (isAt(100, 54))
+            panel_.dropDown({});
+        if (isAt(100, 56))
+            panel_.showAsWindow();
+        if (isAt(100, 64))
+            settings_.close();
+        if (isAt(100, 66))
+            openSettings();
+    }
+
     /// Lets the time of the views pass.
     void advance(FakeClock::Delay span) { clock_.advance(span); }
 
 private:
-    void openSettings();
-    SettingsView &settings() const;
-    void press(const char *text) const;
+    void openSettings() {
+        settings_.open();
+        for (int tab = tabCount; tab > 0; --tab)
+            settings().showTab(tab - 1);
+    }
+
+    SettingsView &settings() const { return need(settings_.findChild<SettingsView *>(), "settings"); }
+
+    void press(const char *text) const {
+        for (Button *button : settings_.findChildren<Button *>()) {
+            if (button->isVisible() && button->label() == qtTrId(text))
+                return button->click();
+        }
+        qFatal("no button \"%s\" to press", text);
+    }
+
     template <class What>
-    void dismiss() const;
+    void dismiss() const {
+        need(settings_.findChild<What *>(), What::staticMetaObject.className()).dismiss();
+    }
 
     Fixture &world_;
     /// Apart from the Daemon's, whose only alarm tells that a poll is over.
@@ -43,5 +140,4 @@ private:
     SettingsWindow settings_;
 };
 
-} // namespace test
-} // namespace quorbit
+} // namespace quorbit::test

@@ -112,15 +112,6 @@ void FakeService::respond(QTcpSocket *socket, const Answer &answer) {
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Status\r\n";
     for (const QByteArray &line : answer.headers)
         head += line + "\r\n";
-    if (answer.manner == Answer::endless) {
-        socket->write(head + "\r\n");
-        const auto feed = [socket] { socket->write(QByteArray(1 << 20, ' ')); };
-        connect(socket, &QTcpSocket::bytesWritten, socket, [socket, feed] {
-            if (socket->bytesToWrite() == 0)
-                feed();
-        });
-        return feed();
-    }
     const bool cutOff = answer.manner == Answer::cutOff;
     head += "Content-Length: " + QByteArray::number(answer.body.size() + (cutOff ? 1 : 0)) + "\r\n\r\n";
     socket->write(head + answer.body);

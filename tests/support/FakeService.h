@@ -17,11 +17,10 @@ namespace quorbit::test {
 struct Answer {
     enum Manner {
         reply,
-        hang,    ///< never answers
-        cutOff,  ///< announces one byte more than it sends, and closes
-        shut,    ///< closes without a word
-        endless, ///< goes on sending spaces for as long as somebody reads
-        raw,     ///< sends the body alone, which brings a head of its own
+        hang,   ///< never answers
+        cutOff, ///< announces one byte more than it sends, and closes
+        shut,   ///< closes without a word
+        raw,    ///< sends the body alone, which brings a head of its own
     };
 
     QByteArray body;

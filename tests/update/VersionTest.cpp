@@ -16,22 +16,18 @@ private Q_SLOTS:
     void parses() {
         using Components = std::vector<qint64>;
         const std::pair<const char *, Components> rows[]{
-            {"1.4.2", {1, 4, 2}},
             {"1.4.2-beta.3", {1, 4, 2}},
             {"-rc1", {0}},
             {"-1.2-beta", {1, 2}},
             {"--1.2", {1, 2}},
-            {"--", {0}},
             {"", {}},
-            {".", {}},
             {"1..2.", {1, 2}},
             {"1.-2", {1}},
             {"v1.2", {0, 2}},
-            {"1.x.3", {1, 0, 3}},
             {"2b.+7.0x1", {0, 7, 0}},
             {"1. 2.3 ", {1, 0, 0}},
             {"+.++1.1,5", {0, 0, 0}},
-            {"\u0661.2", {0, 2}}, // a digit, but not a decimal one
+            {"\u0661.2", {0, 2}},
             {"9223372036854775807.9223372036854775808", {std::numeric_limits<qint64>::max(), 0}}};
         for (const auto &[text, components] : rows) {
             const Row row(text);
@@ -45,8 +41,7 @@ private Q_SLOTS:
             bool newer, older;
         } rows[]{{u"1.10.0"_s, u"1.9.9"_s, true, false}, {u"1.2.1"_s, u"1.2"_s, true, false},
                  {u"1.2"_s, u"1.2.0"_s, false, false},   {u"2.0.0-beta"_s, u"2.0.0"_s, false, false},
-                 {u"v2.0"_s, u"1.0"_s, false, true},     {u"1.x.3"_s, u"1.0.2"_s, true, false},
-                 {QString(), u"0.0.0"_s, false, false},  {u"0.0.1"_s, QString(), true, false}};
+                 {u"v2.0"_s, u"1.0"_s, false, true},     {QString(), u"0.0.0"_s, false, false}};
         for (const auto &[left, right, newer, older] : rows) {
             const Row row(left.toUtf8() + " and " + right.toUtf8());
             QCOMPARE(version::compare(left, right), newer);
@@ -62,13 +57,11 @@ private Q_SLOTS:
             std::optional<QString> picked;
         } rows[]{{both, {u"zh-Hans"_s, u"en"_s}, u"修复"_s},
                  {both, {u"en"_s, u"zh-Hans"_s}, u"Fixes"_s},
-                 {both, {}, u"Fixes"_s},
                  {R"({"zh": "", "en": "Fixes"})", {u"zh"_s}, u"Fixes"_s},
                  {R"({"en": "Fixes"})", {u"zh"_s}, u"Fixes"_s},
                  {R"({"zh": "修复"})", {u"en"_s}, u"修复"_s},
                  {R"({"zh": "修复", "en": ""})", {u"en"_s}, u""_s},
                  {R"({"zh": ""})", {u"zh"_s}, u""_s},
-                 {"{}", {u"zh"_s}, {}},
                  {"null", {u"zh"_s}, {}}};
         for (const auto &[notes, languages, picked] : rows) {
             const Row row(notes + " in " + languages.join(u' ').toUtf8());
@@ -79,24 +72,15 @@ private Q_SLOTS:
     }
 
     void decodesManifests() {
-        const std::pair<QByteArray, bool> rows[]{
-            {R"({"version":"1.4.2","download":{}})", true},
-            {R"({"version":"","released_at":null,"download":{"macos":null},"notes":{},"more":[1]})", true},
-            {R"({"version":"1.4.2"})", false},
-            {R"({"version":"1.4.2","download":null})", false},
-            {R"({"version":1.4,"download":{}})", false},
-            {R"({"version":"1.4.2","download":{"macos":7}})", false},
-            {R"({"version":"1.4.2","download":{},"notes":"Fixes"})", false},
-            {R"({"version":"1.4.2","download":{},"released_at":20250101})", false}};
-        for (const auto &[json, isAccepted] : rows) {
-            const Row row(json);
-            try {
-                wire::decode<Manifest>(json);
-                QVERIFY(isAccepted);
-            } catch (const wire::DecodeError &) {
-                QVERIFY(!isAccepted);
-            }
+        for (const QByteArray bad :
+             {R"({"version":"1.4.2"})", R"({"version":"1.4.2","download":null})",
+              R"({"version":1.4,"download":{}})", R"({"version":"1.4.2","download":{"macos":7}})",
+              R"({"version":"1.4.2","download":{},"released_at":20250101})"}) {
+            const Row row(bad);
+            QVERIFY_EXCEPTION_THROWN(wire::decode<Manifest>(bad), wire::DecodeError);
         }
+        wire::decode<Manifest>(
+            R"({"version":"","released_at":null,"download":{"macos":null},"notes":{},"more":[1]})");
         const QByteArray whole =
             R"({"version":"1.4.2","released_at":"2025-01-01","min_supported_version":"1.0",)"
             R"("download":{"macos":"https://a/b.dmg","linux_deb":"https://a/b.deb"},)"
@@ -106,9 +90,8 @@ private Q_SLOTS:
 
     void looksForTheManifestOverHttps() {
         const QUrl address = manifestAddress();
-        QCOMPARE(address.scheme(), u"https"_s);
-        QVERIFY(!address.host().isEmpty());
-        QCOMPARE(address.path(), u"/version.json"_s);
+        QVERIFY(address.scheme() == u"https" && !address.host().isEmpty() &&
+                address.path() == u"/version.json");
     }
 
     void namesPackages() {

@@ -82,9 +82,7 @@ private Q_SLOTS:
             {R"({"name":null})", "name: expected a string"},
             {shapeWith("1", R"([{"x":1},{"x":2},{"x":"3"}])"), "points[2].x: expected a number"},
             {shapeWith("1", R"([{"x":1,"note":7}])"), "points[0].note: expected a string"},
-            {shapeWith("1", "[null]"), "points[0]: expected an object"},
             {R"({"name":"s","number":1,"points":[],"named":{"a b":{}}})", "named.a b.x: is missing"},
-            {R"({"name":"s","number":1,"points":[],"named":[]})", "named: expected an object"},
             {R"({"name":"s","number":1,"closed":1,"points":[]})", "closed: expected true or false"}};
         for (const auto &[json, message] : rows)
             QCOMPARE(failure(json), QByteArray(message));
@@ -97,8 +95,7 @@ private Q_SLOTS:
         };
         const QByteArray brackets(100'000, '[');
         const QByteArray braces = QByteArray("{\"name\":").repeated(100'000);
-        const QByteArrayList rows{{},
-                                  "<html></html>",
+        const QByteArrayList rows{"<html></html>",
                                   good.chopped(1),
                                   good + "}",
                                   QByteArray(good).replace("\"s\"", "\"\xc3(\""),    // not UTF-8
@@ -120,9 +117,8 @@ private Q_SLOTS:
         Shape shape;
         shape.name = u"a\"\u00e9\U0001f600\n"_s;
         shape.number = Q_INT64_C(9007199254740993);
-        QCOMPARE(
-            wire::encode(shape),
-            QByteArray("{\"name\":\"a\\\"\u00e9\U0001f600\\n\",\"number\":9007199254740993,\"points\":[]}"));
+        QCOMPARE(wire::encode(shape),
+                 "{\"name\":\"a\\\"\u00e9\U0001f600\\n\",\"number\":9007199254740993,\"points\":[]}");
         shape.closed = false;
         shape.points = {{0.1, u""_s}};
         shape.named.emplace();

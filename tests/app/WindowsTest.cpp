@@ -1,7 +1,10 @@
-#include "app/PanelWindow.h"
+#include "app/Localization.h"
 #include "app/PanelPlacement.h"
+#include "app/PanelWindow.h"
+#include "app/SettingsWindow.h"
 
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace quorbit;
@@ -16,7 +19,7 @@ void tell(QWidget &widget, QEvent::Type type) {
 
 } // namespace
 
-class PanelWindowTest : public QObject {
+class WindowsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -24,14 +27,11 @@ private Q_SLOTS:
         // Of the screen from (0, 0) to (1280, 1000), bars of 30 are taken on every side.
         const QRect available(30, 30, 1220, 940);
         const std::tuple<QRect, int, QRect> rows[]{
-            {{600, 3, 24, 24}, 200, {451, 38, 320, 200}}, // under the upper bar
-            {{600, 3, 24, 24}, 500, {451, 38, 320, 500}}, // keeps the icon's edge
-            {{1220, 3, 24, 24}, 200, {922, 38, 320, 200}},
+            {{600, 3, 24, 24}, 200, {451, 38, 320, 200}},    // under the upper bar
             {{600, 973, 24, 24}, 200, {451, 762, 320, 200}}, // above the lower bar
             {{600, 973, 24, 24}, 500, {451, 462, 320, 500}},
             {{32, 973, 24, 24}, 200, {38, 762, 320, 200}},
-            {{3, 100, 24, 24}, 200, {38, 100, 320, 200}}, // right of the left bar
-            {{3, 700, 24, 24}, 200, {38, 524, 320, 200}},
+            {{3, 100, 24, 24}, 200, {38, 100, 320, 200}},     // right of the left bar
             {{1253, 100, 24, 24}, 200, {922, 100, 320, 200}}, // left of the right bar
             {{60, 400, 24, 24}, 200, {88, 400, 320, 200}},    // beside a bar that takes no room from windows
             {{600, 300, 1, 1}, 200, {440, 305, 320, 200}},    // at the pointer
@@ -57,22 +57,6 @@ private Q_SLOTS:
         content->setFixedSize(320, 100);
         panel.dropDown(QRect(100, 0, 20, 20));
         QCOMPARE(panel.size(), QSize(320, 100));
-    }
-
-    void theClickThatTakesTheFocusClosesAndDoesNotReopen() {
-        PanelWindow panel(new QWidget);
-        panel.toggle(QRect(100, 0, 20, 20));
-        QVERIFY(panel.isVisible());
-        tell(panel, QEvent::WindowActivate);
-        tell(panel, QEvent::WindowDeactivate);
-        QVERIFY(!panel.isVisible());
-        panel.toggle(QRect(100, 0, 20, 20));
-        QVERIFY(!panel.isVisible());
-        QTest::qWait(350);
-        panel.toggle(QRect(100, 0, 20, 20));
-        QVERIFY(panel.isVisible());
-        panel.toggle(QRect(100, 0, 20, 20));
-        QVERIFY(!panel.isVisible());
     }
 
     void escapeHidesItUntilTheNextClick() {
@@ -106,7 +90,35 @@ private Q_SLOTS:
         content->setFixedSize(320, 150);
         QCOMPARE(panel.size(), QSize(320, 150));
     }
+
+    void theContentOfTheSettingsLivesFromOpeningToClosing() {
+        installTranslations(QStringLiteral("en"));
+        QGuiApplication::setQuitOnLastWindowClosed(true);
+        QPointer<QWidget> content;
+        int made = 0;
+        SettingsWindow window([&] {
+            ++made;
+            return content = new QWidget;
+        });
+        QCOMPARE(window.windowTitle(), QStringLiteral("Settings"));
+        QCOMPARE(made, 0);
+        window.open();
+        QCOMPARE(window.size(), QSize(580, 520));
+        QCOMPARE(window.minimumSize(), QSize(560, 460));
+        window.showMinimized();
+        window.open();
+        QVERIFY(!window.isMinimized() && window.isVisible());
+        QCOMPARE(made, 1);
+
+        QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
+        window.close();
+        QTRY_VERIFY(!content);
+        QCOMPARE(quits.count(), 0);
+        window.open();
+        QCOMPARE(made, 2);
+        QVERIFY(content->isVisible());
+    }
 };
 
-QTEST_MAIN(PanelWindowTest)
-#include "PanelWindowTest.moc"
+QTEST_MAIN(WindowsTest)
+#include "WindowsTest.moc"
