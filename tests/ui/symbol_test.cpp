@@ -73,15 +73,6 @@ private Q_SLOTS:
             QVERIFY2((inked.center() - QPoint(32, 32)).manhattanLength() <= 7, qPrintable(name));
         }
     }
-
-    void iconsAreDrawnAtEverySize() {
-        const QIcon icon = symbolIcon(u"cursorarrow.and.square.on.square.dashed"_s, Qt::red, Qt::gray);
-        for (const int side : {16, 22, 64}) {
-            const QImage image = icon.pixmap(side, side).toImage();
-            QCOMPARE(image.size(), QSize(side, side));
-            QVERIFY(ink(image.convertToFormat(QImage::Format_ARGB32)) > 0.02);
-        }
-    }
 };
 
 QTEST_MAIN(SymbolTest)
