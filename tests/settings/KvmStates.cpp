@@ -55,8 +55,6 @@ std::vector<KvmState> kvmStates() {
                   refuse(service);
                   service.status->accessibility_needs_restart = true;
               }),
-        state(u"granted-needs-restart"_s,
-              [](auto &service) { service.status->accessibility_needs_restart = true; }),
         state(u"waiting"_s, [](auto &service) { service.status->peers.clear(); }),
         state(u"no-peer"_s,
               [](auto &service) {
@@ -66,20 +64,11 @@ std::vector<KvmState> kvmStates() {
         state(u"no-master"_s, [](auto &service) { service.settings->kvm_master_id.reset(); }),
         state(u"controlled"_s, [](auto &service) { service.settings->kvm_master_id = office; }),
         state(u"master-off"_s, [](auto &service) { service.settings->kvm_master_id = laptop; }),
-        state(u"unknown-master"_s,
-              [](auto &service) { service.settings->kvm_master_id = u"5c01b8aa93d2470fbe1c"_s; }),
-        state(u"long-names"_s,
-              [](auto &service) {
-                  service.settings->kvm_master_id = laptop;
-                  service.status->device_name = u"The computer in the corner office on the second floor"_s;
-                  service.devices[1].name =
-                      u"A travel laptop whose name is longer than any line of this window could ever show, "_s
-                      u"however wide"_s;
-              }),
-        state(u"other-values"_s, [](auto &service) {
-            service.settings->kvm_switch_delay_ms = 175;
-            service.settings->kvm_corner_size = 24;
-            service.settings->kvm_sensitivity = 1.75;
+        state(u"long-names"_s, [](auto &service) {
+            service.settings->kvm_master_id = laptop;
+            service.status->device_name = u"The computer in the corner office on the second floor"_s;
+            service.devices[1].name =
+                u"A travel laptop whose name is longer than any line of this window could ever show"_s;
         })};
     KvmState hint = state(u"restart-hint"_s, refuse);
     hint.showsRestartHint = true;
