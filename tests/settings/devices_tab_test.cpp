@@ -96,12 +96,10 @@ private Q_SLOTS:
 
         QVERIFY(publish({}));
         QVERIFY(textsOf(*tab_).contains(u"No paired computers"_s));
-        QVERIFY(named<Button>(*tab_, u"Add a computer"_s));
     }
 
     void timesStayCurrentWhileSeen() {
         show({lap});
-        QVERIFY(textsOf(*tab_).contains(u"Last seen 1 min. ago"_s));
         clock_.advance(29'999ms);
         QVERIFY(textsOf(*tab_).contains(u"Last seen 1 min. ago"_s));
         clock_.advance(1ms);

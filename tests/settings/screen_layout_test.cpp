@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <limits>
-#include <random>
 
 using namespace quorbit;
 using namespace Qt::StringLiterals;
@@ -34,13 +33,6 @@ bool isClose(double a, double b) {
 
 bool isClose(const ScreenPlacement &a, const ScreenPlacement &b) {
     return isClose(a.x, b.x) && isClose(a.y, b.y) && isClose(a.w, b.w) && isClose(a.h, b.h);
-}
-
-QPointF corner(const ScreenLayout &layout) {
-    QPointF least(infinity, infinity);
-    for (const auto &[id, rect] : layout)
-        least = {std::min(least.x(), rect.x), std::min(least.y(), rect.y)};
-    return least;
 }
 
 } // namespace
@@ -115,41 +107,6 @@ private Q_SLOTS:
         stepped.layout = commitStep(stepped, u"b"_s, StepDirection::right, keyboardStep);
         stepped.layout = commitStep(stepped, u"b"_s, StepDirection::up, keyboardFineStep);
         QVERIFY(stepped.layout.at(u"b"_s) == (ScreenPlacement{1878, 2050, 1778, 1000}));
-    }
-
-    void keepsArrangementsOverRandomDrops() {
-        std::mt19937 random(20260722);
-        std::uniform_real_distribution<double> place(-20000, 20000), size(0, 4000), travel(-400, 400);
-        for (int round = 0; round < 4000; ++round) {
-            QStringList ids{u"self"_s};
-            ScreenLayout layout;
-            for (int peer = static_cast<int>(random() % 6); peer >= 0; --peer) {
-                ids.append(QString::number(peer));
-                if (random() % 3 != 0)
-                    layout[ids.back()] = {place(random), place(random), size(random), size(random)};
-            }
-            const ScreenDesk before = desk(ids, layout);
-            const double scale = fitInto(before, canvas).scale;
-            const QString id = ids[static_cast<int>(random() % static_cast<unsigned>(ids.size()))];
-            const QPointF way(travel(random), travel(random));
-
-            const ScreenDesk after = desk(ids, commitDrag(before, id, way, scale));
-            QCOMPARE(corner(after.layout), QPointF(0, 0));
-            QVERIFY(normalized(after.layout) == after.layout);
-            for (const QString &card : ids) {
-                QVERIFY(after.layout.contains(card));
-                const ScreenPlacement was = rectFor(before, card);
-                QVERIFY(after.layout.at(card).w == was.w && after.layout.at(card).h == was.h);
-            }
-
-            const ScreenLayout back = commitDrag(after, id, -way, scale);
-            ScreenLayout original;
-            for (const QString &card : ids)
-                original[card] = rectFor(before, card);
-            original = normalized(original);
-            for (const QString &card : ids)
-                QVERIFY(isClose(back.at(card), original.at(card)));
-        }
     }
 
     void relates() {

@@ -2,8 +2,13 @@
 #include "ui/TextStyle.h"
 #include "ui/Theme.h"
 
+#include <QImage>
+#include <QPainter>
 #include <QTest>
 
+#include <set>
+
+using namespace Qt::StringLiterals;
 using namespace quorbit;
 
 namespace {
@@ -11,6 +16,25 @@ namespace {
 const std::initializer_list<TextColor> textColors{
     TextColor::primary, TextColor::secondary, TextColor::tertiary, TextColor::accent,
     TextColor::green,   TextColor::orange,    TextColor::red,      TextColor::yellow};
+
+/// A symbol in a square of 48, with so much space around it.
+QImage drawn(const QString &name, int margin = 0) {
+    QImage image(48 + 2 * margin, 48 + 2 * margin, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    paintSymbol(painter, QRectF(margin, margin, 48, 48), name, Qt::black);
+    return image;
+}
+
+/// How much of the square is inked, 0 to 1, counting the difference to `other` when there is one.
+double ink(const QImage &image, const QImage &other = {}) {
+    double sum = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            sum += std::abs(qAlpha(image.pixel(x, y)) - (other.isNull() ? 0 : qAlpha(other.pixel(x, y))));
+    }
+    return sum / 255 / image.width() / image.height();
+}
 
 } // namespace
 
@@ -47,9 +71,9 @@ private Q_SLOTS:
 
         const auto reads = [text](const char *what, const QColor &ink, const QColor &surface) {
             const double reached = contrastRatio(ink, surface);
-            QVERIFY2(reached >= text, qPrintable(QStringLiteral("%1: %2 on %3 is %4")
-                                                     .arg(QLatin1String(what), ink.name(), surface.name())
-                                                     .arg(reached)));
+            QVERIFY2(reached >= text,
+                     qPrintable(u"%1: %2 on %3 is %4"_s.arg(QLatin1String(what), ink.name(), surface.name())
+                                    .arg(reached)));
         };
 
         // What lies plainly on a surface, on a highlighted row, and on a tinted card.
@@ -106,7 +130,7 @@ private Q_SLOTS:
     // Nobody tells what is behind the icon in the tray. At every size a good part of it must stand out from
     // any grey.
     void outlinedSymbolsStandOutAnywhere() {
-        const QIcon icon = outlinedSymbolIcon(QStringLiteral("cursorarrow.and.square.on.square.dashed"));
+        const QIcon icon = outlinedSymbolIcon(u"cursorarrow.and.square.on.square.dashed"_s);
         QVERIFY(!icon.availableSizes().empty());
         for (const QSize &size : icon.availableSizes()) {
             const QImage glyph = icon.pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32);
@@ -121,7 +145,7 @@ private Q_SLOTS:
                     }
                 }
                 QVERIFY2(seen * 12 >= size.width() * size.height(),
-                         qPrintable(QStringLiteral("%1 px on %2: %3").arg(size.width()).arg(grey).arg(seen)));
+                         qPrintable(u"%1 px on %2: %3"_s.arg(size.width()).arg(grey).arg(seen)));
             }
         }
     }
@@ -138,35 +162,53 @@ private Q_SLOTS:
             QCOMPARE(color.name(), QLatin1String(name));
     }
 
-    void fontsFollowTheUser_data() {
-        QTest::addColumn<double>("points");
-        QTest::addColumn<int>("pixels");
-        QTest::addColumn<int>("style");
-        QTest::addColumn<double>("expected");
-        QTest::newRow("default body") << 9.0 << 0 << int(TextStyle::body) << 9.75;
-        QTest::newRow("default caption") << 9.0 << 0 << int(TextStyle::caption) << 8.25;
-        QTest::newRow("large title in pixels") << 0.0 << 24 << int(TextStyle::title3) << 30.0;
-    }
     void fontsFollowTheUser() {
-        QFETCH(double, points);
-        QFETCH(int, pixels);
-        QFETCH(int, style);
-        QFETCH(double, expected);
-        QFont user(QStringLiteral("Inter"));
-        if (points > 0)
-            user.setPointSizeF(points);
-        else
-            user.setPixelSize(pixels);
-        const QFont font = textFont(TextStyle(style), user);
-        QCOMPARE(points > 0 ? font.pointSizeF() : font.pixelSize(), expected);
-        QCOMPARE(font.family(), user.family());
-
+        QFont points(u"Inter"_s);
+        points.setPointSizeF(9);
+        QCOMPARE(textFont(TextStyle::body, points).pointSizeF(), 9.75);
+        QCOMPARE(textFont(TextStyle::caption, points).pointSizeF(), 8.25);
+        QCOMPARE(textFont(TextStyle::caption, points).family(), u"Inter"_s);
+        QFont pixels(u"Inter"_s);
+        pixels.setPixelSize(24);
+        QCOMPARE(textFont(TextStyle::title3, pixels).pixelSize(), 30);
         // The desktop's own font, in half a size more, is what body text is in.
-        const QFont body = textFont(TextStyle::body, applicationFont(user, 1.5));
-        if (points > 0)
-            QCOMPARE(body.pointSizeF(), points * 1.5);
-        else
-            QCOMPARE(body.pixelSize(), pixels * 3 / 2);
+        QCOMPARE(textFont(TextStyle::body, applicationFont(points, 1.5)).pointSizeF(), 13.5);
+        QCOMPARE(textFont(TextStyle::body, applicationFont(pixels, 1.5)).pixelSize(), 36);
+    }
+
+    void everySymbolCanBeToldFromTheOthers() {
+        // The font has one glyph for each of these pairs, and no view shows both of a pair with different
+        // meanings.
+        const std::set<std::pair<QString, QString>> sisters{
+            {u"arrow.down.circle"_s, u"arrow.down.circle.fill"_s},
+            {u"computermouse.fill"_s, u"cursorarrow.motionlines"_s},
+            {u"keyboard"_s, u"keyboard.fill"_s}};
+        const QStringList names = symbolNames();
+        QVERIFY(names.size() >= 45);
+        const QImage unknown = drawn(u"no.such.symbol"_s);
+        QVERIFY(ink(unknown) > 0.02);
+        QCOMPARE(drawn(QString()), unknown);
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            const QImage image = drawn(names[i]);
+            QVERIFY2(ink(image) > 0.02 && ink(image, unknown) > 0.02, qPrintable(names[i]));
+            for (qsizetype j = i + 1; j < names.size(); ++j) {
+                if (!sisters.contains({names[i], names[j]}))
+                    QVERIFY2(ink(image, drawn(names[j])) > 0.005, qPrintable(names[i] + u' ' + names[j]));
+            }
+        }
+    }
+
+    void everySymbolLiesInItsSquare() {
+        for (const QString &name : symbolNames()) {
+            const QImage image = drawn(name, 8);
+            QRect inked;
+            for (int pixel = 0; pixel < 64 * 64; ++pixel) {
+                if (qAlpha(image.pixel(pixel % 64, pixel / 64)) > 40)
+                    inked |= QRect(pixel % 64, pixel / 64, 1, 1);
+            }
+            QVERIFY2(QRect(8, 8, 48, 48).contains(inked), qPrintable(name));
+            QVERIFY2((inked.center() - QPoint(32, 32)).manhattanLength() <= 7, qPrintable(name));
+        }
     }
 };
 
