@@ -133,37 +133,25 @@ private Q_SLOTS:
         QSignalSpy pause(panel_.get(), &MenuBarView::pauseRequested);
         QSignalSpy history(panel_.get(), &MenuBarView::historyChosen);
         QSignalSpy update(panel_.get(), &MenuBarView::updateRequested);
-        QSignalSpy settings(panel_.get(), &MenuBarView::settingsRequested);
         // A key pressed by chance on the panel that has just opened does nothing.
         QCOMPARE(QApplication::focusWidget(), panel_.get());
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space})
             QTest::keyClick(panel_.get(), key);
         QVERIFY(pause.isEmpty() && history.isEmpty() && update.isEmpty());
 
-        auto *badge = panel_->findChild<UpdateBadge *>();
         auto *pauseSwitch = panel_->findChild<Switch *>();
-        auto *entry = named<HistoryRow>(*panel_, u"3 files, Studio Mac"_s);
-        for (QWidget *control : std::initializer_list<QWidget *>{badge, pauseSwitch, entry}) {
-            control->setFocus();
-            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
-                QTest::keyClick(control, key);
-            QTest::mouseClick(control, Qt::LeftButton);
-        }
-        QCOMPARE(update.size(), 4);
-        QCOMPARE(history, QList<QVariantList>(4, {qint64(3)}));
-        QCOMPARE(pause, QList<QVariantList>(4, {true}));
+        QTest::mouseClick(pauseSwitch, Qt::LeftButton);
         QVERIFY(!pauseSwitch->isOn());
         ServiceState paused = busy_.service;
         paused.status->paused = true;
         render(paused);
         QVERIFY(pauseSwitch->isOn());
-        QTest::mouseClick(pauseSwitch, Qt::LeftButton);
-        QCOMPARE(pause.last(), QVariantList{false});
+        pauseSwitch->setFocus();
+        QTest::keyClick(pauseSwitch, Qt::Key_Enter);
+        QCOMPARE(pause, (QList<QVariantList>{{true}, {false}}));
 
-        QTest::keyClick(panel_.get(), Qt::Key_Comma, Qt::ControlModifier);
-        QCOMPARE(settings.size(), 0);
         panel_->render(menuBarModel(busy_.service, UpdateState()));
-        QVERIFY(!badge->isVisible());
+        QVERIFY(!panel_->findChild<UpdateBadge *>()->isVisible());
     }
 
     void arrowsMoveAsTheTabKeyDoes() {

@@ -9,7 +9,6 @@
 #include "ui/FormSection.h"
 #include "ui/HoverRow.h"
 #include "ui/MenuPicker.h"
-#include "ui/SegmentedPicker.h"
 #include "ui/SelectableText.h"
 #include "ui/Sheet.h"
 #include "ui/Spring.h"
@@ -236,19 +235,6 @@ private Q_SLOTS:
         stepper.setValue(110);
         QTRY_VERIFY(stepper.value() >= 140);
         QTest::mouseRelease(&stepper, Qt::LeftButton, {}, up);
-    }
-
-    void segmentsMirrorWithTheLayout() {
-        SegmentedPicker picker;
-        picker.setOptions({u"Show"_s, u"Enter a PIN"_s});
-        picker.setCurrent(0);
-        const auto items = picker.findChildren<ChoiceItem *>();
-        picker.setLayoutDirection(Qt::RightToLeft);
-        QSignalSpy picked(&picker, &SegmentedPicker::picked);
-        QTest::keyClick(items[0], Qt::Key_Right);
-        QTest::keyClick(items[0], Qt::Key_Left);
-        QCOMPARE(Emitted(picked), (Emitted{{1}}));
-        QCOMPARE(accessible(items[0])->role(), QAccessible::RadioButton);
     }
 
     void aMenuPickerAsksAndSurvivesRendering() {
