@@ -29,9 +29,9 @@ QImage drawn(const QString &name, int margin = 0) {
 /// How much of the square is inked, 0 to 1, counting the difference to `other` when there is one.
 double ink(const QImage &image, const QImage &other = {}) {
     double sum = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            sum += std::abs(qAlpha(image.pixel(x, y)) - (other.isNull() ? 0 : qAlpha(other.pixel(x, y))));
+    for (int pixel = 0; pixel < image.width() * image.height(); ++pixel) {
+        const QPoint at(pixel % image.width(), pixel / image.width());
+        sum += std::abs(qAlpha(image.pixel(at)) - (other.isNull() ? 0 : qAlpha(other.pixel(at))));
     }
     return sum / 255 / image.width() / image.height();
 }
@@ -46,15 +46,12 @@ private Q_SLOTS:
         QTest::addColumn<bool>("dark");
         QTest::addColumn<bool>("highContrast");
         QTest::addColumn<QString>("accent");
-        for (const bool dark : {false, true}) {
-            for (const bool highContrast : {false, true}) {
-                for (const char *accent : {"", "#ffffff", "#000000", "#ffd500", "#3a944a", "#e01b24",
-                                           "#9141ac", "#7fdbff", "#ffff00", "#808080", "#0000ff"}) {
-                    QTest::addRow("%s%s %s", dark ? "dark" : "light", highContrast ? " high contrast" : "",
-                                  accent)
-                        << dark << highContrast << QString::fromLatin1(accent);
-                }
-            }
+        for (const char *accent : {"", "#ffffff", "#000000", "#ffd500", "#3a944a", "#e01b24", "#9141ac",
+                                   "#7fdbff", "#ffff00", "#808080", "#0000ff"}) {
+            for (const auto &[dark, high] :
+                 {std::pair(false, false), {false, true}, {true, false}, {true, true}})
+                QTest::addRow("%s%s %s", dark ? "dark" : "light", high ? " high contrast" : "", accent)
+                    << dark << high << QString::fromLatin1(accent);
         }
     }
     void textAndShapesStandOut() {
