@@ -3,7 +3,6 @@
 #include "daemon/HistoryKind.h"
 #include "settings/TextRules.h"
 
-#include <algorithm>
 #include <numeric>
 
 using namespace Qt::StringLiterals;
@@ -21,11 +20,6 @@ QString folded(const QString &text) {
 }
 
 } // namespace
-
-qint64 steppedFileCap(qint64 current, int steps) {
-    const qint64 start = std::clamp(current, smallestFileCap, largestFileCap);
-    return std::clamp(start + steps * fileCapStep, smallestFileCap, largestFileCap);
-}
 
 std::vector<std::size_t> HistoryFilter::matches(const std::vector<HistoryEntry> &history,
                                                 const QString &search) {

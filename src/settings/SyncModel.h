@@ -42,9 +42,6 @@ constexpr qint64 smallestFileCap = 1;
 constexpr qint64 largestFileCap = 10240;
 constexpr qint64 fileCapStep = 10;
 
-/// Where `steps` presses up, or down if negative, bring the stepper; it stops at the ends of its range.
-qint64 steppedFileCap(qint64 current, int steps);
-
 /// Finds history entries by their preview. It keeps the previews as they are compared, so that a search costs
 /// little at every key press; whatever it keeps, the answer depends on the arguments alone.
 class HistoryFilter {

@@ -51,14 +51,30 @@ QPainterPath outline(QStringView name) {
     return path;
 }
 
-class SymbolIconEngine : public QIconEngine {
+/// White inside a dark line: one of the two stands out from whatever is behind.
+class OutlinedIconEngine final : public QIconEngine {
 public:
-    SymbolIconEngine(QString name, QColor color, QColor disabled)
-        : name_(std::move(name)), color_(color), disabled_(disabled) {}
+    explicit OutlinedIconEngine(QString name) : name_(std::move(name)) {}
 
-    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override {
-        paintSymbol(*painter, rect, name_,
-                    mode == QIcon::Disabled && disabled_.isValid() ? disabled_ : color_);
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode, QIcon::State) override {
+        const double side = std::min(rect.width(), rect.height());
+        // In a small icon the white would be left to half-covered pixels, so it is made bolder.
+        const double bolder = std::max(0.0, boldness * (1 - side / grid));
+        const double line = bolder + std::max(side * outlineWidth, leastOutline);
+        QTransform place;
+        place.translate(rect.x() + (rect.width() - side) / 2, rect.y() + (rect.height() - side) / 2);
+        place.scale(side, side);
+        const QPainterPath shape = place.map(outline(name_));
+        const auto stroke = [&](const QColor &color, double reach) {
+            painter->strokePath(shape, QPen(color, 2 * reach, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        };
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        stroke(outlineColor, line);
+        if (bolder > 0)
+            stroke(Qt::white, bolder);
+        painter->restore();
+        paintSymbol(*painter, rect, name_, Qt::white);
     }
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override {
@@ -69,52 +85,16 @@ public:
         return pixmap;
     }
 
-    QIconEngine *clone() const override { return new SymbolIconEngine(*this); }
-    bool isNull() override { return false; }
-
-protected:
-    const QString &name() const { return name_; }
-
-private:
-    QString name_;
-    QColor color_;
-    QColor disabled_;
-};
-
-/// White inside a dark line: one of the two stands out from whatever is behind.
-class OutlinedIconEngine final : public SymbolIconEngine {
-public:
-    explicit OutlinedIconEngine(const QString &name) : SymbolIconEngine(name, Qt::white, {}) {}
-
-    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override {
-        const double side = std::min(rect.width(), rect.height());
-        // In a small icon the white would be left to half-covered pixels, so it is made bolder.
-        const double bolder = std::max(0.0, boldness * (1 - side / grid));
-        const double line = bolder + std::max(side * outlineWidth, leastOutline);
-        QTransform place;
-        place.translate(rect.x() + (rect.width() - side) / 2, rect.y() + (rect.height() - side) / 2);
-        place.scale(side, side);
-        const QPainterPath shape = place.map(outline(name()));
-        const auto stroke = [&](const QColor &color, double reach) {
-            painter->strokePath(shape, QPen(color, 2 * reach, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        };
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        stroke(outlineColor, line);
-        if (bolder > 0)
-            stroke(Qt::white, bolder);
-        painter->restore();
-        SymbolIconEngine::paint(painter, rect, mode, state);
-    }
-
     // A tray host is sent the icon in each size listed here.
     QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
         return {{16, 16}, {22, 22}, {24, 24}, {32, 32}, {44, 44}, {48, 48}, {64, 64}, {96, 96}};
     }
 
     QIconEngine *clone() const override { return new OutlinedIconEngine(*this); }
+    bool isNull() override { return false; }
 
 private:
+    QString name_;
     static constexpr QColor outlineColor{0, 0, 0};
     static constexpr double outlineWidth = 1 / grid;
     static constexpr double boldness = 1;       // pixels
@@ -131,10 +111,6 @@ void paintSymbol(QPainter &painter, const QRectF &rect, QStringView name, const 
     painter.scale(side, side);
     painter.fillPath(outline(name), color);
     painter.restore();
-}
-
-QIcon symbolIcon(const QString &name, const QColor &color, const QColor &disabled) {
-    return QIcon(new SymbolIconEngine(name, color, disabled));
 }
 
 QIcon outlinedSymbolIcon(const QString &name) {

@@ -15,9 +15,6 @@ namespace quorbit {
 /// unknown name shows an empty circle.
 void paintSymbol(QPainter &painter, const QRectF &rect, QStringView name, const QColor &color);
 
-/// A symbol for menus, sharp at every size. `disabled` is used where it cannot be chosen.
-QIcon symbolIcon(const QString &name, const QColor &color, const QColor &disabled = {});
-
 /// A symbol for where nobody tells what is behind it, such as the system tray.
 QIcon outlinedSymbolIcon(const QString &name);
 

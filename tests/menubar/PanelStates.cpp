@@ -25,20 +25,6 @@ ServiceState connected() {
     return service;
 }
 
-ServiceState without(ServiceState service, bool devices) {
-    service.status->peers.clear();
-    service.status->last_activity.reset();
-    service.history.clear();
-    if (!devices)
-        service.devices.clear();
-    return service;
-}
-
-ServiceState paused(ServiceState service) {
-    service.status->paused = true;
-    return service;
-}
-
 ServiceState full() {
     ServiceState service = connected();
     service.status->device_name = u"The computer in the corner office on the second floor"_s;
@@ -66,19 +52,6 @@ ServiceState full() {
     return service;
 }
 
-ServiceState chinese() {
-    ServiceState service = connected();
-    service.status->device_name = u"工作室电脑"_s;
-    service.status->peers = {{u"10b91c33"_s, u"差旅笔记本"_s}, {u"77aa01fe"_s, u"办公室 Linux"_s}};
-    service.status->last_activity = u"已从办公室 Linux 接收文本"_s;
-    service.status->file_xfer = FileXfer{u"季度报告.pdf"_s, 1, 512, 2048, true};
-    service.history = {
-        {1, u"text"_s, u"今天下午三点在二楼会议室开会，请带上季度报告"_s, u"办公室 Linux"_s, {}},
-        {2, u"image"_s, u"屏幕截图 1440 × 900"_s, u"差旅笔记本"_s, {}},
-    };
-    return service;
-}
-
 UpdateState available() {
     UpdateState update;
     update.available.emplace().version = u"1.5.0"_s;
@@ -96,16 +69,23 @@ PanelState busyPanelState() {
 std::vector<PanelState> panelStates() {
     ServiceState disconnected;
     disconnected.connectionState = ConnectionState::disconnected;
+    ServiceState waiting = connected();
+    waiting.status->peers.clear();
+    waiting.status->last_activity.reset();
+    waiting.history.clear();
+    ServiceState empty = waiting;
+    empty.devices.clear();
+    ServiceState paused = connected();
+    paused.status->paused = true;
     return {
         {"starting"_L1, {}, {}},
         {"disconnected"_L1, disconnected, {}},
-        {"empty"_L1, without(connected(), false), {}},
-        {"waiting"_L1, without(connected(), true), {}},
+        {"empty"_L1, empty, {}},
+        {"waiting"_L1, waiting, {}},
         {"connected"_L1, connected(), {}},
-        {"paused"_L1, paused(connected()), {}},
+        {"paused"_L1, paused, {}},
         busyPanelState(),
         {"full"_L1, full(), available()},
-        {"chinese"_L1, chinese(), available()},
     };
 }
 

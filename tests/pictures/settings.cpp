@@ -3,6 +3,8 @@
 #include "settings/AboutTab.h"
 #include "settings/DevicesTab.h"
 #include "settings/HistoryList.h"
+#include "settings/KvmStates.h"
+#include "settings/KvmTab.h"
 #include "settings/PairSheetView.h"
 #include "settings/SettingsView.h"
 #include "settings/TabStates.h"
@@ -84,6 +86,20 @@ std::vector<Picture> windowPictures() {
                                 QSize(580, isFull ? 780 : 520), hoverSecondRow});
         }
     }
+    return pictures;
+}
+
+std::vector<Picture> kvmPictures() {
+    const auto world = std::make_shared<World>();
+    const auto make = [world](const TimeFormats &) {
+        return std::make_unique<KvmTab>(*world->daemon, KvmServices());
+    };
+    std::vector<Picture> pictures;
+    for (const KvmState &state : kvmStates())
+        pictures.push_back(
+            {u"kvm/"_s + state.name, make, QSize(580, 1044), [state](QWidget &tab, const TimeFormats &) {
+                 static_cast<KvmTab &>(tab).render(state.model());
+             }});
     return pictures;
 }
 

@@ -1,8 +1,6 @@
 #include "settings/TabStates.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QByteArrayList>
 
 using namespace Qt::StringLiterals;
 
@@ -10,96 +8,64 @@ namespace quorbit {
 
 namespace {
 
-QByteArray compact(const auto &value) {
-    return QJsonDocument(value).toJson(QJsonDocument::Compact);
+const QByteArray identity = R"({"device_id":"10b4e2f09a77c1d3","port":8080,)";
+const QByteArray usualName = R"("device_name":"Studio Mac",)";
+const QByteArray usualPeers =
+    R"({"device_id":"10b91c33","name":"Travel laptop"},{"device_id":"77aa01fe","name":"Office Linux"})";
+const QByteArray usualRest =
+    R"("peers":[)" + usualPeers + R"(],"last_activity":"Received text from Office Linux"})";
+
+const QByteArray empty = identity + usualName + R"("paused":false,"peers":[]})";
+const QByteArray usual = identity + usualName + R"("paused":false,)" + usualRest;
+const QByteArray paused = identity + usualName + R"("paused":true,)" + usualRest;
+const QByteArray full =
+    identity +
+    R"("paused":false,"device_name":"The computer in the corner office on the second floor","peers":[)" +
+    usualPeers +
+    R"(,{"device_id":"5c01b8aa93d2470fbe1c6a0d5e7f8899",)"
+    R"("name":"A travel laptop whose name is longer than any row could ever show"},{"device_id":"77","name":""}],)"
+    R"("last_activity":"Received 128 files from A travel laptop whose name is longer than any row )"
+    R"(could ever show, and more of it"})";
+
+QByteArray settings(int fileCap) {
+    return R"({"device_name":"Studio Mac","port":8080,"sync_text":true,"sync_image":true,"sync_files":false,)"
+           R"("kvm_enabled":false,"kvm_side":"left","file_size_cap_mb":)" +
+           QByteArray::number(fileCap) + '}';
 }
 
-QJsonObject status() {
-    return {{u"device_id"_s, u"10b4e2f09a77c1d3"_s},
-            {u"device_name"_s, u"Studio Mac"_s},
-            {u"port"_s, 8080},
-            {u"paused"_s, false},
-            {u"peers"_s,
-             QJsonArray{QJsonObject{{u"device_id"_s, u"10b91c33"_s}, {u"name"_s, u"Travel laptop"_s}},
-                        QJsonObject{{u"device_id"_s, u"77aa01fe"_s}, {u"name"_s, u"Office Linux"_s}}}},
-            {u"last_activity"_s, u"Received text from Office Linux"_s}};
-}
-
-QJsonObject settings() {
-    return {{u"device_name"_s, u"Studio Mac"_s},
-            {u"port"_s, 8080},
-            {u"file_size_cap_mb"_s, 100},
-            {u"sync_text"_s, true},
-            {u"sync_image"_s, true},
-            {u"sync_files"_s, false},
-            {u"kvm_enabled"_s, false},
-            {u"kvm_side"_s, u"left"_s}};
-}
-
-QJsonObject entry(int id, const QString &type, const QString &preview, const QString &source) {
-    return {{u"id"_s, id}, {u"type"_s, type}, {u"label"_s, preview}, {u"source"_s, source}};
-}
-
-QJsonArray shortHistory() {
-    return {entry(1, u"text"_s, u"ssh deploy@10.0.0.12 'systemctl status quorbitd'"_s, u"Office Linux"_s),
-            entry(2, u"image"_s, u"Screenshot 1440 × 900"_s, u"Travel laptop"_s),
-            entry(3, u"files"_s, u"3 files"_s, QString())};
-}
-
-QJsonArray awkwardHistory() {
-    QJsonArray history = shortHistory();
-    history.append(entry(4, u"text"_s,
-                         u"A long line that is copied from somewhere and does not fit into one row "_s +
-                             u"of the window, but ends with something that tells it apart"_s,
-                         u"A computer with a name that is longer than it should be for this row"_s));
-    history.append(entry(5, u"link"_s, u"two lines\nand a\ttab, <b>no markup</b> & so on"_s, u"?"_s));
-    history.append(entry(6, u"text"_s, u"שלום עולם, זה טקסט (1)"_s, u"מחשב המשרד"_s));
-    history.append(QJsonObject{{u"id"_s, 7}});
-    history.append(entry(8, u"text"_s, u"今天下午三点在二楼会议室开会，请带上季度报告"_s, u"办公室 Linux"_s));
-    return history;
-}
+const QByteArray shortHistory =
+    R"({"id":1,"type":"text","label":"ssh deploy@10.0.0.12 'systemctl status quorbitd'","source":"Office Linux"},)"
+    R"({"id":2,"type":"image","label":"Screenshot 1440 × 900","source":"Travel laptop"},)"
+    R"({"id":3,"type":"files","label":"3 files","source":""})";
+const QByteArray awkwardHistory =
+    R"({"id":4,"type":"text","label":"A long line that is copied from somewhere and does not fit into one row )"
+    R"(of the window, but ends with something that tells it apart",)"
+    R"("source":"A computer with a name that is longer than it should be for this row"},)"
+    R"({"id":5,"type":"link","label":"two lines\nand a\ttab, <b>no markup</b> & so on","source":"?"},)"
+    R"json({"id":6,"type":"text","label":"שלום עולם, זה טקסט (1)","source":"מחשב המשרד"},{"id":7},)json"
+    R"({"id":8,"type":"text","label":"今天下午三点在二楼会议室开会，请带上季度报告","source":"办公室 Linux"})";
 
 } // namespace
 
 std::vector<TabState> tabStates() {
-    QJsonObject bare = status();
-    bare[u"peers"_s] = QJsonArray();
-    bare.remove(u"last_activity"_s);
-
-    QJsonObject full = status();
-    full[u"device_name"_s] = u"The computer in the corner office on the second floor"_s;
-    QJsonArray peers = full[u"peers"_s].toArray();
-    peers.append(
-        QJsonObject{{u"device_id"_s, u"5c01b8aa93d2470fbe1c6a0d5e7f8899"_s},
-                    {u"name"_s, u"A travel laptop whose name is longer than any row could ever show"_s}});
-    peers.append(QJsonObject{{u"device_id"_s, u"77"_s}, {u"name"_s, QString()}});
-    full[u"peers"_s] = peers;
-    full[u"last_activity"_s] =
-        u"Received 128 files from A travel laptop whose name is longer than any row "_s +
-        u"could ever show, and more of it"_s;
-    QJsonObject large = settings();
-    large[u"file_size_cap_mb"_s] = 10240;
-
-    QJsonObject paused = status();
-    paused[u"paused"_s] = true;
-
+    const QByteArray history = '[' + shortHistory + ']';
     return {{"nothing"_L1, {}, {}, {}},
-            {"empty"_L1, compact(bare), compact(settings()), "[]"},
-            {"usual"_L1, compact(status()), compact(settings()), compact(shortHistory())},
-            {"full"_L1, compact(full), compact(large), compact(awkwardHistory())},
-            {"paused"_L1, compact(paused), compact(settings()), compact(shortHistory())}};
+            {"empty"_L1, empty, settings(100), "[]"},
+            {"usual"_L1, usual, settings(100), history},
+            {"full"_L1, full, settings(10240), '[' + shortHistory + ',' + awkwardHistory + ']'},
+            {"paused"_L1, paused, settings(100), history}};
 }
 
 QByteArray longHistory(int count) {
-    QJsonArray history;
+    QByteArrayList history;
     for (int id = 1; id <= count; ++id) {
-        const QString preview =
-            (id % 100 == 0 ? u"Needle %1 in a haystack of lines, of the usual length of a preview"_s
-                           : u"Line %1 of something that was copied, of the usual length of a preview"_s)
-                .arg(id);
-        history.append(entry(id, u"text"_s, preview, u"Office Linux"_s));
+        const QByteArray number = QByteArray::number(id);
+        const QByteArray preview = id % 100 == 0 ? "Needle " + number + " in a haystack of lines"
+                                                 : "Line " + number + " of something that was copied";
+        history << R"({"id":)" + number + R"(,"type":"text","source":"Office Linux","label":")" + preview +
+                       R"(, of the usual length of a preview"})";
     }
-    return compact(history);
+    return '[' + history.join(',') + ']';
 }
 
 } // namespace quorbit

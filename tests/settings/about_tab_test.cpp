@@ -53,73 +53,70 @@ private Q_SLOTS:
         checker_.reset();
     }
 
-    void showsWhatTheCheckerKnows_data() {
-        QTest::addColumn<UpdateState>("update");
-        QTest::addColumn<QStringList>("shown");
-        QTest::addColumn<QStringList>("hidden");
-        QTest::addColumn<QStringList>("buttons");
+    void showsWhatTheCheckerKnows() {
         const QDateTime checked(QDate(2026, 11, 22), QTime(9, 41));
         const QString last = u"Last checked: "_s + formats_.dateTime(checked);
         const QString title = u"Quorbit 1.5.0 is available"_s;
+        const QString downloading = u"Downloading…"_s;
+        const QString saved = u"Saved in your downloads folder"_s;
         const QString check = u"Check now"_s;
         const AvailableUpdate bare = release({});
         AvailableUpdate whole = release(u"Fixes.\nMore <b>fixes</b>."_s);
         whole.downloadURL = QUrl(u"https://host/app.dmg"_s);
-        const auto row = [](const char *name, const UpdateState &update, const QStringList &shown,
-                            const QStringList &hidden, const QStringList &buttons) {
-            QTest::newRow(name) << update << shown << hidden << buttons;
-        };
-        row("idle", {}, {u"Not checked yet"_s, u"Version 1.4.1"_s}, {title}, {check});
-        row("checking", {.state = check::Checking{}}, {u"Checking for updates…"_s}, {title},
-            {u'(' + check + u')'});
-        row("up to date", {.state = check::UpToDate{u"1.4.1"_s}, .lastChecked = checked},
-            {u"Quorbit 1.4.1 is up to date"_s, last}, {title}, {check});
-        row("failed", {.state = check::Failed{}, .lastChecked = checked},
-            {u"The check failed. Try again later."_s, last}, {title}, {check});
-        row("failed with an update",
-            {.available = whole, .state = check::Failed{FailureReason::network}, .lastChecked = checked},
-            {u"Cannot reach the update server. Check your network."_s, title, u"You have 1.4.1"_s,
-             *whole.releaseNotesText},
-            {}, {check, u"Download"_s});
-        row("no address", {.available = bare, .state = check::Available{bare}}, {title}, {},
-            {u"(Download)"_s, check});
-        row("downloading", {.available = whole, .downloadState = DownloadState::downloading},
-            {u"Downloading…"_s}, {u"Saved in your downloads folder"_s}, {check});
-        row("done", {.available = whole, .downloadState = DownloadState::done},
-            {u"Saved in your downloads folder"_s}, {u"Downloading…"_s}, {check});
-        row("download failed", {.available = whole, .downloadState = DownloadState::failed}, {title},
-            {u"Downloading…"_s}, {check, u"Download"_s, u"Open in browser"_s});
-    }
-    void showsWhatTheCheckerKnows() {
-        QFETCH(const UpdateState, update);
-        QFETCH(const QStringList, shown);
-        QFETCH(const QStringList, hidden);
+        const auto failed = [](FailureReason reason) { return UpdateState{.state = check::Failed{reason}}; };
+        const std::tuple<UpdateState, QStringList, QStringList> rows[]{
+            {{}, {u"Not checked yet"_s, u"Version 1.4.1"_s}, {check}},
+            {{.state = check::Checking{}}, {u"Checking for updates…"_s}, {u'(' + check + u')'}},
+            {{.state = check::UpToDate{u"1.4.1"_s}, .lastChecked = checked},
+             {u"Quorbit 1.4.1 is up to date"_s, last},
+             {check}},
+            {failed(FailureReason::unknown), {u"The check failed. Try again later."_s}, {check}},
+            {failed(FailureReason::server),
+             {u"The update server had a problem. Try again later."_s},
+             {check}},
+            {failed(FailureReason::parse),
+             {u"The server's reply was unreadable. Try again later."_s},
+             {check}},
+            {{.available = whole, .state = check::Failed{FailureReason::network}, .lastChecked = checked},
+             {u"Cannot reach the update server. Check your network."_s, title, u"You have 1.4.1"_s,
+              *whole.releaseNotesText, last},
+             {check, u"Download"_s}},
+            {{.available = bare, .state = check::Available{bare}}, {title}, {u"(Download)"_s, check}},
+            {{.available = whole, .downloadState = DownloadState::downloading},
+             {title, downloading},
+             {check}},
+            {{.available = whole, .downloadState = DownloadState::done}, {title, saved}, {check}},
+            {{.available = whole, .downloadState = DownloadState::failed},
+             {title},
+             {check, u"Download"_s, u"Open in browser"_s}}};
         show();
-        // From another state, so that nothing of that is left.
-        const AvailableUpdate other = release(u"other"_s);
-        tab_->render(model({other, check::Available{other}, {}, DownloadState::downloading}));
-        tab_->render(model(update));
-        QTest::qWait(20);
-        const QStringList texts = textsOf(*tab_);
-        for (const QString &text : shown)
-            QVERIFY2(texts.contains(text), qPrintable(text));
-        for (const QString &text : hidden + QStringList{u"other"_s})
-            QVERIFY2(!texts.contains(text), qPrintable(text));
-        QTEST(buttons(), "buttons");
-        const bool tellsWhen = !texts.filter(u"Last checked"_s).isEmpty();
-        QCOMPARE(tellsWhen, update.lastChecked.has_value());
+        for (const auto &[update, shown, wanted] : rows) {
+            // From another state, so that nothing of that is left.
+            const AvailableUpdate other = release(u"other"_s);
+            tab_->render(model({other, check::Available{other}, {}, DownloadState::downloading}));
+            tab_->render(model(update));
+            QTest::qWait(20);
+            const QStringList texts = textsOf(*tab_);
+            for (const QString &text : shown)
+                QVERIFY2(texts.contains(text), qPrintable(text));
+            for (const QString &text : {title, downloading, saved, last, u"other"_s})
+                QVERIFY2(texts.contains(text) == shown.contains(text), qPrintable(text));
+            QCOMPARE(buttons(), wanted);
+        }
     }
 
     void checksDownloadsAndOpensTheBrowser() {
         const QUrl package = server_->address(u"/pkg/app.dmg"_s);
-        server_->answer(u"/version.json"_s, reply(200, R"({"version":"2.0","download":{"macos":")" +
-                                                           package.toEncoded() + R"("}})"));
+        const auto offer = [this](const QByteArray &address) {
+            server_->answer(u"/version.json"_s,
+                            reply(200, R"({"version":"2.0","download":{"macos":")" + address + R"("}})"));
+        };
+        offer(package.toEncoded());
         show({});
         QVERIFY(!textsOf(*tab_).contains(u"Version 1.4.1"_s));
         auto *check = named<Button>(*tab_, u"Check now"_s);
         check->setFocus();
-        const auto height = [&] { return check->parentWidget()->height(); };
-        const int before = height();
+        const int before = check->parentWidget()->height();
         QTest::keyClick(check, Qt::Key_Space);
         QVERIFY(!check->isEnabled() && check->findChild<ProgressIndicator *>());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); // pressed twice by mistake
@@ -127,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(server_->requests.size(), 1);
         QVERIFY(check->hasFocus());
         QTest::qWait(60);
-        QCOMPARE(height(), before);
+        QCOMPARE(check->parentWidget()->height(), before);
 
         named<Button>(*tab_, u"Download"_s)->click();
         QTRY_VERIFY(named<Button>(*tab_, u"Open in browser"_s));
@@ -136,8 +133,7 @@ private Q_SLOTS:
         // What would start any other program is not opened.
         for (const char *other :
              {"ssh://host/app.dmg", "file:///etc/hostname", "javascript:app", "https:///app"}) {
-            server_->answer(u"/version.json"_s, reply(200, R"({"version":"2.0","download":{"macos":")" +
-                                                               QByteArray(other) + R"("}})"));
+            offer(other);
             checker_->check();
             QTRY_COMPARE(checker_->state().available->downloadURL, QUrl(QString::fromLatin1(other)));
             named<Button>(*tab_, u"Open in browser"_s)->click();
@@ -150,7 +146,6 @@ private Q_SLOTS:
         show();
         auto *picker = named<MenuPicker>(*tab_, u"Interface language"_s);
         QCOMPARE(picker->accessibleText(), u"Same as system"_s);
-        QCOMPARE(accessible(picker)->role(), QAccessible::ComboBox);
         const QString prompt = u"Restart Quorbit to use the new language."_s;
         const QString hint = u"Quorbit follows your computer's language unless you choose one here."_s;
         QVERIFY(textsOf(*tab_).contains(hint) && !textsOf(*tab_).contains(prompt));
@@ -178,8 +173,8 @@ private Q_SLOTS:
                 {update, check::Failed{FailureReason::network}, QDateTime::currentDateTime(), download});
             shown.isRestartPending = download == DownloadState::failed;
             tab_->render(shown);
+            QTRY_COMPARE(firstCut(*tab_), QString());
             QTest::qWait(60);
-            QCOMPARE(firstCut(*tab_), QString());
             PaintWatch watch;
             tab_->render(shown);
             if (download != DownloadState::downloading) // when something turns

@@ -7,10 +7,8 @@
 #include "support/ViewChecks.h"
 #include "ui/Alert.h"
 #include "ui/Button.h"
-#include "ui/SegmentedPicker.h"
 #include "ui/SelectableText.h"
 #include "ui/Sheet.h"
-#include "ui/TextField.h"
 
 #include <QVBoxLayout>
 
@@ -55,23 +53,16 @@ private Q_SLOTS:
         show({desk, lap});
         const QByteArray removal = "DELETE /api/devices/l-2";
         world_->service.answer(removal, {"{}"});
-        const auto isRemoval = [](const QByteArray &line) { return line.startsWith("DELETE"); };
         const auto removals = [&] {
             const QByteArrayList lines = world_->service.lines();
-            return std::count_if(lines.begin(), lines.end(), isRemoval);
+            return std::ranges::count_if(lines, [](auto &line) { return line.startsWith("DELETE"); });
         };
 
-        for (const bool byKey : {false, true}) {
-            press(u"Remove, Lap"_s);
-            auto *alert = window_->findChild<Alert *>();
-            QVERIFY(textsOf(*alert).contains(
-                u"Lap must be paired again before it can sync with this computer."_s));
-            if (byKey)
-                QTest::keyClick(alert, Qt::Key_Escape);
-            else
-                press(u"Cancel"_s);
-            QTRY_VERIFY(!window_->findChild<Alert *>());
-        }
+        press(u"Remove, Lap"_s);
+        QVERIFY(textsOf(*window_->findChild<Alert *>())
+                    .contains(u"Lap must be paired again before it can sync with this computer."_s));
+        QTest::keyClick(window_->findChild<Alert *>(), Qt::Key_Escape);
+        QTRY_VERIFY(!window_->findChild<Alert *>());
         QVERIFY(publish({desk, lap}));
         QCOMPARE(removals(), 0);
 
@@ -105,12 +96,10 @@ private Q_SLOTS:
 
         QVERIFY(publish({}));
         QVERIFY(textsOf(*tab_).contains(u"No paired computers"_s));
-        QVERIFY(named<Button>(*tab_, u"Add a computer"_s));
     }
 
     void timesStayCurrentWhileSeen() {
         show({lap});
-        QVERIFY(textsOf(*tab_).contains(u"Last seen 1 min. ago"_s));
         clock_.advance(29'999ms);
         QVERIFY(textsOf(*tab_).contains(u"Last seen 1 min. ago"_s));
         clock_.advance(1ms);
@@ -123,11 +112,9 @@ private Q_SLOTS:
         QCOMPARE(clock_.pending().size(), std::size_t(1));
     }
 
-    void showsAPinUntilPaired() {
+    void offersThePinAgainWhenNoneCame() {
         show({desk});
         Sheet *sheet = openSheet();
-        const QPointer<Sheet> gone(sheet);
-        // A failed request leaves only the button.
         auto *create = named<Button>(*sheet, u"Create a PIN"_s);
         create->setFocus();
         create->click();
@@ -135,41 +122,24 @@ private Q_SLOTS:
         create->click();
         QTRY_VERIFY(create->isEnabled());
         QVERIFY(create->isVisible() && create->hasFocus());
+        QCOMPARE(world_->service.count("POST /api/pair/show"), 1);
 
         world_->service.answer("POST /api/pair/show", {R"({"pin":"482913"})"});
         create->click();
         QTRY_VERIFY(named<SelectableText>(*sheet, u"PIN"_s));
-        QCOMPARE(named<SelectableText>(*sheet, u"PIN"_s)->text(), u"482913"_s);
-        QCOMPARE(world_->service.count("POST /api/pair/show"), 2);
         QVERIFY(!create->isVisible());
-
-        QVERIFY(publish({lap})); // as many as before
-        QVERIFY(textsOf(*sheet).contains(u"Waiting for the other computer…"_s));
-        QVERIFY(publish({lap, desk}));
-        QVERIFY(textsOf(*sheet).contains(u"Paired"_s));
-        clock_.advance(1299ms);
-        QVERIFY(sheet->isVisible());
-        clock_.advance(1ms);
-        QVERIFY(!sheet->isVisible());
-        QTRY_VERIFY(!gone);
-        QVERIFY(named<Button>(*tab_, u"Add a computer"_s)->hasFocus());
-
-        // The next sheet begins anew.
-        sheet = openSheet();
-        QVERIFY(named<Button>(*sheet, u"Create a PIN"_s));
     }
 
     void answersToAClosedSheetAreLost() {
         show({desk});
         world_->service.answer("POST /api/pair/show", {R"({"pin":"482913"})"});
-        world_->service.answer("POST /api/pair/connect", {R"({"ok":true})"});
         Sheet *sheet = openSheet();
         press(u"Create a PIN"_s);
         QTest::keyClick(sheet, Qt::Key_Escape);
         QVERIFY(!sheet->isVisible());
-        Sheet *second = openSheet();
+        openSheet();
         const QPointer<Sheet> open(window_->findChildren<Sheet *>().last());
-        QVERIFY(second && open && open != sheet);
+        QVERIFY(open && open != sheet);
         QTRY_COMPARE(world_->service.count("POST /api/pair/show"), 1);
         QVERIFY(publish({desk, lap}));
         clock_.advance(2s);
@@ -180,49 +150,9 @@ private Q_SLOTS:
         world_->service.answer("POST /api/pair/show", {.manner = Answer::hang});
         named<Button>(*open, u"Create a PIN"_s)->click();
         QTRY_COMPARE(world_->service.count("POST /api/pair/show"), 2);
-    }
-
-    void sheetGoesWithItsTab() {
-        show({desk});
-        QPointer<Sheet> sheet = openSheet();
-        QVERIFY(sheet);
+        // A sheet goes with its tab.
         delete tab_;
-        QVERIFY(!sheet);
-    }
-
-    void keyboardWorksTheSheet() {
-        show({desk});
-        Sheet *sheet = openSheet();
-        QVERIFY(sheet->isAncestorOf(QApplication::focusWidget()) || sheet->hasFocus());
-        QTest::keyClick(sheet, Qt::Key_Tab);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
-        auto *host = named<TextField>(*sheet, u"Address or host name"_s);
-        QVERIFY(host);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QVERIFY(host->hasFocus());
-        QTest::keyClick(host, Qt::Key_Return);
-        QVERIFY(!sheet->isVisible());
-        QVERIFY(named<Button>(*tab_, u"Add a computer"_s)->hasFocus());
-        QCOMPARE(world_->service.count("POST /api/pair/connect"), 0);
-    }
-
-    void screenReadersHearEverything() {
-        show({desk, lap});
-        const auto roleOf = [this](const QString &name) {
-            auto *widget = named<QWidget>(*window_, name);
-            return widget ? accessible(widget)->role() : QAccessible::NoRole;
-        };
-        QCOMPARE(roleOf(u"Remove, Desk"_s), QAccessible::Button);
-        QCOMPARE(roleOf(u"Desk"_s), QAccessible::StaticText);
-        QCOMPARE(accessible(named<SelectableText>(*window_, u"Desk"_s))->text(QAccessible::Value),
-                 u"Fingerprint 0123456789ab…"_s);
-        press(u"Remove, Desk"_s);
-        QCOMPARE(roleOf(u"Remove this computer?"_s), QAccessible::AlertMessage);
-        press(u"Cancel"_s);
-        auto *sheet = openSheet();
-        QCOMPARE(accessible(sheet)->role(), QAccessible::Dialog);
-        QCOMPARE(nameOf(sheet), u"Add a computer"_s);
-        QCOMPARE(roleOf(u"Show a PIN"_s), QAccessible::RadioButton);
+        QVERIFY(!open);
     }
 
     void everythingFits_data() { addLooks({9.0, 11.0, 16.0}); }

@@ -105,12 +105,6 @@ private Q_SLOTS:
         QVERIFY(!sheet.state.hasFailed);
         QVERIFY(sheet.effects.back() == Effect(effect::Dismiss{}));
     }
-
-    void closesAtAnyTime() {
-        Sheet sheet;
-        sheet << event::GeneratePressed{} << event::DonePressed{};
-        QVERIFY(sheet.effects.back() == Effect(effect::Dismiss{}));
-    }
 };
 
 QTEST_APPLESS_MAIN(PairSheetTest)

@@ -1,17 +1,33 @@
 #include "settings/AboutModel.h"
 #include "settings/DevicesModel.h"
+#include "settings/KvmModel.h"
 #include "settings/OverviewModel.h"
 #include "settings/SyncModel.h"
 #include "settings/TimeFormats.h"
 
-#include "KeyTexts.h"
-
 #include <QTest>
+#include <QTranslator>
 
 using namespace quorbit;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Shows every text as its key, and what is filled into it in brackets: "devices.unpair.message[Desk]".
+class KeyTexts : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char * /*context*/, const char *key, const char * /*disambiguation*/,
+                      int /*n*/) const override {
+        static const QStringList filled{
+            QStringLiteral("update.available.title"), QStringLiteral("devices.unpair.message"),
+            QStringLiteral("kvm.status.controlled"), QStringLiteral("kvm.status.master_off"),
+            QStringLiteral("kvm.master.peer_global")};
+        const QString text = QString::fromUtf8(key);
+        return filled.contains(text) ? text + QStringLiteral("[%1]") : text;
+    }
+};
 
 constexpr qint64 now = 1'795'340'460'000;
 
@@ -32,42 +48,49 @@ ServiceState serviceWith(const QStringList &previews) {
     return service;
 }
 
-AvailableUpdate release(bool hasAddress) {
-    AvailableUpdate update;
-    update.version = u"1.5.0"_s;
-    if (hasAddress)
-        update.downloadURL = QUrl(u"https://example.org/quorbit.dmg"_s);
-    return update;
+/// This computer, the connected peer "peer" and "office", which is paired and not connected.
+ServiceState ready() {
+    ServiceState service;
+    service.settings = DaemonSettings{};
+    service.settings->kvm_enabled = true;
+    service.settings->kvm_master_id = u"me"_s;
+    service.status = Status{};
+    service.status->device_id = u"me"_s;
+    service.status->device_name = u"Studio"_s;
+    service.status->accessibility_granted = true;
+    service.status->peers = {{u"peer"_s, u"Peer now"_s}};
+    service.devices = {{.device_id = u"peer"_s, .name = u"Peer once"_s, .platform = u"Linux"_s},
+                       {.device_id = u"office"_s, .name = u"Office"_s, .online = true}};
+    return service;
+}
+
+/// Changes a state to the one that a row is about.
+using Change = std::function<void(ServiceState &)>;
+
+Change withMaster(const std::optional<QString> &id) {
+    return [id](ServiceState &service) { service.settings->kvm_master_id = id; };
+}
+
+Change granted(const std::optional<bool> &is, const std::optional<bool> &needsRestart = {}) {
+    return [=](ServiceState &service) {
+        service.status->accessibility_granted = is;
+        service.status->accessibility_needs_restart = needsRestart;
+    };
+}
+
+std::optional<KvmModel> modelAfter(const Change &change, bool isTrusted = false) {
+    ServiceState service = ready();
+    change(service);
+    return kvmModel(service, isTrusted, false);
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(Tint)
 
 class SettingsModelsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase() { QCoreApplication::installTranslator(&texts_); }
-
-    void overviewShowsTheStatus() {
-        QVERIFY(overviewModel({}, {u"typed"_s, {}}) == (OverviewModel{.draftName = u"typed"_s}));
-        ServiceState service = serviceCalled(u"Studio"_s);
-        service.status->device_id = u"10b4"_s;
-        service.status->port = 8080;
-        service.status->peers = {{u"p1"_s, u"Office"_s}, {u"p2"_s, {}}};
-        service.status->last_activity = QString();
-        OverviewModel expected{
-            .identity = OverviewModel::Identity{u"10b4"_s, u"8080"_s, false, u"overview.status.running"_s},
-            .peers = {{u"p1"_s, u"p1"_s, u"Office"_s}, {u"p2"_s, u"p2"_s, u"common.unnamed"_s}}};
-        QVERIFY(overviewModel(service, {}) == expected);
-        service.status->paused = true;
-        service.status->last_activity = u" as sent "_s;
-        expected.identity->isPaused = true;
-        expected.identity->statusText = u"overview.status.paused"_s;
-        expected.lastActivity = u" as sent "_s;
-        QVERIFY(overviewModel(service, {}) == expected);
-    }
 
     void fillsTheNameField() {
         using Names = std::vector<std::optional<QString>>;
@@ -91,34 +114,17 @@ private Q_SLOTS:
         }
     }
 
-    void savesAName() {
+    void savesOnlyAnotherName() {
         ServiceState service;
         QVERIFY(!committedName(service, u"New"_s));
         service.settings = DaemonSettings{};
         service.settings->device_name = u"Old"_s;
-        service.settings->port = 8080;
-        QVERIFY(!committedName(service, u"Old"_s));
-        QVERIFY(!committedName(service, {}));
-        DaemonSettings expected = *service.settings;
-        expected.device_name = u" old "_s;
-        QVERIFY(committedName(service, u" old "_s) == expected);
-    }
-
-    void stepsTheFileCap() {
-        const std::tuple<qint64, int, qint64> rows[]{{1, 1, 11},
-                                                     {100, -1, 90},
-                                                     {7, -1, 1},
-                                                     {10235, 1, 10240},
-                                                     {10240, 1, 10240},
-                                                     {std::numeric_limits<qint64>::max(), 1, 10240},
-                                                     {std::numeric_limits<qint64>::min(), -3, 1}};
-        for (const auto &[from, steps, to] : rows)
-            QCOMPARE(steppedFileCap(from, steps), to);
+        QVERIFY(!committedName(service, u"Old"_s) && !committedName(service, {}));
+        QCOMPARE(committedName(service, u" old "_s)->device_name, u" old "_s);
     }
 
     void searchesTheHistory() {
         const std::tuple<QString, QString, bool> rows[]{{u" Foo "_s, u"my foo bar"_s, true},
-                                                        {u"foo"_s, u"MY FOO"_s, true},
                                                         {u"a b"_s, u"ba bc"_s, true},
                                                         {u"a  b"_s, u"a b"_s, false},
                                                         {u"\u3000\u00A0\tfoo\u2003"_s, u"foo"_s, true},
@@ -152,80 +158,36 @@ private Q_SLOTS:
         QVERIFY(filter.matches(twins, u"foo"_s) == indices({1}));
     }
 
-    void syncShowsSettingsAndHistory() {
-        HistoryFilter filter;
-        ServiceState service = serviceWith({u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s});
-        service.settings->sync_image = true;
-        service.settings->file_size_cap_mb = 20000;
-        service.history[0].type = u"text"_s;
-        service.history[1].type = u"image"_s;
-        service.history[2].type = u"files"_s;
-        service.history[3].type = u"Text"_s;
-        service.history[4].source = u"Office"_s;
-        SyncModel expected{.syncsImage = true, .fileCap = 20000, .history = SyncModel::History{}};
-        expected.history->rows = {{0, u"text.alignleft"_s, u"a"_s, {}},
-                                  {1, u"photo"_s, u"b"_s, {}},
-                                  {2, u"doc.on.doc"_s, u"c"_s, {}},
-                                  {3, u"doc"_s, u"d"_s, {}},
-                                  {4, u"doc"_s, u"e"_s, u"Office"_s}};
-        QVERIFY(syncModel(service, {}, filter) == expected);
-        // A search goes on even where the field is hidden.
-        expected.history->rows = {expected.history->rows[1]};
-        QVERIFY(syncModel(service, u"B"_s, filter) == expected);
-        service.history.push_back({.id = 5});
-        QVERIFY(syncModel(service, u"nothing"_s, filter)->history->hasSearchField);
-        QVERIFY(syncModel(service, u"nothing"_s, filter)->history->rows.empty());
-        service.history.clear();
-        QVERIFY(!syncModel(service, {}, filter)->history);
-        service.settings.reset();
-        QVERIFY(!syncModel(service, {}, filter));
-    }
-
-    void describesDevices_data() {
-        QTest::addColumn<std::optional<bool>>("online");
-        QTest::addColumn<std::optional<qint64>>("lastSeen");
-        QTest::addColumn<QString>("badge");
-        QTest::addColumn<Tint>("tint");
-        QTest::addColumn<bool>("changes");
-        using Online = std::optional<bool>;
-        using Seen = std::optional<qint64>;
-        QTest::newRow("online") << Online(true) << Seen(5) << u"devices.online"_s << Tint::green << false;
-        QTest::newRow("never seen") << Online(false) << Seen() << u"devices.offline"_s << Tint::secondary
-                                    << false;
-        QTest::newRow("seen at 0") << Online() << Seen(0) << u"devices.offline"_s << Tint::secondary << false;
-        QTest::newRow("before 0") << Online() << Seen(-9) << u"devices.offline"_s << Tint::secondary << false;
-        QTest::newRow("seen at 1") << Online() << Seen(1) << u"devices.lastseen 56 yr ago"_s
-                                   << Tint::secondary << true;
-        QTest::newRow("just now") << Online(false) << Seen(now - 125'000) << u"devices.lastseen 2 min ago"_s
-                                  << Tint::secondary << true;
-    }
     void describesDevices() {
-        QFETCH(std::optional<bool>, online);
-        QFETCH(std::optional<qint64>, lastSeen);
-        QFETCH(Tint, tint);
-        ServiceState service;
-        service.devices = {{.device_id = u"a"_s, .online = online, .last_seen = lastSeen}};
-        const auto row = devicesModel(service, {}, now, formats_).rows.front();
-        QTEST(row.badge, "badge");
-        QVERIFY(row.badgeTint == tint);
-        QTEST(devicesModelHoldsFor(service, now).has_value(), "changes");
+        const struct {
+            std::optional<bool> online;
+            std::optional<qint64> lastSeen;
+            QString badge;
+            Tint tint;
+            bool changes;
+        } rows[]{{true, 5, u"devices.online"_s, Tint::green, false},
+                 {false, {}, u"devices.offline"_s, Tint::secondary, false},
+                 {{}, 0, u"devices.offline"_s, Tint::secondary, false},
+                 {{}, 1, u"devices.lastseen 56 yr ago"_s, Tint::secondary, true}};
+        for (const auto &[online, lastSeen, badge, tint, changes] : rows) {
+            ServiceState service;
+            service.devices = {{.online = online, .last_seen = lastSeen}};
+            const auto row = devicesModel(service, {}, now, formats_).rows.front();
+            QCOMPARE(row.badge, badge);
+            QVERIFY(row.badgeTint == tint);
+            QCOMPARE(devicesModelHoldsFor(service, now).has_value(), changes);
+        }
     }
 
     void listsDevices() {
         ServiceState service;
-        service.devices = {{.device_id = u"a"_s,
-                            .name = u"A %1"_s,
-                            .platform = u"darwin"_s,
+        service.devices = {{.platform = u"darwin"_s,
                             .fingerprint = u"sha256:0123456789abcdef"_s,
                             .last_seen = now - 125'000},
-                           {.device_id = u"b"_s, .platform = u"Darwin"_s, .last_seen = now - 50}};
-        const auto model = devicesModel(service, service.devices[0], now, formats_);
-        QCOMPARE(model.rows[0].symbol, u"laptopcomputer"_s);
-        QCOMPARE(model.rows[0].fingerprint, u"devices.fp 0123456789ab…"_s);
-        QCOMPARE(model.rows[1].symbol, u"pc"_s);
-        QCOMPARE(model.rows[1].fingerprint, u"devices.fp …"_s);
-        QCOMPARE(model.confirmation->message, u"devices.unpair.message[A %1]"_s);
-        QCOMPARE(model.confirmation->deviceId, u"a"_s);
+                           {.platform = u"Darwin"_s, .last_seen = now - 50}};
+        const auto rows = devicesModel(service, {}, now, formats_).rows;
+        QCOMPARE(rows[0].fingerprint, u"devices.fp 0123456789ab…"_s);
+        QVERIFY(rows[0].symbol == u"laptopcomputer"_s && rows[1].symbol == u"pc"_s);
         QVERIFY(devicesModelHoldsFor(service, now) == std::chrono::milliseconds(950));
     }
 
@@ -239,7 +201,7 @@ private Q_SLOTS:
         service.devices = {{.device_id = u"a"_s, .name = rough, .fingerprint = rough}};
         const OverviewModel overview = overviewModel(service, {});
         const DevicesModel devices = devicesModel(service, service.devices[0], now, formats_);
-        AvailableUpdate update = release(true);
+        AvailableUpdate update;
         update.version = update.releaseNotesText.emplace(rough);
         const AboutModel about =
             aboutModel({.available = update, .state = check::Available{update}}, {}, formats_);
@@ -259,63 +221,111 @@ private Q_SLOTS:
             QCOMPARE(shown, expected);
     }
 
-    void tellsOfChecks() {
-        const QString warning = u"exclamationmark.triangle.fill"_s;
-        const std::tuple<CheckState, QString, QString> rows[]{
-            {check::Idle{}, QString(), u"update.never_checked"_s},
-            {check::Checking{}, QString(), u"update.checking"_s},
-            {check::UpToDate{u"1.4.1"_s}, u"checkmark.circle.fill"_s, u"update.uptodate[1.4.1]"_s},
-            {check::Available{release(true)}, u"arrow.down.circle.fill"_s,
-             u"update.available.title[1.5.0]"_s},
-            {check::Failed{FailureReason::network}, warning, u"update.failed.network"_s},
-            {check::Failed{FailureReason::server}, warning, u"update.failed.server"_s},
-            {check::Failed{FailureReason::parse}, warning, u"update.failed.parse"_s},
-            {check::Failed{FailureReason::unknown}, warning, u"update.failed"_s}};
-        for (const auto &[state, symbol, text] : rows) {
-            const AboutModel model = aboutModel({.state = state}, {}, formats_);
-            QCOMPARE(model.checkStatus.text, text);
-            QCOMPARE(model.checkStatus.symbol, symbol);
-            QCOMPARE(model.isChecking, std::holds_alternative<check::Checking>(state));
-            QVERIFY(!model.banner && model.lastChecked.isEmpty() && model.version.isEmpty());
+    void tellsTheStatus() {
+        const Change asIs = [](auto &) {};
+        const Change isOff = [](auto &service) { service.settings->kvm_enabled = false; };
+        const Change noStatus = [](auto &service) { service.status.reset(); };
+        const Change alone = [](auto &service) {
+            service.status->peers.clear();
+            service.settings->kvm_master_id.reset();
+        };
+        const struct {
+            Change change;
+            bool isTrusted;
+            QString text;
+            Tint dot = Tint::orange;
+        } rows[]{{asIs, false, u"ready"_s, Tint::green},
+                 {isOff, false, {}},
+                 {granted(false), true, u"need_ax"_s},
+                 {granted({}), false, u"need_ax"_s},
+                 {granted({}), true, u"ready"_s, Tint::green},
+                 {noStatus, false, u"need_ax"_s},
+                 {noStatus, true, u"waiting"_s},
+                 {alone, false, u"waiting"_s},
+                 {withMaster({}), false, u"no_master"_s},
+                 {withMaster(u""_s), false, u"no_master"_s},
+                 {withMaster(u"peer"_s), false, u"controlled[Peer now]"_s, Tint::green},
+                 {withMaster(u"office"_s), false, u"master_off[Office]"_s},
+                 {withMaster(u"0123456789abcdef0123"_s), false, u"master_off[01234567]"_s},
+                 {withMaster(u"e\u0301x"_s), false, u"master_off[e\u0301x]"_s}};
+        for (const auto &[change, isTrusted, text, dot] : rows) {
+            const auto line = modelAfter(change, isTrusted)->statusLine;
+            QCOMPARE(line ? line->text : QString(), text.isEmpty() ? text : u"kvm.status."_s + text);
+            QVERIFY(!line || line->dot == dot);
         }
     }
 
-    void offersDownloads() {
-        using Shown = AboutModel::Download;
-        const std::pair<DownloadState, Shown> rows[]{{DownloadState::idle, Shown::offered},
-                                                     {DownloadState::downloading, Shown::running},
-                                                     {DownloadState::done, Shown::done},
-                                                     {DownloadState::failed, Shown::failed}};
-        for (const auto &[state, download] : rows) {
-            for (const bool hasAddress : {true, false}) {
-                // A failed check leaves the update that an earlier one found.
-                const UpdateState update{.available = release(hasAddress),
-                                         .state = check::Failed{FailureReason::network},
-                                         .lastChecked = QDateTime(QDate(2026, 11, 22), QTime(9, 41)),
-                                         .downloadState = state};
-                const AboutModel model =
-                    aboutModel(update, {.bundleVersion = u"1.4.1"_s, .currentVersion = u"1.4.1"_s}, formats_);
-                QVERIFY(model.banner == (AboutModel::Banner{u"update.available.title[1.5.0]"_s,
-                                                            u"update.available.subtitle[1.4.1]"_s,
-                                                            {},
-                                                            download,
-                                                            hasAddress}));
-                QCOMPARE(model.lastChecked, u"update.last_checked[22 Nov 2026, 09:41]"_s);
-                QCOMPARE(model.version, u"about.version[1.4.1]"_s);
-            }
+    void namesTheMaster() {
+        const std::pair<QString, QStringList> rows[]{
+            {u"me"_s, {u"keyboard kvm.master.local_footer"_s}},
+            {u""_s, {u"exclamationmark.triangle.fill kvm.master.none"_s}},
+            {u"peer"_s,
+             {u"keyboard kvm.master.peer_global[Peer once]"_s, u"command kvm.master.linux_hotkey"_s}},
+            {u"office"_s, {u"keyboard kvm.master.peer_global[Office]"_s}},
+            {u"gone"_s, {u"keyboard kvm.master.peer_global[?]"_s}}};
+        for (const auto &[id, expected] : rows) {
+            QStringList lines;
+            const auto model = modelAfter(withMaster(id));
+            for (const auto &line : model->masterFooter)
+                lines.append(line.symbol + u' ' + line.text);
+            QCOMPARE(lines, expected);
         }
     }
 
-    void choosesTheLanguage() {
-        const QStringList choices{QString(), u"zh-Hans"_s, u"en"_s};
-        const std::pair<QString, int> rows[]{
-            {QString(), 0}, {u"zh-Hans"_s, 1}, {u"en"_s, 2}, {u"fr"_s, 0}, {u"zh-hans"_s, 0}};
-        for (const auto &[stored, index] : rows) {
-            QCOMPARE(aboutModel({}, {.languages = choices, .storedLanguage = stored}, formats_).language,
-                     index);
-            for (const QString &picked : choices)
-                QCOMPARE(changesLanguage(stored, picked), stored != picked);
+    void tellsOfAccessibility() {
+        const struct {
+            Change change;
+            QString title;
+            Tint tint;
+            bool offersGrant;
+        } rows[]{{granted(true), u"granted"_s, Tint::green, false},
+                 {granted({}, false), u"not_granted"_s, Tint::orange, true},
+                 {granted(true, true), u"needs_restart"_s, Tint::blue, false},
+                 {granted(false, true), u"needs_restart"_s, Tint::blue, true}};
+        for (const auto &[change, title, tint, offersGrant] : rows) {
+            const auto shown = modelAfter(change)->accessibility;
+            QCOMPARE(shown.title, u"kvm.accessibility."_s + title);
+            QCOMPARE(shown.description, shown.title + u"_desc"_s);
+            QVERIFY(shown.tint == tint);
+            QCOMPARE(shown.offersGrant, offersGrant);
         }
+    }
+
+    void choosesOptions() {
+        const struct {
+            std::optional<qint64> delay;
+            std::optional<double> sensitivity;
+            int delayIndex, sensitivityIndex;
+        } rows[]{{{}, {}, 0, 0}, {500, 3, 3, 4}, {251, 1.50001, -1, -1}};
+        for (const auto &[delay, sensitivity, delayIndex, sensitivityIndex] : rows) {
+            ServiceState service = ready();
+            service.settings->kvm_switch_delay_ms = service.settings->kvm_corner_size = delay;
+            service.settings->kvm_sensitivity = sensitivity;
+            const auto model = kvmModel(service, false, false);
+            const auto index = [](std::optional<std::size_t> chosen) {
+                return chosen ? static_cast<int>(*chosen) : -1;
+            };
+            QCOMPARE(index(model->switchDelay), delayIndex);
+            QCOMPARE(index(model->sensitivity), sensitivityIndex);
+            QCOMPARE(index(model->cornerSize), delay ? -1 : 0);
+        }
+    }
+
+    void listsTheScreens() {
+        ServiceState service = ready();
+        const auto canvas = kvmModel(service, false, false)->canvas;
+        QVERIFY(canvas->desk.devices ==
+                (std::vector<DeviceCard>{{u"me"_s, u"Studio"_s, u"darwin"_s, true},
+                                         {u"peer"_s, u"Peer once"_s, u"Linux"_s, true},
+                                         {u"office"_s, u"Office"_s, {}, false}}));
+        service.status.reset();
+        const auto unknown = kvmModel(service, false, false)->canvas;
+        QVERIFY(unknown->desk.selfID.isEmpty());
+        QVERIFY(!unknown->desk.devices[0].online && unknown->desk.devices.size() == 2);
+        service.devices.pop_back();
+        QVERIFY(!kvmModel(service, false, false)->canvas);
+        service.settings.reset();
+        QVERIFY(!kvmModel(service, true, true));
     }
 
 private:

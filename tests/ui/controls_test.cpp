@@ -9,10 +9,9 @@
 #include "ui/FormSection.h"
 #include "ui/HoverRow.h"
 #include "ui/MenuPicker.h"
-#include "ui/ProgressIndicator.h"
-#include "ui/SegmentedPicker.h"
 #include "ui/SelectableText.h"
 #include "ui/Sheet.h"
+#include "ui/Spring.h"
 #include "ui/Stepper.h"
 #include "ui/Switch.h"
 #include "ui/SymbolLabel.h"
@@ -22,6 +21,8 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QSignalSpy>
+
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
@@ -45,10 +46,6 @@ struct Window : QWidget {
         QTest::qWait(30);
     }
 };
-
-void doAction(QWidget *widget, const QString &action) {
-    accessible(widget)->actionInterface()->doAction(action);
-}
 
 QImage pictureOf(QWidget &widget) {
     return widget.grab().toImage();
@@ -118,26 +115,6 @@ private Q_SLOTS:
         QVERIFY(watch.painted().contains({label, symbol, flip, stepper}));
     }
 
-    void aSwitchShowsOnlyWhatItIsTold() {
-        Switch flip;
-        QSignalSpy flipped(&flip, &Switch::flipped);
-        flip.show();
-        QTest::mouseClick(&flip, Qt::LeftButton);
-        QTest::keyClick(&flip, Qt::Key_Space);
-        QVERIFY(!flip.isOn() && !accessible(&flip)->state().checked);
-        flip.setOn(true);
-        QTest::mouseClick(&flip, Qt::LeftButton);
-        for (const QString &action :
-             {QAccessibleActionInterface::toggleAction(), QAccessibleActionInterface::pressAction()}) {
-            QVERIFY(accessible(&flip)->actionInterface()->actionNames().contains(action));
-            doAction(&flip, action);
-        }
-        QVERIFY(flip.isOn() && accessible(&flip)->state().checked);
-        flip.setEnabled(false);
-        QTest::mouseClick(&flip, Qt::LeftButton);
-        QCOMPARE(Emitted(flipped), (Emitted{{true}, {true}, {false}, {false}, {false}}));
-    }
-
     void motionIsShownOnlyWhereItIsWanted() {
         Switch flip;
         flip.resize(flip.sizeHint());
@@ -154,16 +131,6 @@ private Q_SLOTS:
         style_->setReducedMotion(true);
         flip.setOn(false);
         QCOMPARE(pictureOf(flip), off);
-
-        for (const bool reduced : {false, true}) {
-            style_->setReducedMotion(reduced);
-            ProgressIndicator spinner;
-            spinner.show();
-            QVERIFY(QTest::qWaitForWindowExposed(&spinner));
-            const QImage before = pictureOf(spinner);
-            QTest::qWait(250);
-            QCOMPARE(pictureOf(spinner) == before, reduced);
-        }
     }
 
     void aRowIsOneButton() {
@@ -173,10 +140,7 @@ private Q_SLOTS:
         QSignalSpy clicked(row, &HoverRow::clicked);
         Window window{row};
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, label->mapTo(&window, QPoint(3, 3)));
-        QTest::keyClick(row, Qt::Key_Return);
-        QTest::keyClick(row, Qt::Key_Space);
-        doAction(row, QAccessibleActionInterface::pressAction());
-        QCOMPARE(clicked.size(), 4);
+        QCOMPARE(clicked.size(), 1);
         QCOMPARE(accessible(row)->childCount(), 0);
 
         // The highlight, and the theme that changes under it.
@@ -229,7 +193,7 @@ private Q_SLOTS:
                      textColor(QApplication::palette(), TextColor::secondary));
     }
 
-    void textThatDoesNotFitIsCutOrWrapped() {
+    void textThatDoesNotFitIsCutWhereItIsTold() {
         TextLabel label(u"one two three\nfour five six seven eight"_s, TextStyle::body, TextColor::primary);
         const int line = label.sizeHint().height();
         QVERIFY(label.minimumSizeHint().width() < label.sizeHint().width() / 4);
@@ -238,68 +202,18 @@ private Q_SLOTS:
         const QImage end = pictureOf(label);
         label.setOverflow(TextLabel::Overflow::cutMiddle);
         QVERIFY(pictureOf(label) != end);
-        label.setOverflow(TextLabel::Overflow::wrap);
-        QVERIFY(label.heightForWidth(80) >= 3 * line - 2);
-    }
-
-    void screenReadersHearWhatAControlIs() {
-        TextLabel label(u"<b>plain</b>"_s, TextStyle::body, TextColor::primary);
-        QCOMPARE(nameOf(&label), u"<b>plain</b>"_s);
-        SymbolLabel symbol(u"clock"_s);
-        QVERIFY(accessible(&symbol)->state().invisible);
-        symbol.setAccessibleName(u"Connected"_s);
-        symbol.show();
-        QVERIFY(!accessible(&symbol)->state().invisible);
-
-        Switch flip;
-        HoverRow row;
-        MenuPicker picker;
-        Stepper stepper(1, 2, 1);
-        TabBar tabs;
-        Button button(u"Go"_s);
-        const std::pair<QWidget *, QAccessible::Role> roles[]{
-            {&label, QAccessible::StaticText}, {&symbol, QAccessible::Graphic},
-            {&flip, QAccessible::CheckBox},    {&row, QAccessible::Button},
-            {&picker, QAccessible::ComboBox},  {&stepper, QAccessible::SpinBox},
-            {&tabs, QAccessible::PageTabList}, {&button, QAccessible::Button}};
-        for (const auto &[widget, role] : roles)
-            QCOMPARE(accessible(widget)->role(), role);
-    }
-
-    void fieldsKeepSelectionAndCursor() {
-        SelectableText text(TextStyle::body, TextColor::secondary, true);
-        text.setValue(u"10b4e2f09a77c1d3"_s);
-        text.setSelection(0, 4);
-        text.setValue(u"10b4e2f09a77c1d3"_s);
-        QCOMPARE(text.selectedText(), u"10b4"_s);
-
-        TextField field(u"Address"_s);
-        QSignalSpy submitted(&field, &TextField::submitted);
-        QTest::keyClicks(&field, u"studio"_s);
-        QTest::keyClick(&field, Qt::Key_Home);
-        field.setValue(u"studio"_s);
-        QTest::keyClicks(&field, u"my "_s);
-        QCOMPARE(field.text(), u"my studio"_s);
-        QTest::keyClick(&field, Qt::Key_Return);
-        QCOMPARE(submitted.size(), 1);
     }
 
     void aStepperAsksWithinItsRange() {
         const std::tuple<int, Qt::Key, Emitted> rows[]{
-            {100, Qt::Key_Up, {{110}}},     {100, Qt::Key_Down, {{90}}},   {1, Qt::Key_Up, {{11}}},
-            {10235, Qt::Key_Up, {{10240}}}, {10240, Qt::Key_Up, {}},       {5, Qt::Key_Down, {{1}}},
-            {50, Qt::Key_PageDown, {{1}}},  {100, Qt::Key_PageUp, {{200}}}};
+            {100, Qt::Key_Up, {{110}}},     {10235, Qt::Key_Up, {{10240}}}, {10240, Qt::Key_Up, {}},
+            {20000, Qt::Key_Up, {{10240}}}, {5, Qt::Key_Down, {{1}}},       {100, Qt::Key_PageUp, {{200}}}};
         for (const auto &[value, key, wanted] : rows) {
             Stepper stepper(1, 10240, 10);
             stepper.setValue(value);
             QSignalSpy stepped(&stepper, &Stepper::stepped);
             QTest::keyClick(&stepper, key);
             QCOMPARE(Emitted(stepped), wanted);
-            QAccessibleValueInterface *spoken = accessible(&stepper)->valueInterface();
-            QCOMPARE(spoken->currentValue().toInt(), value);
-            QCOMPARE(spoken->maximumValue().toInt(), 10240);
-            spoken->setCurrentValue(42);
-            QCOMPARE(stepped.last(), QList<QVariant>{42});
         }
     }
 
@@ -319,56 +233,10 @@ private Q_SLOTS:
         QTest::mouseRelease(&stepper, Qt::LeftButton, {}, up);
     }
 
-    void tabsAreOneStopAndMoveByArrows() {
-        auto *tabs = new TabBar;
-        auto *after = new Switch;
-        tabs->setChoices({{u"One"_s, u"clock"_s}, {u"Two"_s, u"lock"_s}, {u"Three"_s, u"plus"_s}});
-        tabs->setCurrent(0);
-        QSignalSpy picked(tabs, &TabBar::picked);
-        Window window{tabs, after};
-        const auto items = tabs->findChildren<ChoiceItem *>();
-        QTest::mouseClick(items[2], Qt::LeftButton);
-        QCOMPARE(Emitted(picked), (Emitted{{2}}));
-        QCOMPARE(tabs->current(), 0);
-        connect(tabs, &TabBar::picked, tabs, &TabBar::setCurrent);
-        items[0]->setFocus(Qt::TabFocusReason);
-        QTest::keyClick(items[0], Qt::Key_Right);
-        QCOMPARE(tabs->current(), 1);
-        QVERIFY(items[1]->hasFocus());
-        QTest::keyClick(items[1], Qt::Key_End);
-        QTest::keyClick(items[2], Qt::Key_Right);
-        QCOMPARE(tabs->current(), 2);
-        QTest::keyClick(items[2], Qt::Key_Tab);
-        QVERIFY(after->hasFocus());
-        QTest::keyClick(after, Qt::Key_Backtab);
-        QVERIFY(items[2]->hasFocus());
-
-        QCOMPARE(accessible(tabs)->childCount(), 3);
-        QAccessibleInterface *first = accessible(tabs)->child(0);
-        QCOMPARE(first->role(), QAccessible::PageTab);
-        QCOMPARE(first->text(QAccessible::Name), u"One"_s);
-        QVERIFY(!first->state().selected && accessible(tabs)->child(2)->state().selected);
-    }
-
-    void segmentsMirrorWithTheLayout() {
-        SegmentedPicker picker;
-        picker.setOptions({u"Show"_s, u"Enter a PIN"_s});
-        picker.setCurrent(0);
-        const auto items = picker.findChildren<ChoiceItem *>();
-        picker.setLayoutDirection(Qt::RightToLeft);
-        QSignalSpy picked(&picker, &SegmentedPicker::picked);
-        QTest::keyClick(items[0], Qt::Key_Right);
-        QTest::keyClick(items[0], Qt::Key_Left);
-        QCOMPARE(Emitted(picked), (Emitted{{1}}));
-        QCOMPARE(accessible(items[0])->role(), QAccessible::RadioButton);
-    }
-
     void aMenuPickerAsksAndSurvivesRendering() {
         MenuPicker picker;
         const QStringList options{u"Off"_s, u"100 ms"_s, u"R&D"_s};
         picker.setOptions(options);
-        picker.setCurrent(-1);
-        QCOMPARE(picker.accessibleText(), QString());
         QSignalSpy picked(&picker, &MenuPicker::picked);
         picker.show();
         QVERIFY(QTest::qWaitForWindowExposed(&picker));
@@ -379,19 +247,16 @@ private Q_SLOTS:
         picker.setCurrent(1);
         QVERIFY(menu->isVisible());
         QVERIFY(menu->actions().at(1)->isChecked());
-        QVERIFY(accessible(&picker)->state().expanded);
         menu->setActiveAction(menu->actions().at(2));
         QTest::keyClick(menu, Qt::Key_Return);
         QCOMPARE(Emitted(picked), (Emitted{{2}}));
-        QCOMPARE(picker.current(), 1);
         QCOMPARE(accessible(&picker)->text(QAccessible::Value), u"100 ms"_s);
     }
 
-    void buttonsPressByKeyboardAndKeepTheirSize() {
+    void busyButtonsKeepTheirSize() {
         Button button(u"Connect & go"_s, ButtonKind::prominent);
         QSignalSpy clicked(&button, &Button::clicked);
-        for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
-            QTest::keyClick(&button, key);
+        QTest::keyClick(&button, Qt::Key_Enter);
         const QSize size = button.sizeHint();
         button.resize(size);
         const QImage calm = pictureOf(button);
@@ -402,16 +267,11 @@ private Q_SLOTS:
         button.setBusy(false);
         QCOMPARE(pictureOf(button), calm);
         button.setEnabled(false);
-        doAction(&button, QAccessibleActionInterface::pressAction());
-        QCOMPARE(clicked.size(), 3);
+        accessible(&button)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(clicked.size(), 1);
     }
 
-    void rowsNameTheirControlsAndHiddenOnesLeaveNoTrace() {
-        auto *flip = new Switch;
-        FormRow row(u"Images"_s, flip);
-        row.setLabel(u"Pictures"_s);
-        QCOMPARE(flip->accessibleName(), u"Pictures"_s);
-
+    void hiddenRowsLeaveNoTrace() {
         FormSection with;
         FormSection without;
         for (FormSection *section : {&with, &without})
@@ -440,37 +300,29 @@ private Q_SLOTS:
     }
 
     void anAlertCancelsUnlessConfirmed() {
-        using Keys = QList<Qt::Key>;
-        const std::pair<Keys, bool> rows[]{{{Qt::Key_Escape}, false},
-                                           {{Qt::Key_Return}, false},
-                                           {{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}, false},
-                                           {{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return}, true}};
+        const std::pair<QList<Qt::Key>, bool> rows[]{{{Qt::Key_Return}, false},
+                                                     {{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return}, true}};
         for (const auto &[keys, confirmed] : rows) {
             auto *below = new Button(u"Below"_s);
             Window window({below}, {500, 400});
-            below->setFocus(Qt::TabFocusReason);
             const QPointer<Alert> alert =
                 new Alert({u"Remove?"_s, u"It must be paired again."_s, u"Cancel"_s, u"Remove"_s}, below);
             QSignalSpy confirmations(alert.data(), &Alert::confirmed);
             QSignalSpy dismissals(alert.data(), &Alert::dismissed);
             QSignalSpy belowClicked(below, &Button::clicked);
             alert->open();
-            QCOMPARE(accessible(alert)->role(), QAccessible::AlertMessage);
-            QCOMPARE(nameOf(alert), u"Remove?"_s);
             for (const Qt::Key key : keys)
                 QTest::keyClick(window.windowHandle(), key);
             QCOMPARE(confirmations.size(), confirmed ? 1 : 0);
             QCOMPARE(dismissals.size(), 1);
             QCOMPARE(belowClicked.size(), 0);
-            QVERIFY(below->hasFocus());
             QTRY_VERIFY(alert.isNull());
         }
     }
 
-    void aSheetKeepsTheFocusAndGivesItBack() {
+    void aSheetCoversItsWindow() {
         auto *below = new Button(u"Below"_s);
         Window window({below}, {580, 500});
-        below->setFocus();
         const QPointer<Sheet> sheet = new Sheet(u"Add"_s, QSize(400, 340), &window);
         auto *field = new TextField;
         auto *done = new Button(u"Done"_s, ButtonKind::prominent);
@@ -482,15 +334,98 @@ private Q_SLOTS:
         sheet->open();
         window.resize(620, 520);
         QTRY_COMPARE(sheet->size(), window.size());
-        for (int i = 0; i < 5; ++i) {
-            QTest::keyClick(window.windowHandle(), i < 3 ? Qt::Key_Tab : Qt::Key_Backtab);
-            QVERIFY(field->hasFocus() || done->hasFocus());
-        }
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, below->geometry().center());
         QCOMPARE(clicked.size(), 0);
         field->setFocus();
         QTest::keyClick(window.windowHandle(), Qt::Key_Return);
-        QTRY_VERIFY(sheet.isNull() && below->hasFocus());
+        QTRY_VERIFY(sheet.isNull());
+    }
+
+    void aSheetScrollsInASmallWindow() {
+        Window window({}, {400, 200});
+        auto *sheet = new Sheet(u"Sheet"_s, QSize(300, 100), &window);
+        QList<QWidget *> stops;
+        for (int i = 0; i < 3; ++i)
+            stops << new TextField(QString());
+        stops << new Button(u"Done"_s);
+        for (QWidget *stop : stops)
+            sheet->content()->addWidget(stop);
+        sheet->open();
+        const auto isSeen = [&](const QWidget &widget) {
+            return widget.visibleRegion().boundingRect() == widget.rect() &&
+                   window.rect().contains(QRect(widget.mapTo(&window, QPoint()), widget.size()));
+        };
+        QCoreApplication::processEvents();
+        const int usual = stops[0]->height();
+        QFont large;
+        large.setPointSizeF(20);
+        window.setFont(large);
+        QTRY_VERIFY(stops[0]->height() > usual * 2);
+        QTRY_VERIFY(!isSeen(*stops.last()));
+        for (const QWidget *stop : stops) {
+            QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+            QTRY_VERIFY(stop->hasFocus() && isSeen(*stop));
+        }
+    }
+
+    void wrappedTextIsSeenWhole() {
+        const std::pair<QString, int> rows[]{{u"a b"_s, 1},
+                                             {u"word "_s.repeated(40), 4},
+                                             {QString(200, u'W'), 4},
+                                             {u"文字"_s + QString(100, u'W'), 3},
+                                             {u"a\nb\n\nc"_s, 4}};
+        for (const auto &[text, leastLines] : rows) {
+            constexpr int width = 240;
+            TextLabel label(text, TextStyle::caption, TextColor::primary);
+            label.setOverflow(TextLabel::Overflow::wrap);
+            const int height = label.heightForWidth(width);
+            QVERIFY(height >= leastLines * (label.minimumSizeHint().height() - 1));
+            // All of the ink that a far larger label shows is in one of just that size.
+            const auto ink = [&](const QSize &size) {
+                label.resize(size);
+                QImage image(size + QSize(400, 0), QImage::Format_RGB32);
+                image.fill(Qt::white);
+                label.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+                int sum = 0;
+                for (int pixel = 0; pixel < image.width() * image.height(); ++pixel)
+                    sum += 255 - qGray(image.pixel(pixel % image.width(), pixel / image.width()));
+                return sum;
+            };
+            label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+            QVERIFY(ink({width, height}) > 0);
+            QCOMPARE(ink({width, height}), ink({width, height * 2}));
+        }
+    }
+
+    void aSpringMovesAsItsEquationSays() {
+        // The same movement, added up in small steps: x'' = -k x - c x'.
+        constexpr double response = 0.3;
+        constexpr double damping = 0.8;
+        const double natural = 2 * M_PI / response;
+        double offset = -1;
+        double velocity = 0;
+        Spring spring(response, damping);
+        spring.setTarget(1);
+        double most = 0;
+        for (int frame = 1; frame <= 40; ++frame) {
+            for (int step = 0; step < 10000; ++step) {
+                velocity += (-natural * natural * offset - 2 * damping * natural * velocity) * 1e-6;
+                offset += velocity * 1e-6;
+            }
+            spring.advance(0.01);
+            QVERIFY2(std::abs(spring.value() - (1 + offset)) < 0.003, qPrintable(QString::number(frame)));
+            most = std::max(most, spring.value());
+            if (frame == 12) { // turns round without a jump
+                const double value = spring.value();
+                spring.setTarget(0);
+                QCOMPARE(spring.value(), value);
+                spring.setTarget(1);
+            }
+        }
+        QVERIFY(most > 1.01 && most < 1.02);
+        spring.advance(10);
+        QVERIFY(spring.isAtRest());
+        QCOMPARE(spring.value(), 1);
     }
 };
 

@@ -2,8 +2,13 @@
 #include "ui/TextStyle.h"
 #include "ui/Theme.h"
 
+#include <QImage>
+#include <QPainter>
 #include <QTest>
 
+#include <set>
+
+using namespace Qt::StringLiterals;
 using namespace quorbit;
 
 namespace {
@@ -12,181 +17,197 @@ const std::initializer_list<TextColor> textColors{
     TextColor::primary, TextColor::secondary, TextColor::tertiary, TextColor::accent,
     TextColor::green,   TextColor::orange,    TextColor::red,      TextColor::yellow};
 
+/// A symbol in a square of 48, with so much space around it.
+QImage drawn(const QString &name, int margin = 0) {
+    QImage image(48 + 2 * margin, 48 + 2 * margin, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    paintSymbol(painter, QRectF(margin, margin, 48, 48), name, Qt::black);
+    return image;
+}
+
+/// How much of the square is inked, 0 to 1, counting the difference to `other` when there is one.
+double ink(const QImage &image, const QImage &other = {}) {
+    double sum = 0;
+    for (int pixel = 0; pixel < image.width() * image.height(); ++pixel) {
+        const QPoint at(pixel % image.width(), pixel / image.width());
+        sum += std::abs(qAlpha(image.pixel(at)) - (other.isNull() ? 0 : qAlpha(other.pixel(at))));
+    }
+    return sum / 255 / image.width() / image.height();
+}
+
 } // namespace
 
 class ThemeTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void textAndShapesStandOut_data();
-    void textAndShapesStandOut();
-    void outlinedSymbolsStandOutAnywhere();
-    void designColoursAreKept();
-    void fontsFollowTheUser_data();
-    void fontsFollowTheUser();
-};
-
-void ThemeTest::textAndShapesStandOut_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<bool>("highContrast");
-    QTest::addColumn<QString>("accent");
-    for (const bool dark : {false, true}) {
-        for (const bool highContrast : {false, true}) {
-            for (const char *accent : {"", "#ffffff", "#000000", "#ffd500", "#3a944a", "#e01b24", "#9141ac",
-                                       "#7fdbff", "#ffff00", "#808080", "#0000ff"}) {
-                QTest::addRow("%s%s %s", dark ? "dark" : "light", highContrast ? " high contrast" : "",
-                              accent)
-                    << dark << highContrast << QString::fromLatin1(accent);
-            }
+    void textAndShapesStandOut_data() {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<bool>("highContrast");
+        QTest::addColumn<QString>("accent");
+        for (const char *accent : {"", "#ffffff", "#000000", "#ffd500", "#3a944a", "#e01b24", "#9141ac",
+                                   "#7fdbff", "#ffff00", "#808080", "#0000ff"}) {
+            for (const auto &[dark, high] :
+                 {std::pair(false, false), {false, true}, {true, false}, {true, true}})
+                QTest::addRow("%s%s %s", dark ? "dark" : "light", high ? " high contrast" : "", accent)
+                    << dark << high << QString::fromLatin1(accent);
         }
     }
-}
+    void textAndShapesStandOut() {
+        QFETCH(bool, dark);
+        QFETCH(bool, highContrast);
+        QFETCH(QString, accent);
+        Appearance appearance{
+            .dark = dark, .accent = {}, .highContrast = highContrast, .reducedMotion = false};
+        if (!accent.isEmpty())
+            appearance.accent = QColor(accent);
+        const QPalette palette = themePalette(appearance);
+        const double text = highContrast ? 7 : 4.5;
+        const double shape = highContrast ? 4.5 : 3;
 
-void ThemeTest::textAndShapesStandOut() {
-    QFETCH(bool, dark);
-    QFETCH(bool, highContrast);
-    QFETCH(QString, accent);
-    Appearance appearance{.dark = dark, .accent = {}, .highContrast = highContrast, .reducedMotion = false};
-    if (!accent.isEmpty())
-        appearance.accent = QColor(accent);
-    const QPalette palette = themePalette(appearance);
-    const double text = highContrast ? 7 : 4.5;
-    const double shape = highContrast ? 4.5 : 3;
+        const auto reads = [text](const char *what, const QColor &ink, const QColor &surface) {
+            const double reached = contrastRatio(ink, surface);
+            QVERIFY2(reached >= text,
+                     qPrintable(u"%1: %2 on %3 is %4"_s.arg(QLatin1String(what), ink.name(), surface.name())
+                                    .arg(reached)));
+        };
 
-    const auto reads = [text](const char *what, const QColor &ink, const QColor &surface) {
-        const double reached = contrastRatio(ink, surface);
-        QVERIFY2(reached >= text, qPrintable(QStringLiteral("%1: %2 on %3 is %4")
-                                                 .arg(QLatin1String(what), ink.name(), surface.name())
-                                                 .arg(reached)));
-    };
-
-    // What lies plainly on a surface, on a highlighted row, and on a tinted card.
-    for (const QPalette &shown : {palette, highlightedPalette(palette), tintedPalette(palette)}) {
-        const ThemeColors colors = themeColors(shown);
-        QCOMPARE(colors.dark, dark);
-        QCOMPARE(colors.highContrast, highContrast);
-        for (const QColor &surface : {colors.window, colors.card}) {
-            for (const TextColor color : textColors) {
-                reads("text", textColor(shown, color), surface);
-                QVERIFY(contrastRatio(shapeColor(shown, color), surface) >= shape);
-            }
-        }
-        reads("filled button", colors.onAccent, colors.accentFill);
-        for (const TextColor color : {TextColor::primary, TextColor::red})
-            reads("button", textOn(shown, color, colors.control), colors.control);
-    }
-
-    const ThemeColors colors = themeColors(palette);
-    const QPalette onTint = tintedPalette(palette);
-    QCOMPARE(themeColors(onTint).window, composed(colors.tint, colors.window)); // what Card paints
-    reads("destructive button", Qt::white, fillUnder(Qt::white, colors.red, palette));
-    for (const QColor &surface : {colors.window, colors.card}) {
-        const QColor pill = composed(colors.pill, surface);
-        reads("segment", colors.primary, pill);
-        reads("chosen segment", colors.primary, colors.segment);
-    }
-    const QColor tab = composed(colors.pill, colors.window);
-    reads("chosen tab", colors.accentText, tab);
-    QVERIFY(contrastRatio(colors.accent, tab) >= shape * 0.85); // beside its title in accentText
-    reads("picker", colors.primary, composed(withAlpha(colors.primary, 0.08), colors.control));
-    reads("field", colors.primary, colors.field);
-    reads("placeholder", palette.color(QPalette::PlaceholderText), colors.field);
-    reads("tooltip", palette.color(QPalette::ToolTipText), palette.color(QPalette::ToolTipBase));
-    reads("selection", palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight));
-    reads("menu", colors.secondary, dark ? colors.card : colors.window);
-
-    // Cards in colours of their own, as those on a canvas that lets half of the window's colour through.
-    const QColor canvas = composed(withAlpha(colors.window, 0.55), colors.card);
-    for (const QColor &fill :
-         {withAlpha(colors.accent, 0.1), withAlpha(Qt::gray, 0.1), withAlpha(Qt::gray, 0.05)}) {
-        const QColor surface = composed(fill, canvas);
-        for (const TextColor color : textColors)
-            reads("canvas", textOn(palette, color, surface), surface);
-    }
-    if (highContrast) {
-        for (const QColor &surface : {colors.window, colors.card, colors.control})
-            QVERIFY(contrastRatio(composed(colors.controlEdge, surface), surface) >= shape);
-        for (const QColor &track : {colors.track, colors.accent})
-            QVERIFY(contrastRatio(readableOn(track), track) >= 3); // the knob of a switch
-    }
-}
-
-// Nobody tells what is behind the icon in the tray. At every size a good part of it must stand out from any
-// grey.
-void ThemeTest::outlinedSymbolsStandOutAnywhere() {
-    const QIcon icon = outlinedSymbolIcon(QStringLiteral("cursorarrow.and.square.on.square.dashed"));
-    QVERIFY(!icon.availableSizes().empty());
-    for (const QSize &size : icon.availableSizes()) {
-        const QImage glyph = icon.pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32);
-        QCOMPARE(glyph.size(), size);
-        for (int grey = 0; grey < 256; grey += 15) {
-            const QColor behind(grey, grey, grey);
-            int seen = 0;
-            for (int y = 0; y < size.height(); ++y) {
-                for (int x = 0; x < size.width(); ++x) {
-                    const QColor ink = glyph.pixelColor(x, y);
-                    seen += contrastRatio(composed(ink, behind), behind) >= 3 ? 1 : 0;
+        // What lies plainly on a surface, on a highlighted row, and on a tinted card.
+        for (const QPalette &shown : {palette, highlightedPalette(palette), tintedPalette(palette)}) {
+            const ThemeColors colors = themeColors(shown);
+            QCOMPARE(colors.dark, dark);
+            QCOMPARE(colors.highContrast, highContrast);
+            for (const QColor &surface : {colors.window, colors.card}) {
+                for (const TextColor color : textColors) {
+                    reads("text", textColor(shown, color), surface);
+                    QVERIFY(contrastRatio(shapeColor(shown, color), surface) >= shape);
                 }
             }
-            QVERIFY2(seen * 12 >= size.width() * size.height(),
-                     qPrintable(QStringLiteral("%1 px on %2: %3").arg(size.width()).arg(grey).arg(seen)));
+            reads("filled button", colors.onAccent, colors.accentFill);
+            for (const TextColor color : {TextColor::primary, TextColor::red})
+                reads("button", textOn(shown, color, colors.control), colors.control);
+        }
+
+        const ThemeColors colors = themeColors(palette);
+        const QPalette onTint = tintedPalette(palette);
+        QCOMPARE(themeColors(onTint).window, composed(colors.tint, colors.window)); // what Card paints
+        reads("destructive button", Qt::white, fillUnder(Qt::white, colors.red, palette));
+        for (const QColor &surface : {colors.window, colors.card}) {
+            const QColor pill = composed(colors.pill, surface);
+            reads("segment", colors.primary, pill);
+            reads("chosen segment", colors.primary, colors.segment);
+        }
+        const QColor tab = composed(colors.pill, colors.window);
+        reads("chosen tab", colors.accentText, tab);
+        QVERIFY(contrastRatio(colors.accent, tab) >= shape * 0.85); // beside its title in accentText
+        reads("picker", colors.primary, composed(withAlpha(colors.primary, 0.08), colors.control));
+        reads("field", colors.primary, colors.field);
+        reads("placeholder", palette.color(QPalette::PlaceholderText), colors.field);
+        reads("tooltip", palette.color(QPalette::ToolTipText), palette.color(QPalette::ToolTipBase));
+        reads("selection", palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight));
+        reads("menu", colors.secondary, dark ? colors.card : colors.window);
+
+        // Cards in colours of their own, as those on a canvas that lets half of the window's colour through.
+        const QColor canvas = composed(withAlpha(colors.window, 0.55), colors.card);
+        for (const QColor &fill :
+             {withAlpha(colors.accent, 0.1), withAlpha(Qt::gray, 0.1), withAlpha(Qt::gray, 0.05)}) {
+            const QColor surface = composed(fill, canvas);
+            for (const TextColor color : textColors)
+                reads("canvas", textOn(palette, color, surface), surface);
+        }
+        if (highContrast) {
+            for (const QColor &surface : {colors.window, colors.card, colors.control})
+                QVERIFY(contrastRatio(composed(colors.controlEdge, surface), surface) >= shape);
+            for (const QColor &track : {colors.track, colors.accent})
+                QVERIFY(contrastRatio(readableOn(track), track) >= 3); // the knob of a switch
         }
     }
-}
 
-void ThemeTest::designColoursAreKept() {
-    const ThemeColors light = themeColors(themePalette({}));
-    QCOMPARE(light.window.name(), QStringLiteral("#f2f2f4"));
-    QCOMPARE(light.card.name(), QStringLiteral("#ffffff"));
-    QCOMPARE(composed(light.cardEdge, light.card).name(), QStringLiteral("#e5e5e5"));
-    QCOMPARE(light.secondary.name(), QStringLiteral("#6e6e73"));
-    QCOMPARE(light.accent.name(), QStringLiteral("#0a6cff"));
-    QCOMPARE(light.accentFill.name(), QStringLiteral("#0a6cff"));
-    QCOMPARE(light.green.name(), QStringLiteral("#248a3d"));
+    // Nobody tells what is behind the icon in the tray. At every size a good part of it must stand out from
+    // any grey.
+    void outlinedSymbolsStandOutAnywhere() {
+        const QIcon icon = outlinedSymbolIcon(u"cursorarrow.and.square.on.square.dashed"_s);
+        QVERIFY(!icon.availableSizes().empty());
+        for (const QSize &size : icon.availableSizes()) {
+            const QImage glyph = icon.pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32);
+            QCOMPARE(glyph.size(), size);
+            for (int grey = 0; grey < 256; grey += 15) {
+                const QColor behind(grey, grey, grey);
+                int seen = 0;
+                for (int y = 0; y < size.height(); ++y) {
+                    for (int x = 0; x < size.width(); ++x) {
+                        const QColor ink = glyph.pixelColor(x, y);
+                        seen += contrastRatio(composed(ink, behind), behind) >= 3 ? 1 : 0;
+                    }
+                }
+                QVERIFY2(seen * 12 >= size.width() * size.height(),
+                         qPrintable(u"%1 px on %2: %3"_s.arg(size.width()).arg(grey).arg(seen)));
+            }
+        }
+    }
 
-    Appearance night;
-    night.dark = true;
-    const ThemeColors dark = themeColors(themePalette(night));
-    QCOMPARE(dark.window.name(), QStringLiteral("#1f1f22"));
-    QCOMPARE(composed(dark.cardEdge, dark.card).name(), QStringLiteral("#444447"));
-    QCOMPARE(dark.secondary.name(), QStringLiteral("#a2a2a9"));
-    QCOMPARE(dark.accent.name(), QStringLiteral("#4a98ff"));
-    QCOMPARE(dark.onAccent, QColor(Qt::white));
-}
+    /// Moving a colour until it can be read leaves those alone that can be.
+    void designColoursAreKept() {
+        const ThemeColors light = themeColors(themePalette({}));
+        const ThemeColors dark = themeColors(themePalette({.dark = true, .accent = {}}));
+        const std::pair<QColor, const char *> rows[]{{light.secondary, "#6e6e73"},  {light.accent, "#0a6cff"},
+                                                     {light.accentFill, "#0a6cff"}, {light.green, "#248a3d"},
+                                                     {dark.secondary, "#a2a2a9"},   {dark.accent, "#4a98ff"},
+                                                     {dark.onAccent, "#ffffff"}};
+        for (const auto &[color, name] : rows)
+            QCOMPARE(color.name(), QLatin1String(name));
+    }
 
-void ThemeTest::fontsFollowTheUser_data() {
-    QTest::addColumn<double>("points");
-    QTest::addColumn<int>("pixels");
-    QTest::addColumn<int>("style");
-    QTest::addColumn<double>("expected");
-    QTest::newRow("default body") << 9.0 << 0 << int(TextStyle::body) << 9.75;
-    QTest::newRow("default caption") << 9.0 << 0 << int(TextStyle::caption) << 8.25;
-    QTest::newRow("large body") << 18.0 << 0 << int(TextStyle::body) << 19.5;
-    QTest::newRow("body in pixels") << 0.0 << 12 << int(TextStyle::body) << 13.0;
-    QTest::newRow("large title in pixels") << 0.0 << 24 << int(TextStyle::title3) << 30.0;
-}
+    void fontsFollowTheUser() {
+        QFont points(u"Inter"_s);
+        points.setPointSizeF(9);
+        QCOMPARE(textFont(TextStyle::body, points).pointSizeF(), 9.75);
+        QCOMPARE(textFont(TextStyle::caption, points).pointSizeF(), 8.25);
+        QCOMPARE(textFont(TextStyle::caption, points).family(), u"Inter"_s);
+        QFont pixels(u"Inter"_s);
+        pixels.setPixelSize(24);
+        QCOMPARE(textFont(TextStyle::title3, pixels).pixelSize(), 30);
+        // The desktop's own font, in half a size more, is what body text is in.
+        QCOMPARE(textFont(TextStyle::body, applicationFont(points, 1.5)).pointSizeF(), 13.5);
+        QCOMPARE(textFont(TextStyle::body, applicationFont(pixels, 1.5)).pixelSize(), 36);
+    }
 
-void ThemeTest::fontsFollowTheUser() {
-    QFETCH(double, points);
-    QFETCH(int, pixels);
-    QFETCH(int, style);
-    QFETCH(double, expected);
-    QFont user(QStringLiteral("Inter"));
-    if (points > 0)
-        user.setPointSizeF(points);
-    else
-        user.setPixelSize(pixels);
-    const QFont font = textFont(TextStyle(style), user);
-    QCOMPARE(points > 0 ? font.pointSizeF() : font.pixelSize(), expected);
-    QCOMPARE(font.family(), user.family());
+    void everySymbolCanBeToldFromTheOthers() {
+        // The font has one glyph for each of these pairs, and no view shows both of a pair with different
+        // meanings.
+        const std::set<std::pair<QString, QString>> sisters{
+            {u"arrow.down.circle"_s, u"arrow.down.circle.fill"_s},
+            {u"computermouse.fill"_s, u"cursorarrow.motionlines"_s},
+            {u"keyboard"_s, u"keyboard.fill"_s}};
+        const QStringList names = symbolNames();
+        QVERIFY(names.size() >= 45);
+        const QImage unknown = drawn(u"no.such.symbol"_s);
+        QVERIFY(ink(unknown) > 0.02);
+        QCOMPARE(drawn(QString()), unknown);
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            const QImage image = drawn(names[i]);
+            QVERIFY2(ink(image) > 0.02 && ink(image, unknown) > 0.02, qPrintable(names[i]));
+            for (qsizetype j = i + 1; j < names.size(); ++j) {
+                if (!sisters.contains({names[i], names[j]}))
+                    QVERIFY2(ink(image, drawn(names[j])) > 0.005, qPrintable(names[i] + u' ' + names[j]));
+            }
+        }
+    }
 
-    // The desktop's own font, in half a size more, is what body text is in.
-    const QFont body = textFont(TextStyle::body, applicationFont(user, 1.5));
-    if (points > 0)
-        QCOMPARE(body.pointSizeF(), points * 1.5);
-    else
-        QCOMPARE(body.pixelSize(), pixels * 3 / 2);
-}
+    void everySymbolLiesInItsSquare() {
+        for (const QString &name : symbolNames()) {
+            const QImage image = drawn(name, 8);
+            QRect inked;
+            for (int pixel = 0; pixel < 64 * 64; ++pixel) {
+                if (qAlpha(image.pixel(pixel % 64, pixel / 64)) > 40)
+                    inked |= QRect(pixel % 64, pixel / 64, 1, 1);
+            }
+            QVERIFY2(QRect(8, 8, 48, 48).contains(inked), qPrintable(name));
+            QVERIFY2((inked.center() - QPoint(32, 32)).manhattanLength() <= 7, qPrintable(name));
+        }
+    }
+};
 
 QTEST_MAIN(ThemeTest)
 #include "theme_test.moc"
