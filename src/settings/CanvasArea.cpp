@@ -2,6 +2,7 @@
 
 #include "settings/CanvasAccessible.h"
 #include "settings/CardPainter.h"
+#include "ui/Accessibility.h"
 #include "ui/ToolTip.h"
 
 #include <QFocusEvent>
@@ -81,6 +82,10 @@ CanvasArea::CanvasArea(QWidget *parent) : QWidget(parent) {
         updateCard(cardWithID(id));
     });
     installCanvasAccessibility();
+}
+
+CanvasArea::~CanvasArea() {
+    forgetAccessible(this);
 }
 
 void CanvasArea::render(const ScreenDesk &desk, const QString &masterID) {

@@ -27,6 +27,7 @@ class CanvasArea final : public QWidget {
 
 public:
     explicit CanvasArea(QWidget *parent = nullptr);
+    ~CanvasArea() override;
 
     void render(const ScreenDesk &desk, const QString &masterID);
 

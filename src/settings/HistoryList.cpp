@@ -1,6 +1,7 @@
 #include "settings/HistoryList.h"
 
 #include "settings/HistoryListAccessible.h"
+#include "ui/Accessibility.h"
 #include "ui/DisplayLine.h"
 #include "ui/Symbol.h"
 #include "ui/TextStyle.h"
@@ -39,6 +40,10 @@ HistoryList::HistoryList(QWidget *parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setMouseTracking(true);
     installHistoryListAccessibility();
+}
+
+HistoryList::~HistoryList() {
+    forgetAccessible(this);
 }
 
 void HistoryList::setRows(const std::vector<Row> &rows) {

@@ -21,6 +21,7 @@ public:
     using Row = SyncModel::HistoryRow;
 
     explicit HistoryList(QWidget *parent = nullptr);
+    ~HistoryList() override;
 
     const std::vector<Row> &rows() const { return rows_; }
     /// The row that the keyboard is at stays the one with the same identifier.

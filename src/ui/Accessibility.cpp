@@ -176,4 +176,9 @@ void AccessibleControl::accessibleValueChanged(const QVariant &value) const {
     QAccessible::updateAccessibility(&event);
 }
 
+void forgetAccessible(QWidget *widget) {
+    if (QAccessibleInterface *known = QAccessible::queryAccessibleInterface(widget))
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
+}
+
 } // namespace quorbit

@@ -60,4 +60,8 @@ private:
     QWidget *self_;
 };
 
+/// For the destructor of a widget whose accessible children are no widgets: they ask it about themselves to
+/// the last, and its members are to be there still.
+void forgetAccessible(QWidget *widget);
+
 } // namespace quorbit
