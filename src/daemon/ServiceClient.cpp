@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <utility>
 
 namespace quorbit {
 
@@ -65,7 +66,7 @@ QCoro::Task<std::string> ServiceClient::exchange(const QByteArray &method, const
     if (body || method == "POST" || method == "PUT")
         request += "Content-Length: " + QByteArray::number(body ? body->size() : 0) + "\r\n";
     request += "\r\n" + body.value_or(QByteArray());
-    return HttpConnections::exchange(connections_, request, isQuestion, token);
+    return HttpConnections::exchange(connections_, request, isQuestion, std::move(token));
 }
 
 QCoro::Task<std::string> ServiceClient::getBody(QString path, std::stop_token token) {

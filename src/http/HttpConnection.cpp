@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// What is read in one turn of the event loop, so that a flood leaves room for everything else.
-constexpr qint64 portion = 64 * 1024;
+constexpr qint64 portion = 65'536;
 constexpr int httpPort = 80;
 constexpr int httpsPort = 443;
 

@@ -17,7 +17,7 @@ namespace http = boost::beast::http;
 
 namespace {
 
-constexpr std::size_t maximumHead = 64 * 1024;
+constexpr std::size_t maximumHead = 65'536;
 /// More than any service has reason to send; an endless row of them would count as progress for ever.
 constexpr int maximumInterimReplies = 32;
 constexpr unsigned switchingProtocols = 101;

@@ -12,6 +12,9 @@ namespace {
 constexpr double defaultWidth = 1778;
 constexpr double defaultHeight = 1000;
 constexpr double defaultGap = 30;
+/// In canvas points. Cards without a width are not fitted in and may lie further away than whole pixels can
+/// be counted.
+constexpr double farthestPoint = 1e6;
 
 bool isWithinLimit(double value) {
     return std::abs(value) <= layoutLimit;
@@ -114,9 +117,10 @@ CanvasFit fitInto(const ScreenDesk &desk, QSizeF canvas) {
 
 QRectF CanvasFit::toView(const ScreenPlacement &rect) const {
     const ScreenPlacement from = standardized(rect);
-    return {(canvas.width() - scale * shown.w) / 2 + scale * (from.x - shown.x),
-            (canvas.height() - scale * shown.h) / 2 + scale * (from.y - shown.y), scale * from.w,
-            scale * from.h};
+    const auto drawn = [](double value) { return std::clamp(value, -farthestPoint, farthestPoint); };
+    const double x = (canvas.width() - scale * shown.w) / 2 + scale * (from.x - shown.x);
+    const double y = (canvas.height() - scale * shown.h) / 2 + scale * (from.y - shown.y);
+    return QRectF(QPointF(drawn(x), drawn(y)), QPointF(drawn(x + scale * from.w), drawn(y + scale * from.h)));
 }
 
 ScreenLayout commitDrag(const ScreenDesk &desk, const QString &id, QPointF translation, double scale) {

@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -31,7 +32,7 @@ inline ScreenDesk crowd(int count) {
     ScreenDesk desk{{}, u"0"_s, {}};
     for (int i = 0; i < count; ++i) {
         desk.devices.push_back({QString::number(i), u"Computer %1"_s.arg(i), u"linux"_s, i % 2 == 0});
-        desk.layout[QString::number(i)] = {i % 20 * 1800.0, i / 20 * 1030.0, 1778, 1000};
+        desk.layout[QString::number(i)] = {i % 20 * 1800.0, std::floor(i / 20.0) * 1030, 1778, 1000};
     }
     return desk;
 }

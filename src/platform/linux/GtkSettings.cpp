@@ -12,7 +12,7 @@ namespace quorbit {
 namespace {
 
 constexpr std::array versions{"gtk-4.0", "gtk-3.0"};
-constexpr qint64 longestFile = 64 * 1024; // far more than any settings.ini
+constexpr qint64 longestFile = 65'536; // far more than any settings.ini
 
 std::optional<bool> flag(const QString &value) {
     if (value == QLatin1String("1") || value.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)

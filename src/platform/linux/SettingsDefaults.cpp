@@ -14,7 +14,7 @@
 namespace quorbit {
 
 namespace {
-constexpr qint64 longestFile = 64 * 1024;
+constexpr qint64 longestFile = 65'536;
 }
 
 SettingsDefaults::SettingsDefaults(const QString &file) : path_(file) {
