@@ -93,9 +93,9 @@ bool isMotionReduced(const PortalSettings &portal, const GtkSettings &gtk) {
 }
 
 std::optional<QFont> userFont(const PortalSettings &portal, const GtkSettings &gtk) {
-    if (const auto font = plasmaFont(setting<QString>(portal, plasmaGeneral, "font")))
+    if (auto font = plasmaFont(setting<QString>(portal, plasmaGeneral, "font")))
         return font;
-    if (const auto font = gtkFont(setting<QString>(portal, gnome, "font-name")))
+    if (auto font = gtkFont(setting<QString>(portal, gnome, "font-name")))
         return font;
     return gtkFont(gtk.font);
 }
