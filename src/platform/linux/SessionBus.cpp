@@ -32,7 +32,7 @@ private:
 };
 
 QByteArray busAddress() {
-    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty())
         return address;
     const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
