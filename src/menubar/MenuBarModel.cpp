@@ -20,6 +20,9 @@ using InfoRow = MenuBarModel::InfoRow;
 
 constexpr std::size_t shownHistoryEntries = 8;
 
+/// Many times what anybody has; a service gone wrong may tell of any number.
+constexpr std::size_t mostPeers = 100;
+
 MenuBarModel::StatusDot statusDot(const ServiceState &service) {
     switch (service.connectionState) {
     case ConnectionState::starting:
@@ -65,6 +68,14 @@ InfoRow noPeersRow(const ServiceState &service) {
     return row;
 }
 
+InfoRow morePeersRow(std::size_t count) {
+    return {.kind = InfoRow::Kind::notice,
+            .deviceId = {},
+            .symbol = u"pc"_s,
+            .text = qtTrId("common.more").arg(count),
+            .color = TextColor::secondary};
+}
+
 // A sender may well report more than the total, so only what no transfer can be is cut off: less than
 // nothing, and what 64 bits cannot hold.
 qint64 percentage(const FileXfer &transfer) {
@@ -88,10 +99,14 @@ std::vector<InfoRow> infoRows(const ServiceState &service) {
     std::vector<InfoRow> rows;
     const std::optional<Status> &status = service.status;
     // Peers come before the connection state, so those of the last good status stay listed.
-    if (status && !status->peers.empty())
-        std::transform(status->peers.begin(), status->peers.end(), std::back_inserter(rows), peerRow);
-    else
+    if (status && !status->peers.empty()) {
+        const std::span shown(status->peers.data(), std::min(status->peers.size(), mostPeers));
+        std::transform(shown.begin(), shown.end(), std::back_inserter(rows), peerRow);
+        if (const std::size_t rest = status->peers.size() - shown.size(); rest > 0)
+            rows.push_back(morePeersRow(rest));
+    } else {
         rows.push_back(noPeersRow(service));
+    }
     if (status && status->last_activity && !status->last_activity->isEmpty())
         rows.push_back({.kind = InfoRow::Kind::lastActivity,
                         .deviceId = {},

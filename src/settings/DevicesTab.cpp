@@ -3,6 +3,7 @@
 #include "daemon/Daemon.h"
 #include "settings/DeviceRow.h"
 #include "settings/PairSheetView.h"
+#include "settings/TextRules.h"
 #include "settings/TimeFormats.h"
 #include "ui/Alert.h"
 #include "ui/Button.h"
@@ -55,6 +56,7 @@ DevicesTab::DevicesTab(Daemon &daemon, const TimeFormats &formats, Clock &clock,
     , clock_(clock)
     , rowsLayout_(new QVBoxLayout)
     , rows_(rowsLayout_)
+    , more_(new TextLabel(TextStyle::caption, TextColor::secondary))
     , emptyPage_(makeEmptyPage())
     , listPage_(makeListPage()) {
     auto *pages = new QVBoxLayout(this);
@@ -110,6 +112,7 @@ QWidget *DevicesTab::makeListPage() {
     rowsLayout_->setSpacing(0);
     auto *list = new Form;
     list->addSection(area);
+    list->addSection(more_);
 
     auto *hint = new TextLabel(qtTrId("devices.footer.hint"), TextStyle::caption, TextColor::tertiary);
     hint->setOverflow(TextLabel::Overflow::wrap);
@@ -148,6 +151,8 @@ void DevicesTab::renderRows(const std::vector<DevicesModel::Row> &rows) {
     const bool isChanged = rows_.render(rows, [this](const DevicesModel::Row &row) { return makeRow(row); });
     emptyPage_->setVisible(rows.empty());
     listPage_->setVisible(!rows.empty());
+    more_->setText(moreNotShown(rows_.rest()));
+    more_->setVisible(rows_.rest() > 0);
     if (!isChanged)
         return;
     // New rows join the end of the focus chain, wherever they stand.

@@ -19,6 +19,7 @@ class Button;
 class Daemon;
 class DeviceRow;
 class Sheet;
+class TextLabel;
 
 /// The tab of the paired computers: it lists and removes them and opens the sheet that pairs another.
 class DevicesTab final : public QWidget {
@@ -59,6 +60,7 @@ private:
     DevicesModel shown_;
     QVBoxLayout *rowsLayout_;
     RowList<DeviceRow> rows_;
+    TextLabel *more_;       ///< under the list: how many devices it leaves out
     Button *add_ = nullptr; ///< the one under the list, made with it
     QWidget *emptyPage_;
     QWidget *listPage_;

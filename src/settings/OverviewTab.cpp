@@ -1,6 +1,7 @@
 #include "settings/OverviewTab.h"
 
 #include "daemon/Daemon.h"
+#include "settings/TextRules.h"
 #include "ui/Card.h"
 #include "ui/Form.h"
 #include "ui/FormRow.h"
@@ -129,6 +130,7 @@ void OverviewTab::render(const OverviewModel &model) {
     name_->setValue(model.draftName);
     renderIdentity(model.identity);
     peers_.render(model.peers, [this](const OverviewModel::Peer &peer) { return new PeerRow(peer, this); });
+    peersSection_->setFooter(moreNotShown(peers_.rest()));
     noPeers_->setVisible(model.peers.empty());
     activity_->setVisible(model.lastActivity.has_value());
     lastActivity_->setText(model.lastActivity.value_or(QString()));

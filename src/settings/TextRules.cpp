@@ -1,5 +1,6 @@
 #include "settings/TextRules.h"
 
+#include <QCoreApplication>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -30,6 +31,10 @@ QString firstCharacters(const QString &text, int count) {
             return head;
     }
     return head.first(finder.position());
+}
+
+QString moreNotShown(std::size_t count) {
+    return count == 0 ? QString() : qtTrId("common.more").arg(count);
 }
 
 } // namespace quorbit

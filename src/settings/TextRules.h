@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <cstddef>
+
 namespace quorbit {
 
 /// `text` without the tabs and space separators of any script at its ends; line breaks stay.
@@ -9,5 +11,8 @@ QString trimmedSpaces(const QString &text);
 
 /// The first `count` characters as a reader counts them: no accent is parted from its letter.
 QString firstCharacters(const QString &text, int count);
+
+/// What a list that ends before its values do says of the rest; empty when nothing is left out.
+QString moreNotShown(std::size_t count);
 
 } // namespace quorbit

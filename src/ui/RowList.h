@@ -13,7 +13,8 @@ namespace quorbit {
 /// that it was made for, wherever that moves, and so keeps its hover, focus and pointer state.
 ///
 /// The list ends after `mostRows`, many times what anybody has: a service gone wrong may tell of any number,
-/// and the toolkit takes seconds to lay out thousands of rows and minutes to remove them again.
+/// and the toolkit takes seconds to lay out thousands of rows and minutes to remove them again. `rest()` is
+/// for the line that says so.
 template <class Row>
 class RowList {
 public:
@@ -23,6 +24,9 @@ public:
 
     const std::vector<Row *> &rows() const { return rows_; }
 
+    /// How many values have no row because the list ended before them.
+    std::size_t rest() const { return rest_; }
+
     /// `make` makes the row of a value that has none. True when the rows are others than before, or in
     /// another order.
     template <class Value, class Make>
@@ -30,6 +34,7 @@ public:
         std::vector<Row *> old = rows_;
         std::vector<Row *> next;
         const std::span shown(values.data(), std::min(values.size(), mostRows));
+        rest_ = values.size() - shown.size();
         next.reserve(shown.size());
         for (const Value &value : shown) {
             const auto kept =
@@ -64,6 +69,7 @@ public:
 private:
     QBoxLayout *layout_;
     std::vector<Row *> rows_;
+    std::size_t rest_ = 0;
 };
 
 } // namespace quorbit

@@ -94,6 +94,16 @@ private Q_SLOTS:
             QCOMPARE(modelOf(service).rows, expected);
     }
 
+    void moreComputersThanFitAreCounted() {
+        Status crowd = statusWith(std::vector<PeerStatus>(10'000, {u"10b"_s, u"Travel"_s}));
+        crowd.last_activity = u"Received"_s;
+        const std::vector<InfoRow> rows = modelOf(serviceWith(ConnectionState::connected, crowd)).rows;
+        QCOMPARE(rows.size(), std::size_t{102});
+        QCOMPARE(rows[99].kind, InfoRow::Kind::peer);
+        QCOMPARE(rows[100].kind, InfoRow::Kind::notice);
+        QCOMPARE(rows[101].text, u"Received"_s);
+    }
+
     void transferShowsItsProgress() {
         constexpr qint64 most = std::numeric_limits<qint64>::max();
         constexpr qint64 least = std::numeric_limits<qint64>::min();

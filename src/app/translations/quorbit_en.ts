@@ -67,6 +67,10 @@
         <source/>
         <translation>Loading…</translation>
     </message>
+    <message id="common.more">
+        <source/>
+        <translation>and %1 more</translation>
+    </message>
     <message id="common.unnamed">
         <source/>
         <translation>Unnamed</translation>

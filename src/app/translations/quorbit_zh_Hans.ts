@@ -67,6 +67,10 @@
         <source/>
         <translation>正在载入…</translation>
     </message>
+    <message id="common.more">
+        <source/>
+        <translation>另有 %1 台</translation>
+    </message>
     <message id="common.unnamed">
         <source/>
         <translation>未命名</translation>
