@@ -28,16 +28,16 @@ private Q_SLOTS:
         const struct {
             QString card;
             QList<QPoint> way;
-            bool drops;
             QStringList picks = {};
             Qt::MouseButton button = Qt::LeftButton;
-        } rows[]{{u"office"_s, {{7, 7}, {9, 4}}, false, {u"office"_s}}, // almost a drag
-                 {u"mac"_s, {}, false},                                 // the master already
-                 {u"office"_s, {{6, 8}, {40, -25}}, true},
-                 {u"office"_s, {{40, 0}, {1, 1}}, true},
-                 {u"travel"_s, {{0, -60}}, true}, // which has no place of its own yet
-                 {u"office"_s, {{40, 0}}, false, {}, Qt::RightButton}};
-        for (const auto &[card, way, drops, picks, button] : rows) {
+            bool drops = false;
+        } rows[]{{.card = u"office"_s, .way = {{7, 7}, {9, 4}}, .picks = {u"office"_s}}, // almost a drag
+                 {.card = u"mac"_s},                                                     // the master already
+                 {.card = u"office"_s, .way = {{6, 8}, {40, -25}}, .drops = true},
+                 {.card = u"office"_s, .way = {{40, 0}, {1, 1}}, .drops = true},
+                 {.card = u"travel"_s, .way = {{0, -60}}, .drops = true}, // which has no place of its own yet
+                 {.card = u"office"_s, .way = {{40, 0}}, .button = Qt::RightButton}};
+        for (const auto &[card, way, picks, button, drops] : rows) {
             Window window;
             const double scale = window.scale();
             const QRectF start = window.place(card);
