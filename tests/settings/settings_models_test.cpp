@@ -236,23 +236,23 @@ private Q_SLOTS:
         };
         const struct {
             Change change;
-            bool isTrusted;
             QString text;
             Tint dot = Tint::orange;
-        } rows[]{{asIs, false, u"ready"_s, Tint::green},
-                 {isOff, false, {}},
-                 {granted(false), true, u"need_ax"_s},
-                 {granted({}), false, u"need_ax"_s},
-                 {granted({}), true, u"ready"_s, Tint::green},
-                 {noStatus, false, u"need_ax"_s},
-                 {noStatus, true, u"waiting"_s},
-                 {alone, false, u"waiting"_s},
-                 {withMaster({}), false, u"no_master"_s},
-                 {withMaster(u"peer"_s), false, u"controlled[Peer now]"_s, Tint::green},
-                 {withMaster(u"office"_s), false, u"master_off[Office]"_s},
-                 {withMaster(u"0123456789abcdef0123"_s), false, u"master_off[01234567]"_s},
-                 {withMaster(u"e\u0301x"_s), false, u"master_off[e\u0301x]"_s}};
-        for (const auto &[change, isTrusted, text, dot] : rows) {
+            bool isTrusted = false;
+        } rows[]{{asIs, u"ready"_s, Tint::green},
+                 {isOff, {}},
+                 {granted(false), u"need_ax"_s, Tint::orange, true},
+                 {granted({}), u"need_ax"_s},
+                 {granted({}), u"ready"_s, Tint::green, true},
+                 {noStatus, u"need_ax"_s},
+                 {noStatus, u"waiting"_s, Tint::orange, true},
+                 {alone, u"waiting"_s},
+                 {withMaster({}), u"no_master"_s},
+                 {withMaster(u"peer"_s), u"controlled[Peer now]"_s, Tint::green},
+                 {withMaster(u"office"_s), u"master_off[Office]"_s},
+                 {withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
+                 {withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s}};
+        for (const auto &[change, text, dot, isTrusted] : rows) {
             const auto line = modelAfter(change, isTrusted)->statusLine;
             QCOMPARE(line ? line->text : QString(), text.isEmpty() ? text : u"kvm.status."_s + text);
             QVERIFY(!line || line->dot == dot);

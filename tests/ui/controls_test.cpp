@@ -102,7 +102,7 @@ private Q_SLOTS:
             stepper.setValue(value);
             QSignalSpy stepped(&stepper, &Stepper::stepped);
             QTest::keyClick(&stepper, key);
-            QCOMPARE(Emitted(stepped), wanted);
+            QCOMPARE(stepped, wanted);
         }
     }
 
@@ -115,7 +115,7 @@ private Q_SLOTS:
         const QPoint up(stepper.width() - 6, 5);
         QTest::mousePress(&stepper, Qt::LeftButton, {}, up);
         QTest::qWait(700);
-        QCOMPARE(Emitted(stepped), (Emitted{{110}}));
+        QCOMPARE(stepped, (Emitted{{110}}));
         connect(&stepper, &Stepper::stepped, &stepper, &Stepper::setValue);
         stepper.setValue(110);
         QTRY_VERIFY(stepper.value() >= 140);
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(menu->isVisible() && menu->actions().at(1)->isChecked());
         menu->setActiveAction(menu->actions().at(2));
         QTest::keyClick(menu, Qt::Key_Return);
-        QCOMPARE(Emitted(picked), (Emitted{{2}}));
+        QCOMPARE(picked, (Emitted{{2}}));
         QCOMPARE(picker.accessibleText(), u"100 ms"_s);
     }
 
