@@ -14,17 +14,13 @@ class TimeFormats;
 
 /// A view in one state, made anew for each language and appearance.
 struct Picture {
-    QString name; ///< the list that it is from, a slash and the state
+    QString name; ///< what it is a view of, a slash and the state
     std::function<std::unique_ptr<QWidget>(const TimeFormats &)> make;
     QSize size = {}; ///< the view's own unless it is given
     /// What is done to the view once it is shown.
     std::function<void(QWidget &, const TimeFormats &)> arrange = {};
 };
 
-std::vector<Picture> panelPictures();
-std::vector<Picture> windowPictures(); ///< the first two tabs in their window
-std::vector<Picture> kvmPictures();
-std::vector<Picture> devicesPictures();
-std::vector<Picture> aboutPictures();
+std::vector<Picture> allPictures();
 
 } // namespace quorbit

@@ -1,36 +1,93 @@
-// Draws every view in every state, language, appearance and scale: pictures --out DIR [--font POINTS]
+// Shows every view in every state and language, and fails when one of the program's own texts does not fit.
+// pictures --out DIR leaves pictures of them instead, light and dark and at two scales.
 
 #include "pictures/Picture.h"
 #include "settings/TimeFormats.h"
 #include "support/TestWorld.h"
+#include "support/ViewChecks.h"
 #include "ui/ControlStyle.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDir>
 #include <QTest>
+#include <QTranslator>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
 
 namespace {
 
-void draw(const Picture &picture, const TimeFormats &formats, const QString &file) {
-    const std::unique_ptr<QWidget> view = picture.make(formats);
+constexpr int leastWidth = 560; // that the user can make the window
+constexpr int settleTime = 40;  // ms, longer than any update waits
+
+/// Knows the program's own texts, all that were asked for. Other texts are names that others gave, which may
+/// be cut.
+class OwnTexts final : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char * /*context*/, const char *key, const char * /*disambiguation*/,
+                      int /*n*/) const override {
+        keys_.insert(key);
+        return {}; // the next translator has the text
+    }
+    bool contains(const QString &text) const {
+        const QSet<QByteArray> keys = keys_;
+        return std::any_of(keys.begin(), keys.end(),
+                           [&](auto &key) { return qtTrId(key.constData()) == text; });
+    }
+
+private:
+    mutable QSet<QByteArray> keys_;
+};
+
+bool fits(const QWidget &view, const QWidget &control, const OwnTexts &ownTexts) {
+    const auto *label = qobject_cast<const TextLabel *>(&control);
+    const bool wraps = label && label->hasHeightForWidth();
+    const int height = wraps ? label->heightForWidth(label->width()) : control.sizeHint().height();
+    const bool mayBeCut = label && (wraps || !ownTexts.contains(label->text()));
+    if (control.height() < height || (!mayBeCut && control.width() < control.sizeHint().width()))
+        return false;
+    const QRect place(control.mapTo(&view, QPoint()), control.size());
+    const bool scrolls = view.findChild<QAbstractScrollArea *>() != nullptr;
+    return place.left() >= 0 && place.right() < view.width() && (scrolls || view.rect().contains(place));
+}
+
+/// The first text or control that is cut or sticks out, or nothing.
+QString misfit(const QWidget &view, const OwnTexts &ownTexts) {
+    for (QWidget *control : view.findChildren<QWidget *>()) {
+        if (test::accessible(control)->role() == QAccessible::PageTab)
+            continue; // tabs give up the space around their titles
+        const bool isWhole = dynamic_cast<AccessibleControl *>(control) &&
+                             test::accessible(control)->childCount() == 0 &&
+                             !control->findChild<TextLabel *>();
+        if (control->isVisible() && isWhole && !fits(view, *control, ownTexts))
+            return QLatin1String(control->metaObject()->className()) + u' ' + test::nameOf(control);
+    }
+    return {};
+}
+
+std::unique_ptr<QWidget> shown(const Picture &picture, const TimeFormats &formats, QSize size) {
+    std::unique_ptr<QWidget> view = picture.make(formats);
     view->setAttribute(Qt::WA_DontShowOnScreen);
-    if (picture.size.isValid())
-        view->resize(picture.size);
+    if (size.isValid())
+        view->resize(size);
     view->show();
-    QTest::qWait(40); // longer than any update waits
+    QTest::qWait(settleTime);
     if (picture.arrange) {
         picture.arrange(*view, formats);
-        QTest::qWait(40);
+        QTest::qWait(settleTime);
     }
+    return view;
+}
+
+void draw(QWidget &view, const QString &file) {
     for (const int scale : {1, 2}) {
-        QImage image(view->size() * scale, QImage::Format_ARGB32_Premultiplied);
+        QImage image(view.size() * scale, QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(scale);
-        view->render(&image);
-        if (const QString path = file.arg(scale); !image.save(path))
+        view.render(&image);
+        const QString path = file.arg(scale);
+        if (!QDir().mkpath(path.section(u'/', 0, -2)) || !image.save(path))
             qFatal("cannot write %s", qPrintable(path));
     }
 }
@@ -39,35 +96,39 @@ void draw(const Picture &picture, const TimeFormats &formats, const QString &fil
 
 int main(int argc, char **argv) {
     useTestFonts();
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     QApplication::setStyle(new ControlStyle);
 
-    QCommandLineParser arguments;
-    const QCommandLineOption out(u"out"_s, u"The folder that the pictures are written to."_s, u"folder"_s);
-    const QCommandLineOption font(u"font"_s, u"The size of the user's font."_s, u"points"_s, u"9"_s);
-    arguments.addOptions({out, font});
-    arguments.addHelpOption();
-    arguments.process(app);
-    if (!arguments.isSet(out))
-        qFatal("--out needs a folder");
-    const QDir folder(arguments.value(out));
+    const QStringList arguments = QCoreApplication::arguments();
+    const bool draws = arguments.size() == 3 && arguments[1] == "--out"_L1;
+    const QList<double> sizes = draws ? QList{9.0} : QList{9.0, 12.5, 16.0};
+    const QList<bool> darknesses = draws ? QList{false, true} : QList{false};
 
-    for (const auto &list :
-         {panelPictures(), windowPictures(), kvmPictures(), devicesPictures(), aboutPictures()}) {
-        if (!folder.mkpath(list.front().name.section(u'/', 0, 0)))
-            qFatal("cannot make the folders in %s", qPrintable(folder.path()));
-        for (const bool dark : {false, true}) {
-            useAppearance({.dark = dark, .accent = {}}, arguments.value(font).toDouble());
-            for (const QLatin1String language : {"en"_L1, "zh_Hans"_L1}) {
-                useLanguage(language);
-                const TimeFormats formats{QLocale(language)};
-                const QString kind = (dark ? u"-dark-"_s : u"-light-"_s) + language + u"@%1x.png"_s;
-                for (const Picture &picture : list)
-                    draw(picture, formats, folder.filePath(picture.name + kind));
-            }
+    int misfits = 0;
+    const auto take = [&](const Picture &picture, double points, bool dark, QLatin1String language) {
+        useAppearance({.dark = dark, .accent = {}}, points);
+        useLanguage(language);
+        OwnTexts ownTexts;
+        QCoreApplication::installTranslator(&ownTexts);
+        const TimeFormats formats{QLocale(language)};
+        QSize size = picture.size;
+        if (!draws && size.isValid())
+            size.setWidth(leastWidth);
+        const auto view = shown(picture, formats, size);
+        const QString kind = (dark ? u"-dark-"_s : u"-light-"_s) + language + u"@%1x.png"_s;
+        if (draws)
+            return draw(*view, arguments[2] + u'/' + picture.name + kind);
+        if (const QString which = misfit(*view, ownTexts);
+            !which.isEmpty() || (size.isValid() && view->width() != size.width())) {
+            ++misfits;
+            qWarning("%s, %s at %g points: %s does not fit", qPrintable(picture.name), language.data(),
+                     points, qPrintable(which));
         }
-    }
-    return 0;
+    };
+    for (const Picture &picture : allPictures())
+        for (const double points : sizes)
+            for (const bool dark : darknesses)
+                for (const QLatin1String language : {"en"_L1, "zh_Hans"_L1})
+                    take(picture, points, dark, language);
+    return misfits == 0 ? 0 : 1;
 }

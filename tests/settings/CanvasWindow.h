@@ -5,12 +5,11 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QPaintEvent>
+#include <QMouseEvent>
 #include <QTest>
 #include <QVBoxLayout>
 
 #include <cmath>
-#include <utility>
 #include <vector>
 
 /// What the tests of the canvas arrange, and the window that they do it in.
@@ -88,24 +87,6 @@ struct Window {
     CanvasArea *area = nullptr;
     std::vector<ScreenLayout> arranged;
     QStringList picked;
-};
-
-/// The region of `widget` that is painted.
-class PaintedRegion : public QObject {
-public:
-    explicit PaintedRegion(QWidget *widget) { widget->installEventFilter(this); }
-    QRegion take() {
-        QTest::qWait(settleTime);
-        return std::exchange(region_, {});
-    }
-    bool eventFilter(QObject *, QEvent *event) override {
-        if (event->type() == QEvent::Paint)
-            region_ += static_cast<QPaintEvent *>(event)->region();
-        return false;
-    }
-
-private:
-    QRegion region_;
 };
 
 } // namespace quorbit::test

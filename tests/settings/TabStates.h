@@ -1,21 +1,19 @@
 #pragma once
 
-#include "daemon/ServiceState.h"
+#include "support/FakeService.h"
 
-#include <QByteArray>
 #include <QLatin1String>
-
-#include <vector>
 
 namespace quorbit {
 
-/// A service in a situation that the settings window shows, as the documents that it answers with. An empty
-/// document is not answered.
+/// A service in a situation that the settings window shows, as the documents that it answers with.
 struct TabState {
     QLatin1String name;
     QByteArray status;
     QByteArray settings;
     QByteArray history;
+
+    void answerFrom(test::FakeService &service) const;
 };
 
 std::vector<TabState> tabStates();

@@ -5,105 +5,65 @@
 using namespace quorbit::pairsheet;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// A sheet and everything that it asked for.
-struct Sheet {
-    explicit Sheet(std::size_t devices = 0) { state.deviceCount = devices; }
-
-    Sheet &operator<<(const Event &event) {
-        auto [next, effect] = reduced(state, event);
-        state = next;
-        if (effect)
-            effects.push_back(*effect);
-        return *this;
-    }
-
-    SheetState state;
-    std::vector<Effect> effects;
-};
-
-const std::vector<Effect> onlyTheRequest{effect::RequestPin{}};
-
-} // namespace
-
 class PairSheetTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void showsAPinUntilAnotherDeviceAppears() {
-        Sheet sheet(2);
-        sheet << event::GeneratePressed{} << event::GeneratePressed{};
-        QVERIFY(sheet.state.isGenerating && !canGenerate(sheet.state));
-        QVERIFY(sheet.effects == onlyTheRequest);
-
-        sheet << event::PinAnswered{u"482 913"_s} << event::DevicesPublished{2} << event::DevicesPublished{1}
-              << event::DevicesPublished{2} << event::GeneratePressed{};
-        QCOMPARE(sheet.state.pin, u"482 913"_s);
-        QVERIFY(!sheet.state.isGenerating && !sheet.state.isPaired);
-        QVERIFY(sheet.effects == onlyTheRequest);
-
-        sheet << event::DevicesPublished{3} << event::DevicesPublished{4};
-        QVERIFY(sheet.state.isPaired);
-        QVERIFY(sheet.effects == (std::vector<Effect>{effect::RequestPin{},
-                                                      effect::Dismiss{std::chrono::milliseconds(1300)}}));
-    }
-
-    void offersThePinAgainWhenNoneCame() {
-        Sheet sheet(1);
-        sheet << event::GeneratePressed{} << event::PinAnswered{std::nullopt};
-        QVERIFY(canGenerate(sheet.state));
-        // What changed before the second request is not the new device's doing.
-        sheet << event::DevicesPublished{5} << event::GeneratePressed{} << event::PinAnswered{u"1"_s}
-              << event::DevicesPublished{4};
-        QCOMPARE(sheet.state.initialCount, std::size_t{5});
-        QVERIFY(!sheet.state.isPaired);
-    }
-
-    void takesOnlyAChangeForANewDevice() {
-        Sheet early;
-        early << event::GeneratePressed{} << event::DevicesPublished{1} << event::PinAnswered{u"1"_s}
-              << event::DevicesPublished{1};
-        QVERIFY(!early.state.isPaired);
-
-        Sheet elsewhere;
-        elsewhere << event::GeneratePressed{} << event::PinAnswered{u"1"_s}
-                  << event::ModeChosen{Mode::connect} << event::DevicesPublished{1}
-                  << event::ModeChosen{Mode::show} << event::DevicesPublished{1};
-        QVERIFY(!elsewhere.state.isPaired);
-        elsewhere << event::DevicesPublished{2};
-        QVERIFY(elsewhere.state.isPaired);
-    }
-
-    void connects() {
-        const std::tuple<QString, QString, std::optional<effect::Connect>> rows[]{
-            {u"mac.local"_s, u"482913"_s, effect::Connect{u"mac.local"_s, u"482913"_s}},
-            {u" \tmac.local "_s, u"\u3000482 913\t"_s, effect::Connect{u"mac.local"_s, u"482 913"_s}},
-            {u" \t "_s, u"1"_s, {}},
-            {u"mac"_s, QString(), {}}};
-        for (const auto &[host, pin, sent] : rows) {
-            Sheet sheet;
-            sheet << event::ModeChosen{Mode::connect} << event::HostEdited{host} << event::PinEdited{pin};
-            QCOMPARE(canConnect(sheet.state), sent.has_value());
-            sheet << event::ConnectPressed{} << event::ConnectPressed{};
-            QCOMPARE(sheet.state.isBusy, sent.has_value());
-            QCOMPARE(sheet.effects.size(), std::size_t(sent ? 1 : 0));
-            if (sent)
-                QVERIFY(sheet.effects.front() == Effect(*sent));
+    void asksForNoMoreThanItShould() {
+        const Event generate = event::GeneratePressed{};
+        const Event pin = event::PinAnswered{u"482 913"_s};
+        const Event noPin = event::PinAnswered{std::nullopt};
+        const Event showMode = event::ModeChosen{Mode::show};
+        const Event connectMode = event::ModeChosen{Mode::connect};
+        const Event connect = event::ConnectPressed{};
+        const auto devices = [](std::size_t count) { return Event(event::DevicesPublished{count}); };
+        const auto host = [](const QString &text) { return Event(event::HostEdited{text}); };
+        const auto typed = [](const QString &text) { return Event(event::PinEdited{text}); };
+        const Effect request = effect::RequestPin{};
+        const Effect paired = effect::Dismiss{std::chrono::milliseconds(1300)};
+        const Effect connectNow = effect::Connect{u"mac.local"_s, u"482 913"_s};
+        const struct {
+            std::size_t devices;
+            std::vector<Event> events;
+            std::vector<Effect> effects;
+        } rows[]{{2, {generate, generate, pin, devices(2), devices(1), devices(2), generate}, {request}},
+                 {2, {generate, pin, devices(3), devices(4)}, {request, paired}},
+                 // What changed before the request is not the new device's doing.
+                 {1, {generate, noPin, devices(5), generate, pin, devices(4)}, {request, request}},
+                 {0, {generate, devices(1), pin, devices(1)}, {request}},
+                 {0, {generate, pin, connectMode, devices(1), showMode, devices(1)}, {request}},
+                 {0, {generate, pin, connectMode, devices(1), showMode, devices(2)}, {request, paired}},
+                 {0, {host(u" \tmac.local "_s), typed(u"\u3000482 913\t"_s), connect, connect}, {connectNow}},
+                 {0, {host(u" \t "_s), typed(u"1"_s), connect}, {}},
+                 {0, {host(u"mac.local"_s), connect}, {}}};
+        for (const auto &[count, events, expected] : rows) {
+            SheetState state{.deviceCount = count};
+            QVERIFY(effectsOf(events, state) == expected);
         }
     }
 
     void keepsTheFieldsOfAFailedAttempt() {
-        Sheet sheet;
-        sheet << event::HostEdited{u" mac"_s} << event::PinEdited{u"1"_s} << event::ConnectPressed{}
-              << event::ConnectAnswered{false};
-        QVERIFY(sheet.state.hasFailed && canConnect(sheet.state));
-        QCOMPARE(sheet.state.host, u" mac"_s);
-        sheet << event::ConnectPressed{};
-        QVERIFY(!sheet.state.hasFailed);
-        sheet << event::ConnectAnswered{true};
-        QVERIFY(!sheet.state.hasFailed);
-        QVERIFY(sheet.effects.back() == Effect(effect::Dismiss{}));
+        SheetState state;
+        effectsOf({event::HostEdited{u" mac"_s}, event::PinEdited{u"1"_s}, event::ConnectPressed{},
+                   event::ConnectAnswered{false}},
+                  state);
+        QVERIFY(state.hasFailed && canConnect(state));
+        QCOMPARE(state.host, u" mac"_s);
+        effectsOf({event::ConnectPressed{}}, state);
+        QVERIFY(!state.hasFailed);
+        QVERIFY(effectsOf({event::ConnectAnswered{true}}, state) == std::vector<Effect>{effect::Dismiss{}});
+    }
+
+private:
+    static std::vector<Effect> effectsOf(const std::vector<Event> &events, SheetState &state) {
+        std::vector<Effect> effects;
+        for (const Event &event : events) {
+            auto [next, effect] = reduced(state, event);
+            state = next;
+            if (effect)
+                effects.push_back(*effect);
+        }
+        return effects;
     }
 };
 

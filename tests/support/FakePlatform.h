@@ -19,7 +19,6 @@ struct FakeProcess {
 class FakePlatform final : public Platform {
 public:
     std::optional<QString> auxiliary; ///< the answer for every name
-    std::optional<QString> executable;
     std::optional<QString> version;
     QString home;
     std::optional<QString> downloads;
@@ -27,13 +26,11 @@ public:
     bool trusted = true;
     std::optional<std::string> launchError; ///< set: every launch fails with it
 
-    std::function<void()> onLaunch; ///< called once the program "runs"
     std::vector<std::shared_ptr<FakeProcess>> launched;
     mutable QStringList auxiliaryAsked;
     QStringList logged;
     std::vector<QUrl> opened;
     QStringList revealed;
-    int reopenings = 0;
     int accessibilitySettingsOpened = 0;
 
     /// Plays the system's announcement that accessibility permissions changed.
@@ -46,7 +43,7 @@ public:
         auxiliaryAsked.push_back(name);
         return auxiliary;
     }
-    std::optional<QString> executablePath() const override { return executable; }
+    std::optional<QString> executablePath() const override { return {}; }
     std::optional<QString> bundleVersion() const override { return version; }
     QString homeDirectory() const override { return home; }
     std::optional<QString> downloadsDirectory() const override { return downloads; }
@@ -56,11 +53,9 @@ public:
         if (launchError)
             throw LaunchError(*launchError);
         launched.push_back(std::make_shared<FakeProcess>(FakeProcess{path, arguments}));
-        if (onLaunch)
-            onLaunch();
         return std::make_unique<Handle>(launched.back());
     }
-    void reopenAfterExit() override { ++reopenings; }
+    void reopenAfterExit() override {}
     void log(const QString &line) override { logged.push_back(line); }
     bool isAccessibilityTrusted() const override { return trusted; }
     void observeAccessibilityChanges(std::function<void()> changed) override {

