@@ -24,7 +24,7 @@ QString trimmedSpaces(const QString &text) {
 QString firstCharacters(const QString &text, int count) {
     // A character may be long, but not so long that all of a huge text has to be looked at.
     constexpr qsizetype mostUnitsPerCharacter = 32;
-    const QString head = text.first(std::min(text.size(), count * mostUnitsPerCharacter));
+    QString head = text.first(std::min(text.size(), count * mostUnitsPerCharacter));
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, head);
     for (int taken = 0; taken < count; ++taken) {
         if (finder.toNextBoundary() < 0)
