@@ -50,8 +50,10 @@ class Session(unittest.TestCase):
         self.comes_to_front(SETTINGS)
 
     def hide_panel(self):
-        self.session.keys("Escape")
-        wait_for("the panel to hide", lambda: PANEL not in self.session.titles(self.app.pid))
+        def hidden():
+            self.session.keys("Escape")  # again, because a window that was in front before may have had the first
+            return PANEL not in self.session.titles(self.app.pid)
+        wait_for("the panel to hide", hidden)
 
     def pause(self):
         self.session.keys("Tab", "space")
