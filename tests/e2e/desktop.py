@@ -6,11 +6,12 @@ set.
 import json
 import os
 import re
+import shutil
 import signal
-import socket
 import subprocess
 import tempfile
 import time
+import unittest
 import urllib.request
 from pathlib import Path
 
@@ -23,12 +24,14 @@ BIN = Path(os.environ.get("QUORBIT_BIN", Path(__file__).resolve().parents[2] / "
 HOME = Path(os.environ["HOME"])
 # How long the program may take to quit; where leaks are looked for, that comes last.
 QUITTING = 25 if "detect_leaks=1" in os.environ.get("ASAN_OPTIONS", "") else 1
+PATIENCE = 20 + QUITTING  # seconds; the machine may be busy
 # Asked first, so that the screen-reader bus is there before any program looks for it.
 DESKTOP = Atspi.get_desktop(0)
+Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
 CONNECTION = HOME / "Library" / "Application Support" / "Quorbit"
 
 
-def wait_for(what, condition, seconds=10.0):
+def wait_for(what, condition, seconds=PATIENCE):
     """Waits until the condition yields something true, and gives it back."""
     end = time.monotonic() + seconds
     while True:
@@ -41,13 +44,6 @@ def wait_for(what, condition, seconds=10.0):
         time.sleep(0.02)
 
 
-def pump():
-    """Lets the D-Bus objects that this process serves answer."""
-    context = GLib.MainContext.default()
-    while context.iteration(False):
-        pass
-
-
 def stays(condition, seconds):
     end = time.monotonic() + seconds
     while time.monotonic() < end:
@@ -58,16 +54,27 @@ def stays(condition, seconds):
     return True
 
 
-def processes(executable):
-    """The ids of the processes that run that file."""
+def pump():
+    """Lets the D-Bus objects that this process serves answer."""
+    while GLib.MainContext.default().iteration(False):
+        pass
+
+
+def processes(executable, mark=b""):
+    """The ids of the processes that run that file with that in their environment."""
     found = []
-    for entry in Path("/proc").iterdir():
+    for entry in Path("/proc").glob("[0-9]*"):
         try:
-            if entry.name.isdigit() and os.readlink(entry / "exe") == str(executable):
+            if os.readlink(entry / "exe") == str(executable) and mark in (entry / "environ").read_bytes():
                 found.append(int(entry.name))
         except OSError:
             continue
     return found
+
+
+def session_buses():
+    """The bus daemons of this desktop; others may run on the computer."""
+    return processes("/usr/bin/dbus-daemon", f"HOME={HOME}\0".encode())
 
 
 class Program:
@@ -75,8 +82,10 @@ class Program:
 
     def __init__(self, *command, env=None):
         self.output = tempfile.TemporaryFile()
-        self.process = subprocess.Popen([str(part) for part in command], stdout=self.output,
-                                        stderr=subprocess.STDOUT, env={**os.environ, **(env or {})})
+        whole = {**os.environ, **(env or {})}
+        self.process = subprocess.Popen([str(part) for part in command], stdout=self.output, stderr=subprocess.STDOUT,
+                                        env={key: value for key, value in whole.items() if value is not None})
+        self.pid = self.process.pid
 
     def __enter__(self):
         return self
@@ -84,10 +93,6 @@ class Program:
     def __exit__(self, *_):
         self.end()
         self.output.close()
-
-    @property
-    def pid(self):
-        return self.process.pid
 
     def running(self):
         return self.process.poll() is None
@@ -109,32 +114,21 @@ class Program:
         return self.output.read().decode(errors="replace")
 
 
-def read_address():
-    try:
-        return (CONNECTION / "ui-url").read_text().strip()
-    except OSError:
-        return None
-
-
 class Sim(Program):
-    """The simulated service, listening when the constructor returns."""
+    """The simulated service, whose address is known when the constructor returns."""
 
     def __init__(self, scenario="live", *options):
-        self.stale = read_address()
-        super().__init__(BIN / "quorbitd-sim", "run", "--no-tray", "--scenario", scenario, *options)
-        self.url = wait_for("the service's address", self._address)
+        self.stale = self._address()
+        super().__init__(BIN / "quorbitd-sim", "run", "--no-tray", "--log", "--scenario", scenario, *options)
+        self.url = wait_for("the service's address", lambda: (url := self._address()) != self.stale and url)
         self.token = (CONNECTION / "ui-token").read_text().strip()
 
-    def _address(self):
-        address = read_address()
-        if not address or address == self.stale:
-            return None
+    @staticmethod
+    def _address():
         try:
-            port = int(address.rsplit(":", 1)[1])
-            socket.create_connection(("127.0.0.1", port), timeout=1).close()
-        except (OSError, ValueError):
+            return (CONNECTION / "ui-url").read_text().strip()
+        except OSError:
             return None
-        return address
 
     def ask(self, path, method="GET", body=None):
         request = urllib.request.Request(self.url.split("?")[0].rstrip("/") + path, method=method,
@@ -144,62 +138,17 @@ class Sim(Program):
             text = reply.read()
         return json.loads(text) if text else None
 
+    def settings(self, key):
+        return self.ask("/api/settings").get(key)
 
     def requests(self, path):
-        """How many requests for that path came; needs --log."""
+        """How many requests for that path came."""
         return self.printed().count(f" {path} ")
 
-
-class Application(Program):
-    def __init__(self, *arguments, env=None, executable=BIN / "quorbit"):
-        super().__init__(executable, *arguments, env=env)
-
-
-class XembedTray(Program):
-    """An X11 tray of the old kind."""
-
-    def __init__(self):
-        super().__init__("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "28",
-                         "--SetDockType", "true", "--iconspacing", "4")
-
-
-# Windows, as the window manager knows them
-
-
-def windows(name=".+", pid=None):
-    """The visible windows with a title like that."""
-    return search(["--name", name], pid)
-
-
-def tray_icons():
-    """The application's icons in an X11 tray, which have no title."""
-    return search(["--classname", "^quorbit$"])
-
-
-def search(terms, pid=None):
-    owner = ["--all", "--pid", str(pid)] if pid else []
-    return subprocess.run(["xdotool", "search", "--onlyvisible", *owner, *terms], capture_output=True, text=True,
-                          check=False).stdout.split()
-
-
-def geometry(window):
-    text = subprocess.run(["xdotool", "getwindowgeometry", "--shell", window], capture_output=True, text=True,
-                          check=True).stdout
-    values = dict(re.findall(r"(\w+)=(-?\d+)", text))
-    return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
-
-
-def pointer(x, y, button=1):
-    subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True)
-
-
-def keys(*names):
-    subprocess.run(["xdotool", "key", "--clearmodifiers", *names], check=True)
-
-
-def picture(path):
-    path.parent.mkdir(parents=True, exist_ok=True)
-    subprocess.run(["import", "-silent", "-window", "root", str(path)], check=True)
+    def wait_for_polls(self, count=2):
+        """More than there were; what was asked first has been answered when it is asked again."""
+        before = self.requests("/api/history")
+        wait_for("more polls", lambda: self.requests("/api/history") >= before + count)
 
 
 # The accessibility tree
@@ -207,8 +156,8 @@ def picture(path):
 
 def application_node(pid):
     for index in range(DESKTOP.get_child_count()):
-        child = DESKTOP.get_child_at_index(index)
         try:
+            child = DESKTOP.get_child_at_index(index)
             if child and child.get_process_id() == pid:
                 return child
         except GLib.Error:
@@ -216,40 +165,167 @@ def application_node(pid):
     return None
 
 
-def nodes(root, role=None, name=None, showing=True):
-    """Every node below root with that role name and name."""
-    found, todo = [], [root]
-    while todo:
-        node = todo.pop()
-        try:
-            node.clear_cache()
-            if ((role is None or node.get_role_name() == role) and (name is None or node.get_name() == name)
-                    and (not showing or node.get_state_set().contains(Atspi.StateType.SHOWING))):
-                found.append(node)
-            children = [node.get_child_at_index(i) for i in range(node.get_child_count())]
-            todo.extend(child for child in reversed(children) if child)
-        except GLib.Error:
-            continue
-    return found
+def nodes(root, role=None, name=None):
+    """Every node that is showing from root down, in order, with that role name and that name or a name like that."""
+    try:
+        root.clear_cache()
+        own = root.get_name()
+        if not root.get_state_set().contains(Atspi.StateType.SHOWING):
+            return
+        if role in (None, root.get_role_name()) and (name.match(own) if isinstance(name, re.Pattern)
+                                                     else name in (None, own)):
+            yield root
+        for index in range(root.get_child_count()):
+            if child := root.get_child_at_index(index):
+                yield from nodes(child, role, name)
+    except GLib.Error:
+        pass  # it has gone meanwhile
 
 
-def node(pid, role=None, name=None, showing=True):
-    """The first such node of the program, or None."""
-    root = application_node(pid)
-    found = nodes(root, role, name, showing) if root else []
-    return found[0] if found else None
+def states(node):
+    node.clear_cache()
+    return {state.value_nick for state in node.get_state_set().get_states()}
 
 
-def has(accessible, state):
-    accessible.clear_cache()
-    return accessible.get_state_set().contains(state)
+def extents(node):
+    return Atspi.Component.get_extents(node, Atspi.CoordType.SCREEN)
 
 
-def press(accessible):
-    Atspi.Action.do_action(accessible, 0)
+def press(node):
+    Atspi.Action.do_action(node, 0)
 
 
-# What a desktop offers on the session bus
+class Tree:
+    """What a screen reader finds in the program with that number, and does with it."""
+
+    def __init__(self, pid):
+        self.pid = pid
+
+    def all(self, role=None, name=None):
+        root = application_node(self.pid)
+        return list(nodes(root, role, name)) if root else []
+
+    def find(self, role=None, name=None):
+        root = application_node(self.pid)
+        return next(nodes(root, role, name), None) if root else None
+
+    def wait(self, role=None, name=None):
+        return wait_for(f"the {role} {name}", lambda: self.find(role, name))
+
+    def wait_gone(self, role=None, name=None):
+        wait_for(f"the end of the {role} {name}", lambda: not self.find(role, name))
+
+    def press(self, role, name):
+        press(self.wait(role, name))
+
+    def open_tab(self, name):
+        if not self.find("page tab"):
+            self.press("push button", "Settings…")
+        self.press("page tab", name)
+        wait_for(f"the tab {name}", lambda: "selected" in states(self.wait("page tab", name)))
+
+
+class Application(Program, Tree):
+    def __init__(self, env=None, executable=BIN / "quorbit", wrapper=()):
+        self.command = [*wrapper, executable]
+        super().__init__(*self.command, env=env)
+        self.env = env
+
+    def start_again(self, **env):
+        with Program(*self.command, env={**(self.env or {}), **env}) as second:
+            assert second.process.wait(PATIENCE) == 0
+
+    def open_panel(self):
+        wait_for("the program", lambda: application_node(self.pid))
+        self.start_again()
+        wait_for("the panel's rows", lambda: len(self.all("push button")) > 1)
+
+
+class Installed(Application):
+    """As it is installed, with a service of its own that it finds and launches."""
+
+    def __init__(self, env=None, wrapper=(), prefix=HOME / "prefix", service=BIN / "quorbitd-sim"):
+        shutil.rmtree(prefix, ignore_errors=True)
+        for folder in ("bin", "libexec/quorbit"):
+            (prefix / folder).mkdir(parents=True)
+        self.service = Path(shutil.copy2(service, prefix / "libexec/quorbit/quorbitd"))
+        self.executable = Path(shutil.copy2(BIN / "quorbit", prefix / "bin/quorbit"))
+        super().__init__(env, self.executable, wrapper)
+
+    def __exit__(self, *arguments):
+        """Ends every instance."""
+        super().__exit__(*arguments)
+        for pid in processes(self.executable):
+            os.kill(pid, signal.SIGTERM)
+        wait_for("the end of every instance", lambda: not processes(self.executable))
+        wait_for("the end of the service", lambda: not processes(self.service))
+
+    def successor(self):
+        """The only instance, once this one has made way for it."""
+        self.process.wait(PATIENCE)
+        return wait_for("the new instance", lambda: processes(self.executable))[0]
+
+
+class Desk(unittest.TestCase):
+    """A desktop with a tray, a service and the application, whose panel is open."""
+
+    def start(self, scenario, *options, env=None):
+        tray = self.enterContext(StatusNotifierTray())
+        self.service = self.enterContext(Sim(scenario, *options))
+        self.app = self.enterContext(Application(env))
+        wait_for("the item", lambda: tray.items)
+        tray.ask("Activate")
+        wait_for("the panel's rows", lambda: len(self.app.all("push button")) > 1)
+
+
+# Windows, as the X server knows them
+
+
+def xdotool(*words):
+    return subprocess.run(["xdotool", *map(str, words)], capture_output=True, text=True, check=False).stdout.strip()
+
+
+def windows(name=".+", pid=None):
+    """The visible windows with a title like that."""
+    return xdotool("search", "--onlyvisible", *(["--all", "--pid", pid] if pid else []), "--name", name).split()
+
+
+def geometry(window):
+    """Where it is, or nothing when it has just gone."""
+    values = dict(re.findall(r"(\w+)=(-?\d+)", xdotool("getwindowgeometry", "--shell", window)))
+    return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")) if values else (0,) * 4
+
+
+def icon():
+    """Where the application's icon is in an X11 tray, told from its windows by the size."""
+    places = map(geometry, xdotool("search", "--onlyvisible", "--classname", "^quorbit$").split())
+    return next((place for place in places if 0 < place[2] < 60), None)
+
+
+def pointer(place, *action):
+    """Moves the pointer to the middle of that place, and does that there."""
+    x, y, width, height = place
+    xdotool("mousemove", x + width // 2, y + height // 2, *action)
+
+
+def keys(*names):
+    xdotool("key", "--clearmodifiers", *names)
+
+
+def picture(path):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    subprocess.run(["import", "-silent", "-window", "root", str(path)], check=True)
+
+
+# What a desktop offers
+
+
+class XembedTray(Program):
+    """An X11 tray of the old kind, along an edge that it takes from the windows' room."""
+
+    def __init__(self, edge="top", align="right"):
+        super().__init__("trayer", "--edge", edge, "--align", align, "--widthtype", "request", "--height", "28",
+                         "--SetDockType", "true", "--SetPartialStrut", "true", "--expand", "true")
 
 
 class BusObject:
@@ -260,31 +336,23 @@ class BusObject:
             os.environ["DBUS_SESSION_BUS_ADDRESS"],
             Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
         self.path = path
-        info = Gio.DBusNodeInfo.new_for_xml(xml)
-        self.interface = info.interfaces[0].name
+        interface = Gio.DBusNodeInfo.new_for_xml(xml).interfaces[0]
+        self.interface = interface.name
 
-        def on_call(_connection, sender, _path, _interface, method, arguments, invocation):
-            invocation.return_value(call(sender, method, arguments.unpack()))
+        def on_call(_connection, sender, _path, _interface, _method, arguments, invocation):
+            invocation.return_value(call(sender, *arguments.unpack()))
 
-        def on_get(_connection, _sender, _path, _interface, property_name):
-            return get(property_name)
-
-        self.connection.register_object(path, info.interfaces[0], on_call, on_get if get else None, None)
-        self.connection.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                                  "RequestName", GLib.Variant("(su)", (name, 0)), None, Gio.DBusCallFlags.NONE, -1, None)
-
-    def emit(self, member, arguments=None):
-        self.connection.emit_signal(None, self.path, self.interface, member, arguments)
-
-    def close(self):
-        if not self.connection.is_closed():
-            self.connection.close_sync(None)
+        self.connection.register_object(path, interface, on_call, get and (lambda *_: get), None)
+        bus = "org.freedesktop.DBus"
+        self.connection.call_sync(bus, "/org/freedesktop/DBus", bus, "RequestName", GLib.Variant("(su)", (name, 0)), None,
+                                  Gio.DBusCallFlags.NONE, -1, None)
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
-        self.close()
+        if not self.connection.is_closed():
+            self.connection.close_sync(None)
 
 
 class StatusNotifierTray(BusObject):
@@ -292,66 +360,35 @@ class StatusNotifierTray(BusObject):
 
     XML = """<node><interface name="org.kde.StatusNotifierWatcher">
         <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
-        <method name="RegisterStatusNotifierHost"><arg type="s" direction="in"/></method>
-        <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
-        <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
-        <property name="ProtocolVersion" type="i" access="read"/>
-        <signal name="StatusNotifierItemRegistered"><arg type="s"/></signal>
-        <signal name="StatusNotifierHostRegistered"/></interface></node>"""
+        <property name="IsStatusNotifierHostRegistered" type="b" access="read"/></interface></node>"""
 
     def __init__(self):
         self.items = []
-        super().__init__("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher", self.XML, self._call, self._get)
+        super().__init__("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher", self.XML,
+                         lambda sender, item: self.items.append((sender, item)), GLib.Variant("b", True))
 
-    def _call(self, sender, method, arguments):
-        if method == "RegisterStatusNotifierItem":
-            self.items.append((sender, arguments[0]))
-        return None
-
-    def _get(self, name):
-        return {"RegisteredStatusNotifierItems": GLib.Variant("as", [item for _, item in self.items]),
-                "IsStatusNotifierHostRegistered": GLib.Variant("b", True),
-                "ProtocolVersion": GLib.Variant("i", 0)}[name]
-
-    def ask(self, method, *position):
+    def ask(self, method):
         """Calls Activate, ContextMenu and the like of the newest item, as a host does."""
         sender, item = self.items[-1]
         name, path = (sender, item) if item.startswith("/") else (item, "/StatusNotifierItem")
-        self.connection.call(name, path, "org.kde.StatusNotifierItem", method,
-                             GLib.Variant("(ii)", position or (600, 300)), None, Gio.DBusCallFlags.NONE, -1, None, None)
+        self.connection.call(name, path, "org.kde.StatusNotifierItem", method, GLib.Variant("(ii)", (600, 300)), None,
+                             Gio.DBusCallFlags.NONE, -1, None, None)
 
 
 class Portal(BusObject):
-    """The desktop's settings portal."""
+    """The desktop's settings portal, with GNOME's own group beside the common one."""
 
     XML = """<node><interface name="org.freedesktop.portal.Settings">
-        <method name="Read"><arg type="s" direction="in"/><arg type="s" direction="in"/>
-            <arg type="v" direction="out"/></method>
-        <method name="ReadOne"><arg type="s" direction="in"/><arg type="s" direction="in"/>
-            <arg type="v" direction="out"/></method>
         <method name="ReadAll"><arg type="as" direction="in"/><arg type="a{sa{sv}}" direction="out"/></method>
-        <property name="version" type="u" access="read"/>
         <signal name="SettingChanged"><arg type="s"/><arg type="s"/><arg type="v"/></signal></interface></node>"""
-    APPEARANCE = "org.freedesktop.appearance"
+    APPEARANCE, GNOME = "org.freedesktop.appearance", "org.gnome.desktop.interface"
 
     def __init__(self, dark=False):
-        self.values = {"color-scheme": GLib.Variant("u", 1 if dark else 2)}
-        super().__init__("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop", self.XML, self._call,
-                         lambda _: GLib.Variant("u", 2))
+        self.values = {self.APPEARANCE: {"color-scheme": GLib.Variant("u", 1 if dark else 2)}, self.GNOME: {}}
+        super().__init__("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop", self.XML,
+                         lambda *_: GLib.Variant("(a{sa{sv}})", (self.values,)))
 
-    def _call(self, _sender, method, arguments):
-        if method == "ReadAll":
-            return GLib.Variant("(a{sa{sv}})", ({self.APPEARANCE: self.values},))
-        value = self.values.get(arguments[1], GLib.Variant("u", 0))
-        return GLib.Variant("(v)", (GLib.Variant("v", value) if method == "Read" else value,))
-
-    def set(self, key, value):
-        self.values[key] = value
-        self.emit("SettingChanged", GLib.Variant("(ssv)", (self.APPEARANCE, key, value)))
-
-
-def announce_accessibility_change():
-    """The signal by which the desktop tells that permissions changed."""
-    connection = Gio.bus_get_sync(Gio.BusType.SESSION)
-    connection.emit_signal(None, "/any", "com.apple.accessibility", "api", None)
-    connection.flush_sync(None)
+    def set(self, key, kind, value, group=APPEARANCE):
+        self.values[group][key] = GLib.Variant(kind, value)
+        self.connection.emit_signal(None, self.path, self.interface, "SettingChanged",
+                                    GLib.Variant("(ssv)", (group, key, self.values[group][key])))

@@ -2,13 +2,14 @@
 """A service that misbehaves to order, byte by byte: a process of its own, so that a flood costs its tester nothing.
 
 Takes one JSON object a line: {"good": {path: text}, "bad": {path: text}, "faults": {path: name}} replaces what is
-answered and lets go of every connection that an earlier fault holds; {"listen": bool} opens or closes the port. After
-each it tells {"port": ..., "met": {path: count}, "done": {path: count}, "commands": [path...], "strayed": count}, all
-since the faults were set; an empty line only asks.
+answered and lets go of every connection that an earlier fault holds; {"port": number} listens there, or nowhere when it
+is null. After each it tells {"port": ..., "met": {path: count}, "done": {path: count}, "commands": [path...],
+"strayed": count}, all since the faults were set.
 """
 import contextlib
 import gzip
 import json
+import re
 import socket
 import struct
 import sys
@@ -82,28 +83,26 @@ def then_kept(make):
     return write
 
 
-def with_text(body, old, new):
-    """The reply with one value replaced, wherever it stands."""
-    assert old in body, (old, body)
-    return whole(body.replace(old, new))
+def with_text(old, new):
+    """The reply with a value that is in all of them replaced."""
+    return sends(lambda body: whole(body.replace(old, new)))
 
 
-def crowd(body):
-    status = json.loads(body)
-    status["peers"] = [{"device_id": f"{i:x}", "name": f"Peer {i}"} for i in range(10_000)]
-    return whole(json.dumps(status).encode())
+def changed(change):
+    """The reply with its record, which may be the only one of a list, replaced by what makes one that is larger."""
+    def make(body):
+        value = json.loads(body)
+        return whole(json.dumps(change(value) if isinstance(value, dict) else change(*value)).encode())
+    return sends(make)
 
 
-def long_list(body):
-    entry, = json.loads(body)
-    return whole(json.dumps([entry | {"id": i, "device_id": f"{i:x}"} for i in range(10_000)]).encode())
+def many(record):
+    return [record | {"id": i, "device_id": f"{i:x}"} for i in range(10_000)]
 
 
 def large(body):
     """A valid reply of 4 MiB, mostly brackets, which are the slowest to read."""
-    value = json.loads(body)
-    (value[0] if isinstance(value, list) else value)["more"] = [[]] * (1 << 20)
-    return whole(json.dumps(value).encode())
+    return whole(re.sub(rb"}(]?)$", rb', "more": [' + b"[], " * (1 << 20) + rb"[]]}\1", body))
 
 
 KEPT, TAKEN, EITHER = "kept", "taken", "either"  # what becomes of the value in the reply
@@ -166,15 +165,15 @@ FAULTS = {
     "gzip of much": (KEPT, sends(lambda b: whole(gzip.compress(b + bytes(LIMIT * 4)), "Content-Encoding: gzip"))),
     "null": (KEPT, sends(lambda b: whole(b"null"))),
     "deep": (KEPT, sends(lambda b: whole(b"[" * 100_000 + b"]" * 100_000))),
-    "number too large": (KEPT, sends(lambda b: with_text(b, b'": 80808', b'": 1e999'))),
-    "wrong type": (KEPT, sends(lambda b: with_text(b, b'": 80808', b'": "8"'))),
-    "half a character": (KEPT, sends(lambda b: with_text(b, b'": "', b'": "\xe4\xb8'))),
+    "number too large": (KEPT, with_text(b'": 80808', b'": 1e999')),
+    "wrong type": (KEPT, with_text(b'": 80808', b'": "8"')),
+    "half a character": (KEPT, with_text(b'": "', b'": "\xe4\xb8')),
     "two replies": (TAKEN, then_kept(lambda b: whole(b) + TWICE)),
     "a reply and rubbish": (TAKEN, then_kept(lambda b: whole(b) + b"\0rubbish\r\n\r\n")),
 }
-ONLY = {"10,000 peers": ("/api/status", TAKEN, sends(crowd)),
-        "10,000 devices": ("/api/devices", TAKEN, sends(long_list)),
-        "10,000 entries": ("/api/history", TAKEN, sends(long_list))}
+ONLY = {"10,000 peers": ("/api/status", TAKEN, changed(lambda status: status | {"peers": many({"name": "Peer"})})),
+        "10,000 devices": ("/api/devices", TAKEN, changed(many)),
+        "10,000 entries": ("/api/history", TAKEN, changed(many))}
 # These hold a poll until the fault ends.
 HELD = {
     "never answered": (KEPT, held(lambda b: b"")),
@@ -201,15 +200,13 @@ class Server:
         self.answers = {"good": {}, "bad": {}, "faults": {}}
         self.over = threading.Event()
         self.met, self.done, self.commands, self.strayed = {}, {}, [], 0
-        self.port, self.listener, self.peers = 0, None, set()
+        self.listener, self.peers = None, set()
         elsewhere = socket.create_server(("127.0.0.1", 0))
         self.elsewhere = elsewhere.getsockname()[1]
-        threading.Thread(target=self.count_strays, args=[elsewhere], daemon=True).start()
+        self.accept(elsewhere, self.count_stray)
 
-    def count_strays(self, elsewhere):
-        while True:
-            elsewhere.accept()[0].close()
-            self.strayed += 1
+    def count_stray(self, _peer):
+        self.strayed += 1
 
     def obey(self, order):
         if "faults" in order:
@@ -219,15 +216,15 @@ class Server:
             self.met, self.done, self.commands = {}, {}, []
             if "accept" in order["faults"]:
                 self.drop(self.peers)
-        if order.get("listen"):
-            self.listener = socket.create_server(("127.0.0.1", order.get("port", 0)))
-            self.port = self.listener.getsockname()[1]
-            threading.Thread(target=self.accept, args=[self.listener], daemon=True).start()
-        elif "listen" in order:
-            self.drop([self.listener, *self.peers])
-            self.listener.close()
-        print(json.dumps({"port": self.port, "met": self.met, "done": self.done, "commands": self.commands,
-                          "strayed": self.strayed}), flush=True)
+        if "port" in order:
+            if self.listener:
+                self.drop([self.listener, *self.peers])
+                self.listener.close()
+            self.listener = socket.create_server(("127.0.0.1", order["port"])) if order["port"] is not None else None
+            if self.listener:
+                self.accept(self.listener, self.serve)
+        return {"port": self.listener and self.listener.getsockname()[1], "met": self.met, "done": self.done,
+                "commands": self.commands, "strayed": self.strayed}
 
     @staticmethod
     def drop(sockets):
@@ -235,33 +232,33 @@ class Server:
             with contextlib.suppress(OSError):
                 known.shutdown(socket.SHUT_RDWR)
 
-    def accept(self, listener):
-        while True:
-            try:
-                peer, _ = listener.accept()
-            except OSError:
-                return
-            threading.Thread(target=self.serve, args=[peer], daemon=True).start()
+    @staticmethod
+    def accept(listener, serve):
+        def run():
+            with contextlib.suppress(OSError):
+                while True:
+                    threading.Thread(target=serve_and_close, args=[listener.accept()[0]], daemon=True).start()
+
+        def serve_and_close(peer):
+            with contextlib.suppress(OSError), peer:  # the client may have had enough
+                serve(peer)
+        threading.Thread(target=run, daemon=True).start()
 
     def serve(self, peer):
         self.peers.add(peer)
         try:
-            with peer:
-                at_accept = self.answers["faults"].get("accept")
-                if at_accept:
-                    self.misbehave(peer, "accept", at_accept)
-                    return
-                with peer.makefile("rb") as stream:
-                    while self.answer(peer, stream):
-                        pass
-        except OSError:
-            pass  # The client has had enough, as it may.
+            if at_accept := self.answers["faults"].get("accept"):
+                self.misbehave(peer, "accept", at_accept)
+                return
+            with peer.makefile("rb") as stream:
+                while self.answer(peer, stream):
+                    pass
         finally:
             self.peers.discard(peer)
 
     def answer(self, peer, stream):
         """Whether another request may come."""
-        request = stream.readline().decode()
+        request = stream.readline().decode().split()
         size = 0
         while (line := stream.readline().strip().lower()):
             if line.startswith(b"content-length:"):
@@ -269,23 +266,20 @@ class Server:
         stream.read(size)
         if not request:
             return False
-        method, path, _ = request.split()
+        method, path, _ = request
         if method != "GET":
             self.commands.append(path)
             peer.sendall(whole(b"{}"))
             return True
-        fault = self.answers["faults"].get(path)
-        if fault:
+        if fault := self.answers["faults"].get(path):
             return self.misbehave(peer, path, fault)
         peer.sendall(whole(self.answers["good"][path].encode()))
         return True
 
     def misbehave(self, peer, path, name):
-        make = ALL[name][1]
         self.met[path] = self.met.get(path, 0) + 1
-        body = self.answers["bad"].get(path, "").encode()
         try:
-            return make(peer, body, self)
+            return ALL[name][1](peer, self.answers["bad"].get(path, "").encode(), self)
         finally:
             self.done[path] = self.done.get(path, 0) + 1
 
@@ -293,4 +287,4 @@ class Server:
 if __name__ == "__main__":
     server = Server()
     for text in sys.stdin:
-        server.obey(json.loads(text) if text.strip() else {})
+        print(json.dumps(server.obey(json.loads(text))), flush=True)

@@ -3,7 +3,6 @@
 import os
 import signal
 import sys
-import time
 import unittest
 from pathlib import Path
 
@@ -13,58 +12,49 @@ PICTURES = Path(sys.argv.pop(1)) if len(sys.argv) > 1 else None
 os.environ["XDG_DATA_DIRS"] = f"{PREFIX / 'share'}:/usr/share"
 os.environ["PATH"] = f"{PREFIX / 'bin'}:{os.environ['PATH']}"
 
-from desktop import (Gio, HOME, Sim, XembedTray, geometry, node, picture, press, processes, search,  # noqa: E402
-                     stays, tray_icons, wait_for, windows)
+from desktop import (Gio, HOME, Sim, Tree, XembedTray, geometry, icon, picture, processes, stays,  # noqa: E402
+                     wait_for, windows, xdotool)
 
-SETTINGS = HOME / ".config/Quorbit/settings.json"
+EXECUTABLE = PREFIX / "bin/quorbit"
 
 
 class Package(unittest.TestCase):
-    def setUp(self):
+    def test_starts_from_the_menu_and_comes_up_when_started_again(self):
         # What an earlier version left behind: the choice of Chinese, on a desktop in English.
-        SETTINGS.parent.mkdir(parents=True, exist_ok=True)
-        SETTINGS.write_text('{"quorbit.language": "zh-Hans"}')
-        self.entry = Gio.DesktopAppInfo.new("quorbit.desktop")
-        self.assertTrue(self.entry and self.entry.get_filename().startswith(str(PREFIX)), "the menu has no such entry")
+        settings = HOME / ".config/Quorbit/settings.json"
+        settings.parent.mkdir(parents=True, exist_ok=True)
+        settings.write_text('{"quorbit.language": "zh-Hans"}')
+        entry = Gio.DesktopAppInfo.new("quorbit.desktop")
+        self.assertTrue(entry and entry.get_filename().startswith(str(PREFIX)), "the menu has no such entry")
         self.addCleanup(self.end)
+        with XembedTray(), Sim("full"):
+            self.assertTrue(entry.launch([], None))
+            wait_for("the icon", icon)
+            pid, = processes(EXECUTABLE)
+            app = Tree(pid)
+            self.assertTrue(stays(lambda: not app.find("push button", "退出 Quorbit"), 0.5))
+
+            self.assertTrue(entry.launch([], None))
+            app.wait(name="Office Linux, 已连接")
+            wait_for("the second start's end", lambda: processes(EXECUTABLE) == [pid])
+            self.take("panel.png")
+            app.press("push button", "设置…")
+            app.press("page tab", "关于")
+            window = wait_for("the settings window", lambda: windows("^设置$", pid))[0]
+            docks = xdotool("search", "--all", "--pid", pid, "--class", f"^{entry.get_startup_wm_class()}$")
+            self.assertIn(window, docks.split(), "docks do not know the window as the program's")
+            self.assertGreater(geometry(window)[2], 500)
+            self.take("settings.png")
 
     def end(self):
-        for pid in self.running():
+        for pid in processes(EXECUTABLE):
             os.kill(pid, signal.SIGTERM)
-        wait_for("the program's end", lambda: not self.running())
-
-    def running(self):
-        return processes(PREFIX / "bin/quorbit")
-
-    def test_starts_from_the_menu_and_comes_up_when_started_again(self):
-        with XembedTray(), Sim("full"):
-            self.assertTrue(self.entry.launch([], None))
-            wait_for("the icon", tray_icons)
-            pid, = self.running()
-            self.assertTrue(stays(lambda: not quit_row(pid), 0.5))
-
-            self.assertTrue(self.entry.launch([], None))
-            wait_for("the panel", lambda: quit_row(pid))
-            wait_for("the peers", lambda: node(pid, name="Office Linux, 已连接"))
-            wait_for("the second start's end", lambda: self.running() == [pid])
-            self.take("panel.png")
-
-            press(node(pid, "push button", "设置…"))
-            window = wait_for("the settings window", lambda: windows("^设置$", pid))[0]
-            docks = f"^{self.entry.get_startup_wm_class()}$"
-            self.assertIn(window, search(["--class", docks], pid), "docks do not know the window as the program's")
-            press(wait_for("the tab", lambda: node(pid, "page tab", "关于")))
-            time.sleep(0.5)
-            self.take("settings.png")
-            self.assertGreater(geometry(window)[2], 500)
+        wait_for("the program's end", lambda: not processes(EXECUTABLE))
 
     def take(self, name):
         if PICTURES:
+            stays(lambda: True, 0.5)  # for the drawing
             picture(PICTURES / name)
-
-
-def quit_row(pid):
-    return node(pid, "push button", "退出 Quorbit")
 
 
 if __name__ == "__main__":

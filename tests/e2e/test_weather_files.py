@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 """The real executable gets through whatever lies where its files should: it starts, answers its user, keeps what it
 shows, and goes on by itself when the fault is over. Seven programs at a time, each in a home of its own."""
-import contextlib
 import os
 import resource
 import shutil
@@ -9,26 +8,32 @@ import stat
 import subprocess
 import threading
 import unittest
+from contextlib import ExitStack
 from pathlib import Path
 
-from desktop import HOME, node, press, wait_for
+from desktop import HOME, nodes, press, wait_for
 from weather import Service, Witness, check_pulse
 
 # Root reads and writes past all permissions; without its privileges it is a user like any other.
 UNPRIVILEGED = ["setpriv", "--bounding-set=-all", "--inh-caps=-all"] if os.geteuid() == 0 else []
-
-
-def sparse(path):
-    with path.open("wb") as file:
-        file.truncate(1 << 30)
-
-
-def unreadable(path):
-    path.write_text("secret\n")
-    path.chmod(0)
-
-
 SHOWN = ("/api/status", "/api/history")  # by the panel
+
+
+class Home:
+    def __init__(self, name):
+        self.path = HOME / name.replace("/", " ")
+        self.config, self.runtime = self.path / ".config", self.path / "runtime"
+        self.connection = self.path / "Library/Application Support/Quorbit"
+        self.defaults = self.config / "Quorbit/settings.json"
+        for folder in (self.defaults.parent, self.config / "gtk-3.0", self.config / "gtk-4.0"):
+            folder.mkdir(parents=True)
+        self.runtime.mkdir(mode=0o700)
+        self.env = {"HOME": str(self.path), "XDG_CONFIG_HOME": str(self.config), "XDG_RUNTIME_DIR": str(self.runtime),
+                    "XDG_DATA_HOME": str(self.path / ".local/share")}
+        self.wrapper = list(UNPRIVILEGED)
+
+
+# What may lie in a file's place
 
 
 def device(name, major, minor):
@@ -42,7 +47,6 @@ def device(name, major, minor):
     return make
 
 
-# What may lie in a file's place.
 KINDS = {
     "nothing": lambda path: None,
     "a folder": Path.mkdir,
@@ -50,108 +54,68 @@ KINDS = {
     "a link to nowhere": lambda path: path.symlink_to(path.with_name("nowhere")),
     "a link to zeros": device("zero", 1, 5),
     "a link to the terminal": device("tty", 5, 0),
-    "a gigabyte": sparse,
+    "a gigabyte": lambda path: (path.touch(), os.truncate(path, 1 << 30)),
     "rubbish": lambda path: path.write_bytes(b"{\0\xff\"" + bytes(range(256)) * 16),
-    "an unreadable file": unreadable,
+    "an unreadable file": lambda path: path.touch(mode=0),
 }
 
-
-class Home:
-    def __init__(self, name):
-        self.path = HOME / name.replace("/", " ")
-        self.config, self.runtime = self.path / ".config", self.path / "runtime"
-        self.connection = self.path / "Library/Application Support/Quorbit"
-        self.defaults = self.config / "Quorbit/settings.json"
-        for folder in (self.defaults.parent, self.config / "gtk-3.0", self.config / "gtk-4.0", self.runtime):
-            folder.mkdir(parents=True)
-        self.runtime.chmod(0o700)
-        self.env = {"HOME": str(self.path), "XDG_CONFIG_HOME": str(self.config), "XDG_RUNTIME_DIR": str(self.runtime),
-                    "XDG_DATA_HOME": str(self.path / ".local/share")}
-        self.wrapper = list(UNPRIVILEGED)
+# Each fault prepares a home before the start, may strike the running program when it gets its number, and is lifted at
+# its end.
 
 
-class Fault:
-    """What is wrong before the start and, from `strike` to `lift`, with the connection files while the program runs."""
-
-    alone = False   # further starts find no place to meet the first
-    expected = ""   # on standard error
-
-    def prepare(self, home):
-        pass
-
-    def strike(self, home, program):
-        pass
-
-    def lift(self, home, program):
-        pass
-
-
-class Kind(Fault):
-    """The same thing in the place of every file."""
-
-    def __init__(self, make):
-        self.make = make
-
-    def prepare(self, home):
+def in_every_place(make):
+    def fault(home):
         for path in (home.defaults, home.config / "gtk-3.0/settings.ini", home.config / "gtk-4.0/settings.ini"):
-            self.make(path)
-
-    def fill(self, home):
-        home.connection.mkdir(parents=True)
+            make(path)
+        yield
+        shutil.rmtree(home.connection)
+        home.connection.mkdir()
         for name in ("ui-url", "ui-token"):
-            self.make(home.connection / name)
-
-    def strike(self, home, _program):
+            make(home.connection / name)
+        yield
         shutil.rmtree(home.connection)
-        self.fill(home)
-
-    def lift(self, home, _program):
-        shutil.rmtree(home.connection)
+    return fault
 
 
-class Rewritten(Fault):
-    """Written anew without pause, as no service would."""
+def written_without_pause(home):
+    """As no service would."""
+    over = threading.Event()
 
-    def strike(self, home, _program):
-        self.over = threading.Event()
-
-        def write():
-            while not self.over.wait(0.0005):
-                for name in ("ui-url", "ui-token"):
-                    (home.connection / name).write_text("http://127.0.0.1:9/" * 50)
-
-        self.writer = threading.Thread(target=write)
-        self.writer.start()
-
-    def lift(self, _home, _program):
-        self.over.set()
-        self.writer.join()
+    def write():
+        while not over.wait(0.0005):
+            for name in ("ui-url", "ui-token"):
+                (home.connection / name).write_text("http://127.0.0.1:9/" * 50)
+    yield
+    writer = threading.Thread(target=write)
+    writer.start()
+    yield
+    over.set()
+    writer.join()
 
 
-class NoDescriptors(Fault):
-    expected = "too many open files|Too many open files|socket"
-
-    def strike(self, _home, program):
-        self.limits = resource.prlimit(program.pid, resource.RLIMIT_NOFILE)
-        used = max(int(entry.name) for entry in Path(f"/proc/{program.pid}/fd").iterdir()) + 1
-        resource.prlimit(program.pid, resource.RLIMIT_NOFILE, (used, self.limits[1]))
-
-    def lift(self, _home, program):
-        resource.prlimit(program.pid, resource.RLIMIT_NOFILE, self.limits)
+def no_descriptors(_home):
+    pid = yield
+    limits = resource.prlimit(pid, resource.RLIMIT_NOFILE)
+    used = max(int(entry.name) for entry in Path(f"/proc/{pid}/fd").iterdir()) + 1
+    resource.prlimit(pid, resource.RLIMIT_NOFILE, (used, limits[1]))
+    yield
+    resource.prlimit(pid, resource.RLIMIT_NOFILE, limits)
 
 
-class Before(Fault):
-    def __init__(self, prepare, expected="", alone=False):
-        self.prepare, self.expected, self.alone = prepare, expected, alone
+def before(prepare):
+    def fault(home):
+        yield prepare(home)
+        yield
+    return fault
 
 
-def read_only_file(home):
+def read_only(home):
     home.defaults.write_text('{"other": 1}')
     home.defaults.chmod(0o400)
 
 
 def read_only_folder(home):
-    read_only_file(home)
+    read_only(home)
     home.defaults.parent.chmod(0o500)
 
 
@@ -162,14 +126,6 @@ def full_disk(home):
         script = 'mount -t tmpfs -o size=4k tmpfs "$XDG_CONFIG_HOME" && mkdir "$XDG_CONFIG_HOME/Quorbit" && ' \
                  'head -c 4096 /dev/zero >"$XDG_CONFIG_HOME/full"; exec "$@"'
         home.wrapper = ["unshare", "--mount", "sh", "-c", script, "sh", *UNPRIVILEGED]
-    else:
-        print("full disk: only a limit on the size of files, for want of a mount of our own")
-
-
-def without(*names):
-    def prepare(home):
-        home.env |= dict.fromkeys(names, "")
-    return prepare
 
 
 def no_writing(home):
@@ -177,88 +133,77 @@ def no_writing(home):
     home.path.chmod(0o500)
 
 
-ROWS = {name: Kind(make) for name, make in KINDS.items()} | {
-    "written without pause": Rewritten(),
-    "no descriptors left": NoDescriptors(),
-    "read-only defaults": Before(read_only_file),
-    "a read-only folder": Before(read_only_folder),
-    "a full disk": Before(full_disk),
-    "files of no size": Before(lambda home: home.wrapper.extend(["prlimit", "--fsize=0"])),
-    "no runtime folder": Before(without("XDG_RUNTIME_DIR"), "XDG_RUNTIME_DIR not set"),
-    "no writing anywhere": Before(no_writing, "wrong permissions on runtime", alone=True),
+# The fault, and what may stand on standard error
+ROWS = {name: (in_every_place(make), "") for name, make in KINDS.items()} | {
+    "written without pause": (written_without_pause, ""),
+    "no descriptors left": (no_descriptors, "[Tt]oo many open files|socket"),
+    "read-only defaults": (before(read_only), ""),
+    "a read-only folder": (before(read_only_folder), ""),
+    "a full disk": (before(full_disk), ""),
+    "files of no size": (before(lambda home: home.wrapper.extend(["prlimit", "--fsize=0"])), ""),
+    "no runtime folder": (before(lambda home: home.env.update(XDG_RUNTIME_DIR="")), "XDG_RUNTIME_DIR not set"),
+    "no writing anywhere": (before(no_writing), "wrong permissions on runtime"),
 }
 
 
 class Weather(unittest.TestCase):
-    def waves(self):
-        names = list(ROWS)
-        return [names[start:start + 7] for start in range(0, len(names), 7)]
-
     def test_files(self):
-        for names in self.waves():
-            homes = [Home(name) for name in names]
-            with Service(*(home.path for home in homes)) as service, contextlib.ExitStack() as stack:
-                programs = []
-                for name, home in zip(names, homes):
-                    ROWS[name].prepare(home)
-                    programs.append(stack.enter_context(Witness(home.env, home.wrapper, ROWS[name].alone,
-                                                                ROWS[name].expected)))
-                self.pass_through(service, list(zip(names, homes, programs)))
+        for start in range(0, len(ROWS), 7):
+            with ExitStack() as stack:
+                self.meet(stack, {name: (Home(name), *ROWS[name]) for name in list(ROWS)[start:start + 7]})
 
-    def test_without_a_service(self):
-        """Nothing good to show, nothing to launch: it says so, and that is all."""
-        bad = {"no home": lambda home: home.env.update(HOME="/proc/home", XDG_CONFIG_HOME="/proc/home/.config"),
-               "only pipes": lambda home: Kind(os.mkfifo).fill(home),
-               "only gigabytes": lambda home: Kind(sparse).fill(home)}
-        with contextlib.ExitStack() as stack:
-            programs = {}
-            for name, spoil in bad.items():
-                home = Home(f"{name}, without a service")
-                spoil(home)
-                programs[name] = stack.enter_context(Witness(home.env, home.wrapper, False, "启动 quorbitd 失败:"))
-            for name, program in programs.items():
-                with self.subTest(name):
-                    program.open()
-                    wait_for("the word", lambda: program.find(program.panel, "image", "Service unreachable"))
-                    check_pulse(self, program.pulse(), name)
-                    self.choose_language(program)
-                    self.assertEqual(program.complaints(), "")
-                    self.assertEqual(program.end(), 0)
-
-    def pass_through(self, service, all_):
+    def meet(self, stack, rows):
+        service = stack.enter_context(Service(*(home.path for home, *_ in rows.values())))
         up = []
-        for name, home, program in all_:
+        for name, (home, make, expected) in rows.items():
+            fault = make(home)
+            next(fault)
+            up.append((name, fault, stack.enter_context(Witness(home.env, home.wrapper, expected))))
+        for name, _, program in up:
             with self.subTest(name):
                 program.open()
-                wait_for("the state", lambda: program.number("/api/status") == service.number, 8)
+        for name, _, program in up:
+            with self.subTest(name):
+                program.shows(service.number, "/api/status")
                 self.choose_language(program)
-                up.append((name, home, program))
         service.close()
-        for name, home, program in up:
-            ROWS[name].strike(home, program)
-        for name, home, program in up:
+        for _, fault, program in up:
+            fault.send(program.pid)
+        for name, _, program in up:
             with self.subTest(name):
                 check_pulse(self, program.pulse(least=2.2 / len(up)), name)
-        for name, home, program in up:
-            with self.subTest(name):
                 self.assertEqual([program.number(path) for path in SHOWN], [service.number] * 2)
-        for name, home, program in up:
-            ROWS[name].lift(home, program)
+        for _, fault, _ in up:
+            next(fault, None)
         service.calm()
         service.listen()
-        for name, home, program in up:
+        for name, _, program in up:
             with self.subTest(name):
                 for path in SHOWN:
-                    wait_for(f"the news of {path}", lambda: program.number(path) == service.number, 8)
-                self.assertEqual(program.complaints(), "")
-                self.assertEqual(program.end(), 0)
+                    program.shows(service.number, path)
+                self.ends_well(program)
+
+    def test_without_a_service(self):
+        """Nothing good to show, nothing to launch, no home: it says so, and that is all."""
+        home = Home("no service")
+        home.env |= {"HOME": "/proc/home", "XDG_CONFIG_HOME": "/proc/home/.config"}
+        with Witness(home.env, home.wrapper, "启动 quorbitd 失败:") as program:
+            program.open().wait("image", "Service unreachable")
+            wait_for("the line", lambda: program.expected in program.printed())
+            check_pulse(self, program.pulse(), "no service")
+            self.choose_language(program)
+            self.ends_well(program)
 
     def choose_language(self, program):
         """What is written then, or not, must not be noticed."""
         press(program.tabs["About"])
-        press(wait_for("the languages", lambda: program.find(program.settings, "combo box"))[0])
-        press(wait_for("English", lambda: node(program.pid, "menu item", "English")))
-        wait_for("the offer to restart", lambda: program.find(program.settings, "push button", "Restart now"), 5)
+        press(wait_for("the languages", lambda: next(nodes(program.settings, "combo box"), None)))
+        program.press("menu item", "English")
+        program.wait("push button", "Restart now")
+
+    def ends_well(self, program):
+        self.assertEqual(program.complaints(), "")
+        self.assertEqual(program.end(), 0)
 
 
 if __name__ == "__main__":

@@ -11,51 +11,28 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 from pathlib import Path
 
 FONTS = Path(__file__).resolve().parent.parent / "support" / "fonts.conf"
 
 
-def start_display(started):
+def start(started, env, *command):
+    """Starts what the desktop is made of, and gives back what it says on that descriptor when it is there."""
     read, write = os.pipe()
-    size = os.environ.get("DESKTOP_SIZE", "1280x1000")
-    server = ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{size}x24", "-nolisten", "tcp", "-noreset"]
-    started.append(subprocess.Popen(server, pass_fds=[write], stderr=subprocess.DEVNULL))
+    started.append(subprocess.Popen([part.format(write) for part in command], env=env, pass_fds=[write],
+                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
     os.close(write)
     with os.fdopen(read) as pipe:
-        number = pipe.readline().strip()
-    if not number:
-        sys.exit("no X server")
-    return f":{number}"
-
-
-def start_bus(started, env):
-    bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], env=env, text=True,
-                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-    started.append(bus)
-    return bus.stdout.readline().strip()
-
-
-def collect_reports(env, folder):
-    """Has the sanitizers write what they find to files, because not every check looks at how a program ended."""
-    folder.mkdir()
-    for options in ("ASAN_OPTIONS", "UBSAN_OPTIONS"):
-        env[options] = ":".join(filter(None, [env.get(options), f"log_path={folder}/report"]))
-
-
-def print_reports(folder):
-    """Whether there were any."""
-    reports = sorted(folder.iterdir())
-    for report in reports:
-        print(f"== {report.name}", report.read_text(errors="replace"), sep="\n", file=sys.stderr)
-    return bool(reports)
+        return pipe.readline().strip()
 
 
 def main():
     passing = Path(tempfile.mkdtemp(prefix="quorbit-desktop-"))
     home = Path(os.environ.get("DESKTOP_HOME", passing))
-    runtime = passing / "runtime"
+    runtime, reports = passing / "runtime", passing / "reports"
     runtime.mkdir(mode=0o700)
+    reports.mkdir()
     env = {key: value for key, value in os.environ.items() if not key.startswith(("XDG_", "DBUS_", "WAYLAND_", "QT_"))}
     env |= {
         "HOME": str(home),
@@ -69,15 +46,25 @@ def main():
         "FONTCONFIG_FILE": str(FONTS),
         "LANG": env.get("LANG", "C.UTF-8"),
     }
-    reports = passing / "reports"
-    collect_reports(env, reports)
+    # Not every check looks at how a program ended.
+    for options in ("ASAN_OPTIONS", "UBSAN_OPTIONS"):
+        env[options] = ":".join(filter(None, [env.get(options), f"log_path={reports}/report"]))
     started = []
     try:
-        env["DISPLAY"] = start_display(started)
-        env["DBUS_SESSION_BUS_ADDRESS"] = start_bus(started, env)
-        started.append(subprocess.Popen(["openbox"], env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        size = os.environ.get("DESKTOP_SIZE", "1280x1000")
+        env["DISPLAY"] = ":" + start(started, env, "Xvfb", "-displayfd", "{}", "-screen", "0", f"{size}x24", "-noreset",
+                                     "-nolisten", "tcp")
+        env["DBUS_SESSION_BUS_ADDRESS"] = start(started, env, "dbus-daemon", "--session", "--nofork",
+                                                "--print-address={}")
+        started.append(subprocess.Popen(["openbox", "--startup", f"touch {passing}/managed"], env=env,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        while not (passing / "managed").exists():
+            time.sleep(0.01)
         result = subprocess.call(sys.argv[1:], env=env)
-        return 1 if print_reports(reports) else result
+        for report in reports.iterdir():
+            print(f"== {report.name}", report.read_text(errors="replace"), sep="\n", file=sys.stderr)
+            result = 1
+        return result
     finally:
         for process in reversed(started):
             process.terminate()

@@ -3,7 +3,7 @@
 import subprocess
 import unittest
 
-from desktop import Application, Sim, StatusNotifierTray, keys, stays, wait_for
+from desktop import QUITTING, Desk, extents, keys, pointer, states, stays, wait_for
 from reader import screen
 
 WIDTH = 1280  # of the screen
@@ -11,98 +11,78 @@ RING = 3  # how far a control's ring may reach beyond it
 SEEN = 30  # differing pixels, more than a text cursor has
 
 
-class Keyboard(unittest.TestCase):
-    def start(self, scenario="full"):
-        tray = self.enterContext(StatusNotifierTray())
-        self.service = self.enterContext(Sim(scenario, "--speed", "10"))
-        self.application = self.enterContext(Application())
-        wait_for("the item", lambda: tray.items)
-        tray.ask("Activate")
-        wait_for("the panel", lambda: self.focused() and self.focused().role == "panel")
-
-    def screen(self):
-        return screen(self.application.pid)
+class Keyboard(Desk):
+    def start(self, scenario):
+        super().start(scenario, "--speed", "10")
+        wait_for("the focus", lambda: self.focused() and self.focused().role == "panel")
 
     def focused(self):
         # What holds the place of the focus comes before it.
-        places = [each for each in self.screen() if "focused" in each.states]
-        return places[-1] if places else None
-
-    def stops(self):
-        """What the Tab key has to reach, in the order of reading."""
-        return [each for each in self.screen() if each.role != "list item" and "focusable" in each.states
-                and "enabled" in each.states and each.role not in ("panel", "dialog", "alert")]
+        return ([None] + [each for each in screen(self.app.pid) if "focused" in each.states])[-1]
 
     def go(self, key):
         """Presses a key that moves the focus and tells where it went."""
         before = self.focused()
+
+        def moved():
+            now = self.focused()
+            return now if now and (before is None or now.node != before.node) else None
         keys(key)
-        return wait_for(f"the focus to leave {before} by {key}", lambda: self.moved_from(before), 3)
+        return wait_for(f"the focus to leave {before} by {key}", moved)
 
-    def moved_from(self, before):
-        now = self.focused()
-        return now if now and (before is None or now.node != before.node) else None
-
-    def go_to(self, name, key="Tab"):
+    def go_to(self, name):
         for _ in range(30):
-            if self.go(key).name == name:
+            if self.go("Tab").name == name:
                 return
-        self.fail(f"{key} does not lead to {name}")
+        self.fail(f"the Tab key does not lead to {name}")
 
-    def open_settings(self, key):
+    def open_settings(self):
         self.go_to("Settings…")
-        keys(key)
-        wait_for("the window", lambda: self.showing("page tab"))
+        keys("Return")
+        self.app.wait("page tab")
 
     def show_tab(self, tab):
-        while not any("selected" in each.states for each in self.showing("page tab", tab)):
+        while "selected" not in states(self.app.find("page tab", tab)):
             keys("ctrl+Tab")
             stays(lambda: True, 0.3)
 
     def walk(self, view):
         """Goes round a view in both directions."""
-        stops = self.stops()
+        stops = [each.name for each in screen(self.app.pid) if {"focusable", "enabled"} <= each.states
+                 and each.role not in ("list item", "panel", "dialog", "alert")]  # in the order of reading
         forward = [self.go("Tab")]
         shown = picture()
         for _ in stops:
             place = forward[-1]
-            self.assert_inside(view, place)
+            with self.subTest(view=view, control=str(place)):
+                for above in place.above():
+                    self.assertTrue(above.role == "application" or contains(above.place, place.place),
+                                    f"it sticks out of {above}")
             forward.append(self.go("Tab"))
             before, shown = shown, picture()
             with self.subTest(view=view, control=str(place)):
                 self.assertGreater(different(before, shown, place.place), SEEN, "the focus is not to be seen")
-        names = [place.name for place in stops]
         seen = names_of(forward)
-        first = names.index(seen[0])
+        first = stops.index(seen[0])
         with self.subTest(view=view):
-            self.assertEqual(seen, names[first:] + names[:first] + seen[:1])
+            self.assertEqual(seen, stops[first:] + stops[:first] + seen[:1])
             self.assertEqual(names_of([self.go("shift+Tab") for _ in stops]), seen[-2::-1])
 
-    def assert_inside(self, view, place):
-        above = place.parent
-        while above and above.place and above.role != "application":
-            with self.subTest(view=view, control=str(place), inside=str(above)):
-                self.assertTrue(contains(above.place, place.place), "it sticks out")
-            above = above.parent
-
     def test_every_control_is_reached_and_seen(self):
-        self.start()
+        self.start("full")
         self.walk("panel")
-        self.open_settings("Return")
-        tabs = [each.name for each in self.screen() if each.role == "page tab"]
-        for number, tab in enumerate(tabs):
-            if number:
-                self.go_to(tabs[number - 1])
+        self.open_settings()
+        tabs = [tab.get_name() for tab in self.app.all("page tab")]
+        for before, tab in zip([None, *tabs], tabs):
+            if before:
+                self.go_to(before)
                 self.assertEqual(self.go("Right").name, tab)
             stays(lambda: True, 0.5)
             self.walk(tab)
-        self.go_to(tabs[-1])
-        for _ in tabs[1:]:
-            self.go("Left")
 
     def test_the_focus_comes_back(self):
         self.start("still")
-        self.open_settings("space")
+        self.open_settings()
         # tab, control, key that opens, what opens, whether the Tab key goes round in it
         for tab, control, key, opened, has_stops in (("Devices", "Remove, Office Linux", "space", "alert", True),
                                                      ("Devices", "Add a computer", "Return", "dialog", True),
@@ -112,28 +92,40 @@ class Keyboard(unittest.TestCase):
                 self.show_tab(tab)
                 self.go_to(control)
                 keys(key)
-                wait_for(opened, lambda opened=opened: self.showing(opened))
+                self.app.wait(opened)
                 if has_stops:
                     self.walk(opened)
                 keys("Escape")
-                wait_for("the closing", lambda opened=opened: not self.showing(opened))
-                wait_for("the focus", lambda control=control: self.focused() and self.focused().name == control, 3)
+                self.app.wait_gone(opened)
+                wait_for("the focus", lambda control=control: self.focused() and self.focused().name == control)
 
     def test_what_has_the_focus_may_go(self):
         self.start("still")
-        self.open_settings("Return")
-        keys("ctrl+Tab", "ctrl+shift+Tab")
+        self.open_settings()
         self.show_tab("Devices")
         self.go_to("Remove, Office Linux")
         keys("space")
-        wait_for("the alert", lambda: self.showing("alert"))
+        self.app.wait("alert")
         self.go_to("Remove")
         keys("space")
-        wait_for("the removal", lambda: not self.showing("push button", "Remove, Office Linux"))
-        wait_for("the focus", lambda: self.focused() and "showing" in self.focused().states, 3)
+        self.app.wait_gone("push button", "Remove, Office Linux")
+        wait_for("the focus", self.focused)
 
-    def showing(self, role, name=None):
-        return [each for each in self.screen() if each.role == role and name in (None, each.name)]
+    def test_quits(self):
+        self.start("still")
+        keys("ctrl+q")
+        self.assertEqual(self.app.process.wait(4 + QUITTING), 0)
+
+
+class Pointer(Desk):
+    def test_opens_a_menu(self):
+        self.start("still")
+        self.app.open_tab("About")
+        place = extents(self.app.wait("combo box", "Interface language"))
+        pointer((place.x, place.y, place.width, place.height), "click", 1)
+        self.app.wait("popup menu")
+        keys("Down", "Return")
+        self.app.wait("push button", "Restart now")
 
 
 def names_of(places):
