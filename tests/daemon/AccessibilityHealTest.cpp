@@ -55,9 +55,12 @@ private Q_SLOTS:
                 QCOMPARE(defaults.real(bootKey), acts ? clock.now() - 120 : 0);
                 clock.advance(10s);
                 QCOMPARE(relaunches, acts ? 2 : 0);
-                AccessibilityHeal ofTheNextRun(defaults, clock, [] {});
-                ofTheNextRun.refreshed(state);
-                QCOMPARE(defaults.integer(countKey), qint64{forgets ? 0 : acts ? 2 : 7});
+                for (const bool isThird : {false, true}) {
+                    AccessibilityHeal ofALaterRun(defaults, clock, [] {});
+                    ofALaterRun.refreshed(state);
+                    QCOMPARE(clock.pending().size(), std::size_t{acts && !isThird});
+                    QCOMPARE(defaults.integer(countKey), qint64{forgets ? 0 : acts ? 2 : 7});
+                }
             }
         }
     }

@@ -138,6 +138,10 @@ private Q_SLOTS:
                     folders.rename(u"gtk-4.0/new"_s, u"gtk-4.0/settings.ini"_s));
             QTRY_COMPARE(font(), QLatin1String(text));
         }
+        // What the newer file does not say, the older one does.
+        write(u"gtk-3.0/settings.ini"_s, "[Settings]\ngtk-enable-animations=0\n");
+        QTRY_COMPARE(files.current().animations, std::optional(false));
+        QCOMPARE(font(), u"Sans 16"_s);
         QVERIFY(changed.count() >= 4);
     }
 };
