@@ -98,10 +98,10 @@ private Q_SLOTS:
 
     void questionsShareConnections() {
         World world;
-        const auto askAtOnce = [&world](int questions) {
-            std::vector<std::shared_ptr<Outcome<std::string>>> outcomes;
-            for (int question = 0; question < questions; ++question)
-                outcomes.push_back(outcomeOf(world.ask()));
+        const auto askAtOnce = [&world](std::size_t questions) {
+            std::vector<std::shared_ptr<Outcome<std::string>>> outcomes(questions);
+            for (auto &outcome : outcomes)
+                outcome = outcomeOf(world.ask());
             for (const auto &outcome : outcomes)
                 QTRY_VERIFY(outcome->value);
         };
