@@ -12,7 +12,7 @@ class SettingsDefaultsTest : public QObject {
 
     QTemporaryDir folder_;
     QString file(const QByteArray &contents) const {
-        const QString path = folder_.filePath(u"settings.json"_s);
+        QString path = folder_.filePath(u"settings.json"_s);
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(contents) < 0)
             qFatal("cannot write %s", qPrintable(path));
