@@ -1,5 +1,5 @@
 // The parts of the application shell that only a process of its own can show. It prints what happens to it, a
-// line each: shell_program FOLDER PATIENCE [hang|exit|slow].
+// line each: shell_program FOLDER PATIENCE [hang|slow].
 
 #include "app/QuitSignals.h"
 #include "app/Relaunch.h"
@@ -7,7 +7,6 @@
 #include "app/TerminationHook.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -49,8 +48,6 @@ int main(int argc, char **argv) {
     });
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &instance, &SingleInstance::close);
     instance.listen();
-    if (mode == "exit")
-        QTimer::singleShot(0, &application, [] { std::exit(1); });
     if (mode == "slow")
         static const SlowEnd slow;
     say("first");

@@ -26,20 +26,6 @@ ServiceState stateWith(Flag kvm, std::optional<Flag> granted) {
     return state;
 }
 
-const ServiceState missing = stateWith(true, std::optional(false));
-const ServiceState granted = stateWith(true, std::optional(true));
-
-/// One run of the program; the defaults outlive it.
-struct Run {
-    explicit Run(FakeDefaults &defaults, double uptime) : heal(defaults, clock, [this] { ++relaunches; }) {
-        clock.uptimeAtStart = uptime;
-    }
-
-    FakeClock clock;
-    int relaunches = 0;
-    AccessibilityHeal heal;
-};
-
 class AccessibilityHealTest : public QObject {
     Q_OBJECT
 
@@ -49,18 +35,32 @@ private Q_SLOTS:
             for (const auto permission :
                  std::initializer_list<std::optional<Flag>>{std::nullopt, Flag(), Flag(false), Flag(true)}) {
                 const auto state = stateWith(kvm, permission);
+                FakeClock clock;
+                clock.uptimeAtStart = 120;
                 FakeDefaults defaults;
-                defaults.values[countKey] = qint64{1};
-                Run run(defaults, 120);
-                run.heal.permissionsChanged(state);
-                run.heal.refreshed(state);
+                defaults.values[countKey] = qint64{7}; // of another boot
+                int relaunches = 0;
+                AccessibilityHeal heal(defaults, clock, [&] { ++relaunches; });
+                heal.permissionsChanged(state);
+                heal.refreshed(state);
+                heal.refreshed(state);
                 const bool acts = kvm == true && permission == Flag(false);
                 const bool forgets = kvm == true && permission == Flag(true);
-                QCOMPARE(run.clock.pending(), acts ? (std::vector<FakeClock::Delay>{800ms, 6000ms})
-                                                   : std::vector<FakeClock::Delay>());
-                QCOMPARE(defaults.contains(bootKey), acts);
-                QCOMPARE(defaults.integer(countKey), qint64{forgets ? 0 : 1});
+                if (acts) // once that is decided, the count stays
+                    heal.refreshed(stateWith(true, std::optional(true)));
+                QCOMPARE(clock.pending(), acts ? (std::vector<FakeClock::Delay>{800ms, 6000ms})
+                                               : std::vector<FakeClock::Delay>());
                 QCOMPARE(defaults.contains(countKey), !forgets);
+                QCOMPARE(defaults.integer(countKey), qint64{forgets ? 0 : acts ? 1 : 7});
+                QCOMPARE(defaults.real(bootKey), acts ? clock.now() - 120 : 0);
+                clock.advance(10s);
+                QCOMPARE(relaunches, acts ? 2 : 0);
+                for (const bool isThird : {false, true}) {
+                    AccessibilityHeal ofALaterRun(defaults, clock, [] {});
+                    ofALaterRun.refreshed(state);
+                    QCOMPARE(clock.pending().size(), std::size_t{acts && !isThird});
+                    QCOMPARE(defaults.integer(countKey), qint64{forgets ? 0 : acts ? 2 : 7});
+                }
             }
         }
     }
@@ -88,27 +88,6 @@ private Q_SLOTS:
             QCOMPARE(next ? next->count : 0, count);
             if (next)
                 QCOMPARE(next->boot, std::abs(storedBoot) <= 5 ? boot + storedBoot : boot);
-        }
-    }
-
-    void twoRestartsABoot() {
-        FakeDefaults defaults;
-        for (const qint64 count : {1, 2, 2}) {
-            Run run(defaults, 120);
-            const bool restarts = defaults.integer(countKey) < 2;
-            run.heal.refreshed(missing);
-            run.heal.refreshed(missing);
-            if (restarts) // once that is decided, the count stays
-                run.heal.refreshed(granted);
-            QCOMPARE(defaults.integer(countKey), count);
-            QCOMPARE(defaults.real(bootKey), 1'700'000'000.0 - 120);
-            run.clock.advance(5999ms);
-            QCOMPARE(run.relaunches, 0);
-            run.clock.advance(1ms);
-            QCOMPARE(run.relaunches, restarts ? 1 : 0);
-            run.heal.refreshed(missing);
-            run.clock.advance(10min);
-            QCOMPARE(run.relaunches, restarts ? 1 : 0);
         }
     }
 };

@@ -32,32 +32,23 @@ private Q_SLOTS:
             const char *name;
             QByteArray address, token;
             std::optional<QString> expectedToken = {}; ///< none: no connection
-            QByteArray expectedAddress = "http://127.0.0.1:24801/ui";
         } rows[]{
-            {"plain", good, "t", u"t"_s},
             {"white space", " \t\r\n" + good + "\xc2\xa0\xe2\x80\xa9\r\n", "\n t u \xe2\x80\x83\n", u"t u"_s},
-            {"query", good + "?token=x?y\n", "t", u"t"_s},
-            {"leading question marks", "??" + good + "?a", "t", u"t"_s},
+            {"question marks", "??" + good + "?token=x?y\n", "t", u"t"_s},
             {"empty token", good, " \n", u""_s},
-            {"no scheme is looked at later", "localhost/ui", "t", u"t"_s, "localhost/ui"},
-            {"look-alike", "http://127.0.0.1@evil.example:80/", "t", u"t"_s,
-             "http://127.0.0.1@evil.example:80/"},
-            {"fragment and IPv6", "http://[::1]:1/a#b", "t", u"t"_s, "http://[::1]:1/a#b"},
             {"backslash", "http://127.0.0.1\\@evil.example/", "t"},
-            {"two hosts", "http://127.0.0.1@evil.example@127.0.0.1/", "t"},
             {"blank address", " \n", "t"},
-            {"not an address", "http://a b/", "t"},
             {"address not UTF-8", good + "\xff", "t"},
-            {"token not UTF-8", good, "\xc3("},
+            {"token cut off", good, "t\xc3"},
             {"large", good, QByteArray(1'000'000, 't')}};
-        for (const auto &[name, address, token, expectedToken, expectedAddress] : rows) {
+        for (const auto &[name, address, token, expectedToken] : rows) {
             const Row row(name);
             write(u"ui-url"_s, address);
             write(u"ui-token"_s, token);
             const auto connection = readConnectionFiles(home_.path());
             QCOMPARE(connection.has_value(), expectedToken.has_value());
             if (connection) {
-                QCOMPARE(connection->address, QUrl(QString::fromLatin1(expectedAddress)));
+                QCOMPARE(connection->address, QUrl(QString::fromLatin1(good)));
                 QCOMPARE(connection->token, *expectedToken);
             }
         }

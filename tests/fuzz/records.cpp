@@ -4,6 +4,8 @@
 #include "daemon/Records.h"
 #include "wire/Codec.h"
 
+#include <array>
+
 using namespace quorbit;
 
 namespace {
@@ -43,27 +45,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     if (size == 0)
         return 0;
     const QByteArrayView json(data + 1, static_cast<qsizetype>(size - 1));
-    switch (data[0] % 7) {
-    case 0:
-        check<Status>(json);
-        break;
-    case 1:
-        check<std::optional<DaemonSettings>>(json);
-        break;
-    case 2:
-        check<std::optional<std::vector<Device>>>(json);
-        break;
-    case 3:
-        check<std::optional<std::vector<HistoryEntry>>>(json);
-        break;
-    case 4:
-        check<UpdateResult>(json);
-        break;
-    case 5:
-        check<std::optional<pairing::ShowReply>>(json);
-        break;
-    default:
-        check<std::optional<pairing::ConnectReply>>(json);
-    }
+    static constexpr std::array checks{check<Status>,
+                                       check<std::optional<DaemonSettings>>,
+                                       check<std::optional<std::vector<Device>>>,
+                                       check<std::optional<std::vector<HistoryEntry>>>,
+                                       check<UpdateResult>,
+                                       check<std::optional<pairing::ShowReply>>,
+                                       check<std::optional<pairing::ConnectReply>>};
+    checks[data[0] % checks.size()](json);
     return 0;
 }

@@ -3,7 +3,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -86,35 +85,6 @@ private Q_SLOTS:
         QTRY_VERIFY(!hasZombies());
     }
 
-    void neverSignalsAnotherProcessOfTheSameNumber() {
-        LinuxPlatform platform{Bundle{}};
-        const auto child = shell(platform, u"echo $$ >$0.new; mv $0.new $0"_s);
-        QTRY_VERIFY(QFile::exists(path("out")));
-        const int number = contents(path("out")).trimmed().toInt();
-        QTRY_VERIFY(!hasZombies());
-
-        // The next process gets the number after this one, if we may say so.
-        QFile last(u"/proc/sys/kernel/ns_last_pid"_s);
-        if (!last.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-            last.write(QByteArray::number(number - 1)) < 0)
-            QSKIP("needs the right to choose process numbers");
-        const pid_t other = ::fork();
-        if (other == 0) {
-            ::pause();
-            ::_exit(0);
-        }
-        const bool sameNumber = other == number;
-        child->terminate();
-        QTest::qWait(100);
-        int status = 0;
-        const pid_t ended = ::waitpid(other, &status, WNOHANG);
-        ::kill(other, SIGKILL);
-        ::waitpid(other, &status, 0);
-        if (!sameNumber)
-            QSKIP("another process was faster");
-        QCOMPARE(ended, 0);
-    }
-
     void failedLaunchTellsTheSystemsReason() {
         LinuxPlatform platform{Bundle{}};
         for (const auto &[executable, error] :
@@ -127,26 +97,6 @@ private Q_SLOTS:
             }
             QVERIFY2(message.endsWith(qt_error_string(error)), qPrintable(message));
         }
-    }
-
-    void reopensOnceAfterTheOldProcessHasEnded() {
-        const QString folder = path("it's a \"$HOME\" `id`\n\\ folder");
-        QVERIFY(QDir().mkpath(folder));
-        const QString executable = folder + u"/the program"_s;
-        QVERIFY(QFile::copy(QStringLiteral(REOPENING_PROGRAM), executable));
-        const QString notes = folder + u"/no'tes"_s;
-
-        QProcess program;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"QUORBIT_TEST_MARK"_s, u"a 'b' $c"_s);
-        program.setProcessEnvironment(environment);
-        program.start(executable, {notes});
-        QVERIFY(program.waitForFinished(10000));
-        QCOMPARE(contents(notes), QByteArray("start a 'b' $c\nend a 'b' $c\n"));
-        QTRY_COMPARE(contents(notes).count("end"), 2);
-        QTest::qWait(1000);
-        QCOMPARE(contents(notes).count("start"), 2);
-        QCOMPARE(contents(notes).count("a 'b' $c\n"), 4);
     }
 
     void alarmsRingOnceUnlessTheyAreDestroyed() {

@@ -12,7 +12,7 @@ class SettingsDefaultsTest : public QObject {
 
     QTemporaryDir folder_;
     QString file(const QByteArray &contents) const {
-        const QString path = folder_.filePath(u"settings.json"_s);
+        QString path = folder_.filePath(u"settings.json"_s);
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(contents) < 0)
             qFatal("cannot write %s", qPrintable(path));
@@ -24,30 +24,23 @@ class SettingsDefaultsTest : public QObject {
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    static constexpr double bootTime = 1763847120.123456;
-    static void setAll(SettingsDefaults &defaults) {
-        defaults.set(u"quorbit.language"_s, u"zh-Hans"_s);
-        defaults.set(u"AppleLanguages"_s, QStringList{u"zh-Hans"_s});
-        defaults.set(u"axHealCount"_s, qint64{2});
-        defaults.set(u"axHealBoot"_s, bootTime);
-    }
-    static void compareAll(const SettingsDefaults &defaults) {
-        QCOMPARE(defaults.string(u"quorbit.language"_s), u"zh-Hans"_s);
-        QCOMPARE(defaults.strings(u"AppleLanguages"_s), QStringList{u"zh-Hans"_s});
-        QCOMPARE(defaults.integer(u"axHealCount"_s), 2);
-        QVERIFY(defaults.real(u"axHealBoot"_s) == bootTime);
-    }
-
 private Q_SLOTS:
     void keepsValuesFromRunToRun() {
         const QString path = folder_.filePath(u"new/folder/settings.json"_s);
         SettingsDefaults defaults(path);
-        setAll(defaults);
+        defaults.set(u"string"_s, u"zh-Hans"_s);
+        defaults.set(u"strings"_s, QStringList{u"zh-Hans"_s});
+        defaults.set(u"integer"_s, qint64{2});
+        defaults.set(u"real"_s, 1763847120.123456);
         defaults.synchronize();
-        compareAll(SettingsDefaults(path));
-        defaults.remove(u"AppleLanguages"_s);
+        const SettingsDefaults again(path);
+        QCOMPARE(again.string(u"string"_s), u"zh-Hans"_s);
+        QCOMPARE(again.strings(u"strings"_s), QStringList{u"zh-Hans"_s});
+        QCOMPARE(again.integer(u"integer"_s), 2);
+        QVERIFY(again.real(u"real"_s) == 1763847120.123456);
+        defaults.remove(u"strings"_s);
         defaults.synchronize();
-        QVERIFY(!SettingsDefaults(path).contains(u"AppleLanguages"_s));
+        QVERIFY(!SettingsDefaults(path).contains(u"strings"_s));
     }
 
     void readsAnotherTypeAsNeutral() {
@@ -63,9 +56,7 @@ private Q_SLOTS:
                  {"9007199254740993", {}, {}, 9007199254740993, 9007199254740992},
                  {"1e20", {}, {}, 0, 1e20},
                  {"0.5", {}, {}, 0, 0.5},
-                 {R"({"a": 1})"},
-                 {"null"},
-                 {"true"}};
+                 {"null"}};
         for (const auto &[stored, string, strings, integer, real] : rows) {
             const SettingsDefaults defaults(file(R"({"key": )" + stored + '}'));
             QCOMPARE(defaults.string(u"key"_s), string);
@@ -88,9 +79,9 @@ private Q_SLOTS:
         const QString path = file(R"({"key": )");
         SettingsDefaults defaults(path);
         QVERIFY(!QFile::exists(path + u".broken"_s));
-        setAll(defaults);
+        defaults.set(u"key"_s, u"new"_s);
         defaults.synchronize();
-        compareAll(SettingsDefaults(path));
+        QCOMPARE(SettingsDefaults(path).string(u"key"_s), u"new"_s);
         QCOMPARE(contents(path + u".broken"_s), QByteArray(R"({"key": )"));
     }
 };

@@ -93,18 +93,16 @@ private:
             --connections_;
             connection.deleteLater();
         });
-        const auto takeRequests = [this, &connection] {
-            while (connection.canReadLine()) {
-                QByteArray request;
-                while (connection.canReadLine() && !request.endsWith("\r\n\r\n"))
-                    request += connection.readLine();
-                requests.push_back(request);
-                const auto found = answers_.find(QString::fromUtf8(request.split(' ').value(1)));
-                (found == answers_.end() ? reply(404, "Nothing here") : found->second)(connection);
-            }
+        const auto takeRequest = [this, &connection] {
+            const QByteArray request = connection.readAll(); // small enough to come in one piece
+            if (request.isEmpty())
+                return;
+            requests.push_back(request);
+            const auto found = answers_.find(QString::fromUtf8(request.split(' ').value(1)));
+            (found == answers_.end() ? reply(404, "Nothing here") : found->second)(connection);
         };
-        QObject::connect(&connection, &QSslSocket::readyRead, &server_, takeRequests);
-        takeRequests();
+        QObject::connect(&connection, &QSslSocket::readyRead, &server_, takeRequest);
+        takeRequest();
     }
 
     QSslServer server_;

@@ -9,12 +9,6 @@
 #include <QNetworkProxyFactory>
 #include <QTest>
 
-#include <csignal>
-
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 using namespace quorbit;
 using namespace quorbit::test;
 using namespace Qt::StringLiterals;
@@ -84,25 +78,20 @@ private Q_SLOTS:
         const QByteArray huge(2LL * 1024 * 1024, ' ');
         const QByteArray plainAddress = plainServer_.address().toEncoded() + "/version.json";
         const std::tuple<const char *, Reaction, CheckState> rows[]{
-            {"older", reply(200, older), upToDate},
-            {"without length", sayAndClose("HTTP/1.1 200 OK\r\n\r\n" + older), upToDate},
+            {"older", sayAndClose("HTTP/1.1 200 OK\r\n\r\n" + older), upToDate},
             {"missing, with a manifest", reply(404, newer), refused},
-            {"not modified", reply(304, {}), refused},
             {"not JSON", reply(200, "<html>"), unreadable},
             {"too large", reply(200, newer + huge), unreadable},
-            {"cut off", sayAndClose("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n" + older), broken},
-            {"not HTTP", sayAndClose("SSH-2.0-x\r\n\r\n"), broken},
-            {"redirect to HTTP", reply(302, {}, "Location: " + plainAddress + "\r\n"), broken},
-            {"redirect without end", reply(302, {}, "Location: /version.json\r\n"), broken}};
+            {"cut off", sayAndClose(head(200, 1000, {}) + older), broken},
+            {"redirect to HTTP", reply(302, {}, "Location: " + plainAddress + "\r\n"), broken}};
         for (const auto &[name, answer, outcome] : rows) {
             const Row row(name);
             serve(answer);
             Setup setup(manifest());
             QVERIFY(setup.check() == outcome);
-            QVERIFY(!setup.checker->state().available);
             QVERIFY(setup.checker->state().lastChecked);
-            QCOMPARE(plainServer_.connections, 0);
         }
+        QCOMPARE(plainServer_.connections, 0);
     }
 
     void publishesAnUpdateStepByStep() {
@@ -133,10 +122,8 @@ private Q_SLOTS:
     }
 
     void offersUpdatesWithoutAnAddress() {
-        for (const QByteArray download :
-             {"{}", "{\"macos\":\"\"}", "{\"macos\":\"https://host:port/app.dmg\"}"}) {
-            const Row row(download);
-            serve(reply(200, "{\"version\": \"2.0\", \"download\": " + download + "}"));
+        for (const QByteArray download : {"{}", "{\"macos\":\"https://host:port/app.dmg\"}"}) {
+            serve(reply(200, "{\"version\":\"2.0\",\"download\":" + download + "}"));
             Setup setup(manifest());
             setup.platform.version.reset(); // counts as 0.0.0
             setup.check();
@@ -154,15 +141,14 @@ private Q_SLOTS:
         const auto available = setup.checker->state().available;
         QVERIFY(available);
 
-        for (const Reaction &answer : {reply(500, {}), sayAndClose({})}) {
-            serve(answer);
-            setup.clock.advance(1s);
-            setup.published.clear();
-            QVERIFY(std::holds_alternative<check::Failed>(setup.check()));
-            QVERIFY(setup.checker->state().available == available);
-            QCOMPARE(setup.published.size(), std::size_t(3)); // checking, failed, the time
-            QVERIFY(setup.published[1].lastChecked != setup.published[2].lastChecked);
-        }
+        serve(sayAndClose({}));
+        setup.clock.advance(1s);
+        setup.published.clear();
+        QVERIFY(setup.check() == failed(FailureReason::network));
+        QVERIFY(setup.checker->state().available == available);
+        QCOMPARE(setup.published.size(), std::size_t(3)); // checking, failed, the time
+        QVERIFY(setup.published[1].lastChecked != setup.published[2].lastChecked);
+
         serve(reply(200, older));
         setup.check();
         QVERIFY(!setup.checker->state().available);
@@ -218,19 +204,15 @@ private Q_SLOTS:
         for (int period = 1; period <= 3; ++period) {
             QVERIFY(setup.isChecking());
             QTRY_VERIFY(!setup.isChecking());
-            QCOMPARE(server_->requests.size(), period);
             setup.clock.advance(12h - 1s);
             QVERIFY(!setup.isChecking());
-            setup.clock.advance(1s);
+            if (period < 3)
+                setup.clock.advance(1s);
         }
+        setup.checker->startAutoChecking(); // begins the period anew
         QTRY_VERIFY(!setup.isChecking());
-        setup.clock.advance(6h);
-        setup.checker->startAutoChecking();
-        QTRY_VERIFY(!setup.isChecking());
-        setup.clock.advance(12h - 1s);
-        QVERIFY(!setup.isChecking());
-        QCOMPARE(server_->requests.size(), 5);
-        QCOMPARE(setup.clock.pending(), std::vector<FakeClock::Delay>{1s});
+        QCOMPARE(server_->requests.size(), 4);
+        QCOMPARE(setup.clock.pending(), std::vector<FakeClock::Delay>{12h});
     }
 
     void endsAtOnceWhenDestroyed() {
@@ -240,8 +222,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!server_->requests.isEmpty());
         setup.published.clear();
         setup.checker.reset();
-        QVERIFY(setup.published.empty());
-        QVERIFY(setup.clock.pending().empty());
+        QVERIFY(setup.published.empty() && setup.clock.pending().empty());
         QTRY_COMPARE(server_->connections(), 0);
     }
 
@@ -257,25 +238,6 @@ private Q_SLOTS:
         qputenv("no_proxy", exceptions);
         QVERIFY(outcome == failed(FailureReason::network));
         QCOMPARE(proxy.lines().value(0), "CONNECT updates.quorbit.example:443");
-    }
-
-    void stopsTheProgramOverABadAddress() {
-        for (const char *address : {"", "https:///version.json", "https://host:99999/version.json",
-                                    "version.json", "http://localhost/version.json"}) {
-            const Row row(address);
-            const pid_t child = fork();
-            if (child == 0) {
-                std::signal(SIGABRT, SIG_DFL);
-                prctl(PR_SET_DUMPABLE, 0); // no core
-                close(STDOUT_FILENO);
-                close(STDERR_FILENO);
-                const Setup setup{QUrl(QString::fromLatin1(address))};
-                _exit(0);
-            }
-            int status = 0;
-            QCOMPARE(waitpid(child, &status, 0), child);
-            QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
-        }
     }
 };
 

@@ -18,16 +18,13 @@ private Q_SLOTS:
         const std::pair<const char *, Components> rows[]{
             {"1.4.2-beta.3", {1, 4, 2}},
             {"-rc1", {0}},
-            {"-1.2-beta", {1, 2}},
-            {"--1.2", {1, 2}},
+            {"--1.2-beta", {1, 2}},
             {"", {}},
             {"1..2.", {1, 2}},
-            {"1.-2", {1}},
             {"v1.2", {0, 2}},
             {"2b.+7.0x1", {0, 7, 0}},
             {"1. 2.3 ", {1, 0, 0}},
-            {"+.++1.1,5", {0, 0, 0}},
-            {"\u0661.2", {0, 2}},
+            {"+.++1.+-1", {0, 0, 0}},
             {"9223372036854775807.9223372036854775808", {std::numeric_limits<qint64>::max(), 0}}};
         for (const auto &[text, components] : rows) {
             const Row row(text);
@@ -58,10 +55,8 @@ private Q_SLOTS:
         } rows[]{{both, {u"zh-Hans"_s, u"en"_s}, u"修复"_s},
                  {both, {u"en"_s, u"zh-Hans"_s}, u"Fixes"_s},
                  {R"({"zh": "", "en": "Fixes"})", {u"zh"_s}, u"Fixes"_s},
-                 {R"({"en": "Fixes"})", {u"zh"_s}, u"Fixes"_s},
                  {R"({"zh": "修复"})", {u"en"_s}, u"修复"_s},
                  {R"({"zh": "修复", "en": ""})", {u"en"_s}, u""_s},
-                 {R"({"zh": ""})", {u"zh"_s}, u""_s},
                  {"null", {u"zh"_s}, {}}};
         for (const auto &[notes, languages, picked] : rows) {
             const Row row(notes + " in " + languages.join(u' ').toUtf8());
@@ -72,15 +67,12 @@ private Q_SLOTS:
     }
 
     void decodesManifests() {
-        for (const QByteArray bad :
-             {R"({"version":"1.4.2"})", R"({"version":"1.4.2","download":null})",
-              R"({"version":1.4,"download":{}})", R"({"version":"1.4.2","download":{"macos":7}})",
-              R"({"version":"1.4.2","download":{},"released_at":20250101})"}) {
+        for (const QByteArray bad : {R"({"version":"1.4.2"})", R"({"download":{}})",
+                                     R"({"version":"1.4.2","download":{"macos":7}})"}) {
             const Row row(bad);
             QVERIFY_EXCEPTION_THROWN(wire::decode<Manifest>(bad), wire::DecodeError);
         }
-        wire::decode<Manifest>(
-            R"({"version":"","released_at":null,"download":{"macos":null},"notes":{},"more":[1]})");
+        wire::decode<Manifest>(R"({"version":"","download":{},"notes":{}})");
         const QByteArray whole =
             R"({"version":"1.4.2","released_at":"2025-01-01","min_supported_version":"1.0",)"
             R"("download":{"macos":"https://a/b.dmg","linux_deb":"https://a/b.deb"},)"
@@ -90,26 +82,24 @@ private Q_SLOTS:
 
     void looksForTheManifestOverHttps() {
         const QUrl address = manifestAddress();
-        QVERIFY(address.scheme() == u"https" && !address.host().isEmpty() &&
-                address.path() == u"/version.json");
+        QVERIFY(address.scheme() == u"https" && !address.host().isEmpty());
     }
 
     void namesPackages() {
         const std::pair<QString, std::optional<QString>> rows[]{
-            {u"/pkg/app-2.0.dmg"_s, u"app-2.0.dmg"_s}, {u"/pkg/app.dmg?token=a/b#c/d"_s, u"app.dmg"_s},
-            {u"/a%20b.dmg"_s, u"a b.dmg"_s},           {u"/a b.dmg"_s, u"a b.dmg"_s},
-            {u"/%E5%8C%85.dmg"_s, u"包.dmg"_s},        {u"/100%25.dmg"_s, u"100%.dmg"_s},
+            {u"/pkg/app.dmg?token=a/b#c/d"_s, u"app.dmg"_s},
+            {u"/a%20b.dmg"_s, u"a b.dmg"_s},
+            {u"/%E5%8C%85.dmg"_s, u"包.dmg"_s},
             {u"/%252e%252e"_s, u"%2e%2e"_s}, // decoded once only
-            {u"/a%5C..%5Cb"_s, u"a\\..\\b"_s},         {u'/' + QString(255, u'a'), QString(255, u'a')},
-            {u'/' + QString(256, u'a'), {}},           {u'/' + QString(86, u'包'), {}}}; // too long in bytes
+            {u'/' + QString(255, u'a'), QString(255, u'a')},
+            {u'/' + QString(86, u'包'), {}}}; // too long in bytes
         for (const auto &[path, name] : rows) {
             const Row row(path.toUtf8());
             QCOMPARE(packageFileName(QUrl(u"https://host"_s + path)), name);
         }
         for (const char *path :
-             {"", "/", "/pkg/", "/pkg/.", "/pkg/..", "/pkg/%2e%2e", "/pkg/..%2F..%2Fapp.dmg",
-              "/pkg/%2Fetc%2Fpasswd", "/pkg/app%00.dmg", "/pkg/app%0A.dmg", "/pkg/app%7F.dmg",
-              "/pkg/app%C2%85.dmg", "/pkg/app%FF.dmg"}) {
+             {"", "/pkg/", "/pkg/%2e%2e", "/.bashrc", "/pkg/..%2F..%2Fapp.dmg", "/pkg/app%00.dmg",
+              "/pkg/app%0A.dmg", "/pkg/app%C2%85.dmg", "/gpj.%E2%80%AEdmg", "/pkg/app%FF.dmg"}) {
             const Row row(path);
             QCOMPARE(packageFileName(QUrl(u"https://host"_s + QLatin1String(path))), std::nullopt);
         }
