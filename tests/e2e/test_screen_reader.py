@@ -4,7 +4,7 @@ import re
 import time
 import unittest
 
-from desktop import Atspi, Desk, press, states, stays, wait_for
+from desktop import Atspi, Desk, keys, press, states, stays, wait_for
 from reader import Announcements, faults, screen
 
 RETURN = 0xFF0D
@@ -97,6 +97,8 @@ class Use(Desk):
             return "enabled" in states(find("push button", "Pair"))
 
         entry, devices = history()[1], len(ask("/api/devices"))
+        sharing, swapping = settings("kvm_enabled"), settings("kvm_swap_modifiers")
+        right = settings("kvm_layout")["77aa01fe"]["x"]
         # tab, control, what is done, what then is
         steps = [
             (None, "check box", "Pause syncing", "Toggle", lambda: ask("/api/status")["paused"]),
@@ -111,9 +113,14 @@ class Use(Desk):
             ("Sync", "list item", "3 files, Studio Mac", "Press", lambda: history()[0] == 10),
             ("Sync", "push button", "Clear", "Press", lambda: history() == []),
             ("Overview", "text", "Device name", "书房 & desk", lambda: settings("device_name") == "书房 & desk"),
+            ("KVM", "check box", "Share keyboard and mouse", "Toggle", lambda: settings("kvm_enabled") != sharing),
+            ("KVM", "check box", "Swap ⌘ and Ctrl", "Toggle", lambda: settings("kvm_swap_modifiers") != swapping),
+            ("KVM", "combo box", "Switch delay", "500 ms", lambda: settings("kvm_switch_delay_ms") == 500),
             ("KVM", "combo box", "Dead corners", "64 px", lambda: settings("kvm_corner_size") == 64),
+            ("KVM", "combo box", "Pointer speed", "3.0×", lambda: settings("kvm_sensitivity") == 3),
             ("KVM", "push button", OFFICE, "Press", lambda: settings("kvm_master_id") == "77aa01fe"),
             ("KVM", "push button", OFFICE, "SetFocus", lambda: "selected" in states(find("push button", OFFICE))),
+            (None, "push button", OFFICE, "Right", lambda: settings("kvm_layout")["77aa01fe"]["x"] == right + 100),
             ("Devices", "push button", "Remove, Office Linux", "Press", lambda: find("alert")),
             (None, "push button", "Cancel", "Press", lambda: not find("alert")),
             ("Devices", "push button", "Remove, Office Linux", "Press", lambda: find("alert")),
@@ -151,6 +158,8 @@ class Use(Desk):
             press(found)
             self.app.press("menu item", action)
             wait_for("its value", lambda: Atspi.Text.get_text(found, 0, -1) == action)
+        elif action == "Right":
+            keys(action)
         elif isinstance(action, int):
             Atspi.Value.set_current_value(found, action)
         elif action:
