@@ -20,7 +20,8 @@ using InfoRow = MenuBarModel::InfoRow;
 
 constexpr std::size_t shownHistoryEntries = 8;
 
-/// Many times what anybody has; a service gone wrong may tell of any number.
+/// Many times what anybody has; a service gone wrong may tell of any number. Fewer than the rows of a list,
+/// which the rows that follow the peers have to fit in.
 constexpr std::size_t mostPeers = 100;
 
 MenuBarModel::StatusDot statusDot(const ServiceState &service) {
