@@ -1,5 +1,5 @@
 #include "Timing.h"
-#include "settings/SyncModel.h"
+#include "settings/sync/SyncModel.h"
 
 #include <array>
 #include <cstdio>

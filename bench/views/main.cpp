@@ -1,9 +1,9 @@
 #include "Timing.h"
 #include "daemon/Fixture.h"
 #include "settings/CanvasWindow.h"
-#include "settings/HistoryList.h"
-#include "settings/SyncTab.h"
 #include "settings/TabStates.h"
+#include "settings/sync/HistoryList.h"
+#include "settings/sync/SyncTab.h"
 #include "support/TestWorld.h"
 
 #include <QLineEdit>

@@ -1,18 +1,18 @@
 #include "app/QuorbitApp.h"
 
 #include "app/Localization.h"
-#include "app/PanelWindow.h"
-#include "app/QuitSignals.h"
 #include "app/Relaunch.h"
-#include "app/SettingsWindow.h"
-#include "app/TerminationHook.h"
-#include "app/TrayIcon.h"
+#include "app/windows/PanelWindow.h"
+#include "app/windows/SettingsWindow.h"
+#include "app/windows/TrayIcon.h"
 #include "menubar/MenuBarView.h"
-#include "platform/linux/X11.h"
+#include "platform/linux/desktop/X11.h"
+#include "platform/linux/process/QuitSignals.h"
+#include "platform/linux/process/TerminationHook.h"
 #include "settings/SettingsView.h"
-#include "ui/ControlStyle.h"
-#include "ui/TextStyle.h"
-#include "ui/Theme.h"
+#include "ui/look/ControlStyle.h"
+#include "ui/look/TextStyle.h"
+#include "ui/look/Theme.h"
 
 #include <QApplication>
 #include <QLocale>

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "app/SingleInstance.h"
 #include "platform/Clock.h"
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
-#include "platform/linux/DesktopAppearance.h"
-#include "settings/TimeFormats.h"
+#include "platform/linux/desktop/DesktopAppearance.h"
+#include "platform/linux/process/SingleInstance.h"
+#include "wording/TimeFormats.h"
 
 #include <QFont>
 #include <QObject>

@@ -1,9 +1,9 @@
 #include "app/QuorbitApp.h"
+#include "platform/SettingsDefaults.h"
+#include "platform/SystemClock.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/SessionBus.h"
-#include "platform/linux/SettingsDefaults.h"
-#include "platform/linux/SystemClock.h"
-#include "platform/linux/X11.h"
+#include "platform/linux/desktop/SessionBus.h"
+#include "platform/linux/desktop/X11.h"
 #include "update/ManifestAddress.h"
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 
 #include "async/TransportError.h"
 #include "daemon/ConnectionFiles.h"
-#include "http/HttpConnections.h"
+#include "daemon/http/HttpConnections.h"
 #include "wire/Wire.h"
 
 #include <QByteArray>

@@ -1,7 +1,7 @@
 #include "menubar/FooterRow.h"
 
 #include "menubar/PanelMetrics.h"
-#include "ui/TextLabel.h"
+#include "ui/text/TextLabel.h"
 
 #include <QHBoxLayout>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/HoverRow.h"
+#include "ui/controls/HoverRow.h"
 
 #include <QKeySequence>
 

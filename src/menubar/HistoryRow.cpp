@@ -1,8 +1,8 @@
 #include "menubar/HistoryRow.h"
 
 #include "menubar/PanelMetrics.h"
-#include "ui/SymbolLabel.h"
-#include "ui/TextLabel.h"
+#include "ui/text/SymbolLabel.h"
+#include "ui/text/TextLabel.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "menubar/MenuBarModel.h"
-#include "ui/HoverRow.h"
+#include "ui/controls/HoverRow.h"
 
 namespace quorbit {
 

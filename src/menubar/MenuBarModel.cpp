@@ -1,7 +1,7 @@
 #include "menubar/MenuBarModel.h"
 
-#include "daemon/HistoryKind.h"
-#include "ui/DisplayLine.h"
+#include "wording/DisplayLine.h"
+#include "wording/HistoryKind.h"
 
 #include <QCoreApplication>
 

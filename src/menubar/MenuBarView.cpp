@@ -5,10 +5,10 @@
 #include "menubar/MenuRow.h"
 #include "menubar/PanelHeader.h"
 #include "menubar/PanelMetrics.h"
-#include "ui/Divider.h"
-#include "ui/Switch.h"
-#include "ui/SymbolLabel.h"
-#include "ui/TextLabel.h"
+#include "ui/controls/Switch.h"
+#include "ui/text/Divider.h"
+#include "ui/text/SymbolLabel.h"
+#include "ui/text/TextLabel.h"
 
 #include <QAbstractButton>
 #include <QCoreApplication>

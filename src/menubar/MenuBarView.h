@@ -1,8 +1,8 @@
 #pragma once
 
 #include "menubar/MenuBarModel.h"
-#include "ui/Accessibility.h"
-#include "ui/RowList.h"
+#include "ui/access/Accessibility.h"
+#include "ui/form/RowList.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "menubar/MenuBarModel.h"
-#include "ui/Accessibility.h"
+#include "ui/access/Accessibility.h"
 
 #include <QWidget>
 

@@ -2,8 +2,8 @@
 
 #include "menubar/PanelMetrics.h"
 #include "menubar/UpdateBadge.h"
-#include "ui/SymbolLabel.h"
-#include "ui/TextLabel.h"
+#include "ui/text/SymbolLabel.h"
+#include "ui/text/TextLabel.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #include "menubar/PanelMetrics.h"
 
-#include "ui/SymbolLabel.h"
-#include "ui/TextLabel.h"
+#include "ui/text/SymbolLabel.h"
+#include "ui/text/TextLabel.h"
 
 #include <QHBoxLayout>
 

@@ -1,8 +1,8 @@
 #include "menubar/UpdateBadge.h"
 
-#include "ui/FocusRing.h"
-#include "ui/Theme.h"
-#include "ui/ToolTip.h"
+#include "ui/access/FocusRing.h"
+#include "ui/look/Theme.h"
+#include "ui/look/ToolTip.h"
 
 #include <QCoreApplication>
 #include <QHelpEvent>

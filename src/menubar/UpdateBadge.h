@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Accessibility.h"
+#include "ui/access/Accessibility.h"
 
 #include <QAbstractButton>
 

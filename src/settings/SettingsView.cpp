@@ -1,10 +1,10 @@
 #include "settings/SettingsView.h"
 
 #include "daemon/Daemon.h"
-#include "settings/DevicesTab.h"
-#include "settings/OverviewTab.h"
-#include "settings/SyncTab.h"
-#include "ui/TabBar.h"
+#include "settings/devices/DevicesTab.h"
+#include "settings/overview/OverviewTab.h"
+#include "settings/sync/SyncTab.h"
+#include "ui/controls/TabBar.h"
 #include "update/UpdateChecker.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "settings/AboutTab.h"
-#include "settings/KvmTab.h"
+#include "settings/about/AboutTab.h"
+#include "settings/kvm/KvmTab.h"
 
 #include <QTimer>
 #include <QWidget>

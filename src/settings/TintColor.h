@@ -1,7 +1,7 @@
 #pragma once
 
 #include "settings/Tint.h"
-#include "ui/Theme.h"
+#include "ui/look/Theme.h"
 
 namespace quorbit {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "async/Http.h"
+#include "update/ReplyReceiver.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>

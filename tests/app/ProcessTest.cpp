@@ -1,6 +1,6 @@
 // One instance a user, and a clean end: watched from outside, on processes of their own.
 
-#include "app/SingleInstance.h"
+#include "platform/linux/process/SingleInstance.h"
 
 #include <QDir>
 #include <QElapsedTimer>

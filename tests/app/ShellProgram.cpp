@@ -1,10 +1,10 @@
 // The parts of the application shell that only a process of its own can show. It prints what happens to it, a
 // line each: shell_program FOLDER PATIENCE [hang|slow].
 
-#include "app/QuitSignals.h"
 #include "app/Relaunch.h"
-#include "app/SingleInstance.h"
-#include "app/TerminationHook.h"
+#include "platform/linux/process/QuitSignals.h"
+#include "platform/linux/process/SingleInstance.h"
+#include "platform/linux/process/TerminationHook.h"
 
 #include <QCoreApplication>
 

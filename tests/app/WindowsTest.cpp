@@ -1,6 +1,6 @@
-#include "app/PanelPlacement.h"
-#include "app/PanelWindow.h"
-#include "app/SettingsWindow.h"
+#include "app/windows/PanelPlacement.h"
+#include "app/windows/PanelWindow.h"
+#include "app/windows/SettingsWindow.h"
 
 #include <QScreen>
 #include <QSignalSpy>

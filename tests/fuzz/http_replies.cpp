@@ -1,7 +1,7 @@
 #include "Property.h"
 
 #include "async/TransportError.h"
-#include "http/HttpReplyParser.h"
+#include "daemon/http/HttpReplyParser.h"
 
 #include <algorithm>
 #include <optional>

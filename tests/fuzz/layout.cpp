@@ -1,7 +1,7 @@
 #include "Property.h"
 
-#include "settings/ScreenLayout.h"
-#include "settings/ScreenRelations.h"
+#include "settings/canvas/ScreenLayout.h"
+#include "settings/canvas/ScreenRelations.h"
 
 #include <algorithm>
 #include <cmath>

@@ -4,8 +4,8 @@
 #include "menubar/PanelStates.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
-#include "ui/Switch.h"
-#include "ui/TextLabel.h"
+#include "ui/controls/Switch.h"
+#include "ui/text/TextLabel.h"
 
 #include <QSignalSpy>
 

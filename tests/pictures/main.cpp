@@ -2,10 +2,10 @@
 // pictures --out DIR leaves pictures of them instead, light and dark and at two scales.
 
 #include "pictures/Picture.h"
-#include "settings/TimeFormats.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
-#include "ui/ControlStyle.h"
+#include "ui/look/ControlStyle.h"
+#include "wording/TimeFormats.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>

@@ -2,13 +2,13 @@
 #include "menubar/MenuBarView.h"
 #include "menubar/PanelStates.h"
 #include "pictures/Picture.h"
-#include "settings/AboutTab.h"
-#include "settings/DevicesTab.h"
-#include "settings/KvmTab.h"
-#include "settings/PairSheetView.h"
 #include "settings/SettingsView.h"
 #include "settings/TabStates.h"
-#include "ui/Button.h"
+#include "settings/about/AboutTab.h"
+#include "settings/devices/DevicesTab.h"
+#include "settings/kvm/KvmTab.h"
+#include "settings/pairing/PairSheetView.h"
+#include "ui/controls/Button.h"
 #include "update/UpdateChecker.h"
 
 namespace quorbit {

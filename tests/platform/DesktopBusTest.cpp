@@ -1,7 +1,7 @@
 // What is heard over the session bus from a desktop that comes late or not at all.
 
-#include "platform/linux/SessionBus.h"
-#include "platform/linux/TrayHosts.h"
+#include "platform/linux/desktop/SessionBus.h"
+#include "platform/linux/desktop/TrayHosts.h"
 
 #include <QDBusConnection>
 #include <QLocalServer>

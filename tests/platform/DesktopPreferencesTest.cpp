@@ -1,6 +1,6 @@
 // What the portal's settings and the GTK settings files say together, and that the files are followed.
 
-#include "platform/linux/DesktopPreferences.h"
+#include "platform/linux/desktop/DesktopPreferences.h"
 #include "support/Row.h"
 
 #include <QDir>

@@ -1,5 +1,5 @@
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/SystemClock.h"
+#include "platform/SystemClock.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "platform/linux/SettingsDefaults.h"
+#include "platform/SettingsDefaults.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "settings/CanvasArea.h"
-#include "settings/ScreenLayoutCanvas.h"
+#include "settings/canvas/CanvasArea.h"
+#include "settings/canvas/ScreenLayoutCanvas.h"
 
 #include <QApplication>
 #include <QLineEdit>

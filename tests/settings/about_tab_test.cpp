@@ -1,14 +1,14 @@
-#include "settings/AboutTab.h"
-#include "settings/TimeFormats.h"
+#include "settings/about/AboutTab.h"
 #include "support/FakeClock.h"
 #include "support/FakePlatform.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
-#include "ui/Button.h"
-#include "ui/MenuPicker.h"
+#include "ui/controls/Button.h"
+#include "ui/controls/MenuPicker.h"
 #include "update/HttpsServer.h"
 #include "update/TestAuthority.h"
 #include "update/UpdateChecker.h"
+#include "wording/TimeFormats.h"
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;

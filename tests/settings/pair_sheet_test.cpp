@@ -1,4 +1,4 @@
-#include "settings/PairSheet.h"
+#include "settings/pairing/PairSheet.h"
 
 #include <QTest>
 

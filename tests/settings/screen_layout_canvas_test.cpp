@@ -1,8 +1,8 @@
 #include "settings/CanvasWindow.h"
-#include "settings/CardPainter.h"
+#include "settings/canvas/CardPainter.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
-#include "ui/ControlStyle.h"
+#include "ui/look/ControlStyle.h"
 
 #include <QPainter>
 

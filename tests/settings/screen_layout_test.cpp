@@ -1,6 +1,6 @@
-#include "settings/CanvasModel.h"
-#include "settings/ScreenLayout.h"
-#include "settings/ScreenRelations.h"
+#include "settings/canvas/CanvasModel.h"
+#include "settings/canvas/ScreenLayout.h"
+#include "settings/canvas/ScreenRelations.h"
 
 #include <QTest>
 

@@ -1,9 +1,9 @@
-#include "settings/AboutModel.h"
-#include "settings/DevicesModel.h"
-#include "settings/KvmModel.h"
-#include "settings/OverviewModel.h"
-#include "settings/SyncModel.h"
-#include "settings/TimeFormats.h"
+#include "settings/about/AboutModel.h"
+#include "settings/devices/DevicesModel.h"
+#include "settings/kvm/KvmModel.h"
+#include "settings/overview/OverviewModel.h"
+#include "settings/sync/SyncModel.h"
+#include "wording/TimeFormats.h"
 
 #include <QTest>
 #include <QTranslator>

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "app/PanelWindow.h"
-#include "app/SettingsWindow.h"
+#include "app/windows/PanelWindow.h"
+#include "app/windows/SettingsWindow.h"
 #include "daemon/Fixture.h"
 #include "menubar/MenuBarView.h"
-#include "settings/DeviceRow.h"
 #include "settings/SettingsView.h"
-#include "settings/TimeFormats.h"
-#include "ui/Alert.h"
-#include "ui/Button.h"
-#include "ui/Sheet.h"
-#include "ui/Switch.h"
+#include "settings/devices/DeviceRow.h"
+#include "ui/controls/Button.h"
+#include "ui/controls/Switch.h"
+#include "ui/overlay/Alert.h"
+#include "ui/overlay/Sheet.h"
 #include "update/UpdateChecker.h"
+#include "wording/TimeFormats.h"
 
 #include <QTimer>
 

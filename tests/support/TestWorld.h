@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/ControlStyle.h"
-#include "ui/Theme.h"
+#include "ui/look/ControlStyle.h"
+#include "ui/look/Theme.h"
 
 #include <QApplication>
 #include <QLatin1String>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/Accessibility.h"
-#include "ui/TextLabel.h"
+#include "ui/access/Accessibility.h"
+#include "ui/text/TextLabel.h"
 
 #include <QAccessible>
 #include <QApplication>

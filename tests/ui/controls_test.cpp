@@ -1,20 +1,19 @@
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
-#include "ui/Alert.h"
-#include "ui/Button.h"
-#include "ui/Card.h"
-#include "ui/ControlStyle.h"
-#include "ui/FocusRing.h"
-#include "ui/FormRow.h"
-#include "ui/FormSection.h"
-#include "ui/MenuPicker.h"
-#include "ui/SelectableText.h"
-#include "ui/Sheet.h"
-#include "ui/Spring.h"
-#include "ui/Stepper.h"
-#include "ui/Switch.h"
-#include "ui/SymbolLabel.h"
-#include "ui/TextField.h"
+#include "ui/access/FocusRing.h"
+#include "ui/controls/Button.h"
+#include "ui/controls/MenuPicker.h"
+#include "ui/controls/Stepper.h"
+#include "ui/controls/Switch.h"
+#include "ui/form/Card.h"
+#include "ui/form/FormRow.h"
+#include "ui/form/FormSection.h"
+#include "ui/look/ControlStyle.h"
+#include "ui/overlay/Alert.h"
+#include "ui/overlay/Sheet.h"
+#include "ui/text/SelectableText.h"
+#include "ui/text/SymbolLabel.h"
+#include "ui/text/TextField.h"
 
 #include <QMenu>
 #include <QSignalSpy>
@@ -261,24 +260,6 @@ private Q_SLOTS:
             QVERIFY(ink({width, height}) > 0);
             QCOMPARE(ink({width, height}), ink({width, height * 2}));
         }
-    }
-
-    void aSpringOvershootsALittleAndRests() {
-        Spring spring(0.3, 0.8);
-        spring.setTarget(1);
-        spring.advance(0.1);
-        const double onTheWay = spring.value();
-        spring.setTarget(0); // turns round without a jump
-        QCOMPARE(spring.value(), onTheWay);
-        spring.setTarget(1);
-        double most = 0;
-        for (int frame = 0; frame < 30; ++frame) {
-            spring.advance(0.01);
-            most = std::max(most, spring.value());
-        }
-        QVERIFY(onTheWay > 0.4 && onTheWay < 0.8 && most > 1.01 && most < 1.02);
-        spring.advance(10);
-        QVERIFY(spring.isAtRest() && spring.value() == 1);
     }
 };
 

@@ -1,6 +1,6 @@
-#include "ui/Symbol.h"
-#include "ui/TextStyle.h"
-#include "ui/Theme.h"
+#include "ui/look/Symbol.h"
+#include "ui/look/TextStyle.h"
+#include "ui/look/Theme.h"
 
 #include <QImage>
 #include <QPainter>

@@ -1,8 +1,8 @@
 #include "platform/linux/LinuxPlatform.h"
 
-#include "platform/linux/AccessibilitySettings.h"
-#include "platform/linux/Child.h"
-#include "platform/linux/X11.h"
+#include "platform/linux/desktop/AccessibilitySettings.h"
+#include "platform/linux/desktop/X11.h"
+#include "platform/linux/process/Child.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

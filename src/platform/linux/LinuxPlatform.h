@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
-#include "platform/linux/Spawn.h"
+#include "platform/linux/process/Spawn.h"
 
 #include <QObject>
 

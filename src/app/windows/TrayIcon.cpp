@@ -1,0 +1,66 @@
+#include "app/windows/TrayIcon.h"
+
+#include "platform/linux/desktop/TrayHosts.h"
+#include "ui/look/Symbol.h"
+
+#include <QMenu>
+#include <QSystemTrayIcon>
+
+namespace quorbit {
+
+TrayIcon::TrayIcon(QObject *parent) : QObject(parent), hosts_(new TrayHosts(this)) {
+    connect(hosts_, &TrayHosts::available, this, &TrayIcon::show);
+}
+
+TrayIcon::~TrayIcon() = default;
+
+void TrayIcon::start() {
+    hosts_->start();
+}
+
+bool TrayIcon::isShown() const {
+    return icon_ && hosts_->isAvailable();
+}
+
+void TrayIcon::show() {
+    makeMenu();
+    icon_ = new QSystemTrayIcon(outlinedSymbolIcon(QStringLiteral("cursorarrow.and.square.on.square.dashed")),
+                                this);
+    icon_->setToolTip(qtTrId("common.app_name"));
+    icon_->setContextMenu(menu_.get());
+    connect(icon_, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        // An X11 tray reports the second of two quick clicks as a double click, and only so.
+        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+            Q_EMIT clicked();
+    });
+    icon_->show();
+    Q_EMIT shown();
+}
+
+void TrayIcon::makeMenu() {
+    menu_ = std::make_unique<QMenu>();
+    connect(menu_->addAction(qtTrId("common.app_name")), &QAction::triggered, this, &TrayIcon::openRequested);
+    pause_ = menu_->addAction(qtTrId("menu.pause_sync"));
+    pause_->setCheckable(true);
+    pause_->setChecked(paused_);
+    connect(pause_, &QAction::triggered, this, [this](bool pause) {
+        pause_->setChecked(paused_);
+        Q_EMIT pauseRequested(pause);
+    });
+    menu_->addSeparator();
+    connect(menu_->addAction(qtTrId("menu.settings")), &QAction::triggered, this,
+            &TrayIcon::settingsRequested);
+    connect(menu_->addAction(qtTrId("menu.quit")), &QAction::triggered, this, &TrayIcon::quitRequested);
+}
+
+QRect TrayIcon::geometry() const {
+    return icon_ ? icon_->geometry() : QRect();
+}
+
+void TrayIcon::setPaused(bool paused) {
+    paused_ = paused;
+    if (pause_)
+        pause_->setChecked(paused);
+}
+
+} // namespace quorbit

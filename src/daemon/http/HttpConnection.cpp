@@ -1,0 +1,130 @@
+#include "daemon/http/HttpConnection.h"
+
+#include "async/TransportError.h"
+
+#include <QNetworkProxy>
+#include <QScopedValueRollback>
+#include <QSslSocket>
+
+#include <utility>
+
+namespace quorbit {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What is read in one turn of the event loop, so that a flood leaves room for everything else.
+constexpr qint64 portion = 65'536;
+constexpr int httpPort = 80;
+constexpr int httpsPort = 443;
+
+} // namespace
+
+void HttpConnection::Release::operator()(HttpConnection *connection) const {
+    if (!connection->isTelling_) {
+        delete connection;
+        return;
+    }
+    connection->socket_->abort();
+    connection->deleteLater();
+}
+
+HttpConnection::HttpConnection(const QUrl &address, HttpLimits limits) : limits_(limits) {
+    const bool isSecure = address.scheme() == "https"_L1;
+    auto *secure = isSecure ? new QSslSocket : nullptr;
+    socket_.reset(isSecure ? secure : new QTcpSocket);
+    socket_->setProxy(QNetworkProxy::NoProxy);
+    socket_->setReadBufferSize(portion);
+    silence_.setSingleShot(true);
+    silence_.setInterval(limits.silence);
+
+    connect(socket_.get(), &QTcpSocket::readyRead, this, &HttpConnection::receive);
+    connect(socket_.get(), &QTcpSocket::bytesWritten, &silence_, [this] {
+        if (!hasEnded_)
+            silence_.start();
+    });
+    connect(socket_.get(), &QTcpSocket::errorOccurred, this, &HttpConnection::lose);
+    connect(&silence_, &QTimer::timeout, this, [this] { end("no reply in time"); });
+
+    const auto port = static_cast<quint16>(address.port(isSecure ? httpsPort : httpPort));
+    if (isSecure)
+        secure->connectToHostEncrypted(address.host(), port);
+    else
+        socket_->connectToHost(address.host(), port);
+}
+
+HttpConnection::~HttpConnection() {
+    // Aborting speaks up once more.
+    socket_->disconnect(this);
+    silence_.disconnect(this);
+}
+
+void HttpConnection::send(const QByteArray &request) {
+    hasEnded_ = isAnswered_ = wasLost_ = false;
+    failure_.reset();
+    reply_.emplace(limits_.body);
+    silence_.start();
+    // While connecting, the socket keeps it until it can be sent; afterwards it need not wait for a turn.
+    if (socket_->write(request) < 0)
+        lose(socket_->error());
+    else if (socket_->state() == QAbstractSocket::ConnectedState)
+        socket_->flush();
+}
+
+std::string HttpConnection::takeBody() {
+    if (failure_)
+        throw TransportError(*failure_);
+    return reply_->takeBody();
+}
+
+bool HttpConnection::isReusable() const {
+    return hasEnded_ && !failure_ && reply_ && reply_->keepsConnection() && socket_->bytesToWrite() == 0 &&
+           socket_->state() == QAbstractSocket::ConnectedState;
+}
+
+void HttpConnection::receive() {
+    const QByteArray bytes = socket_->readAll();
+    if (bytes.isEmpty())
+        return;
+    if (hasEnded_) { // Nobody asked for it.
+        socket_->abort();
+        return;
+    }
+    isAnswered_ = true;
+    silence_.start();
+    try {
+        reply_->take(bytes);
+    } catch (const TransportError &error) {
+        return end(error.what());
+    }
+    if (reply_->isWhole())
+        end();
+}
+
+void HttpConnection::lose(QAbstractSocket::SocketError error) {
+    if (hasEnded_)
+        return;
+    wasLost_ = true;
+    if (error == QAbstractSocket::RemoteHostClosedError && isAnswered_) {
+        try {
+            reply_->takeEnd();
+            return end();
+        } catch (const TransportError &failure) {
+            return end(failure.what());
+        }
+    }
+    end(socket_->errorString().toStdString());
+}
+
+void HttpConnection::end(std::optional<std::string> failure) {
+    hasEnded_ = true;
+    silence_.stop();
+    failure_ = std::move(failure);
+    if (failure_)
+        socket_->abort();
+    const QScopedValueRollback telling(isTelling_, true);
+    Q_EMIT ended();
+}
+
+} // namespace quorbit

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "daemon/http/HttpReplyParser.h"
+
+#include <QAbstractSocket>
+#include <QByteArray>
+#include <QObject>
+#include <QTimer>
+#include <QUrl>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+class QTcpSocket;
+
+namespace quorbit {
+
+/// What an exchange may cost.
+struct HttpLimits {
+    std::chrono::milliseconds silence; ///< without any progress
+    std::size_t body;                  ///< bytes
+};
+
+/// A connection to a server, for one exchange after another.
+class HttpConnection : public QObject {
+    Q_OBJECT
+
+public:
+    /// Lets go of a connection at once, even while it tells that its exchange has ended.
+    struct Release {
+        void operator()(HttpConnection *connection) const;
+    };
+    using Owned = std::unique_ptr<HttpConnection, Release>;
+
+    /// Begins to connect to an http or https address.
+    HttpConnection(const QUrl &address, HttpLimits limits);
+    ~HttpConnection() override;
+
+    /// Sends a whole request, when no other is under way. The exchange may have ended already on return.
+    void send(const QByteArray &request);
+    bool hasEnded() const { return hasEnded_; }
+
+    /// The body of the reply. Throws TransportError when no whole reply came.
+    std::string takeBody();
+    /// Whether the connection was lost before the first byte of a reply, as happens when the server closes
+    /// it at the moment at which a request is sent.
+    bool wasLostUnanswered() const { return wasLost_ && !isAnswered_; }
+    /// Whether another request may be sent: nothing is under way and nothing speaks against it.
+    bool isReusable() const;
+
+Q_SIGNALS:
+    /// The exchange is over, well or not.
+    void ended();
+
+private:
+    void receive();
+    void lose(QAbstractSocket::SocketError error);
+    void end(std::optional<std::string> failure = std::nullopt);
+
+    HttpLimits limits_;
+    std::unique_ptr<QTcpSocket> socket_;
+    QTimer silence_;
+    std::optional<HttpReplyParser> reply_;
+    std::optional<std::string> failure_;
+    bool hasEnded_ = true;
+    bool isAnswered_ = false;
+    bool wasLost_ = false;
+    bool isTelling_ = false;
+};
+
+} // namespace quorbit

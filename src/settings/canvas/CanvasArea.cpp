@@ -1,0 +1,410 @@
+#include "settings/canvas/CanvasArea.h"
+
+#include "settings/canvas/CanvasAccessible.h"
+#include "settings/canvas/CardPainter.h"
+#include "ui/access/Accessibility.h"
+#include "ui/look/ToolTip.h"
+
+#include <QFocusEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSet>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+namespace quorbit {
+
+namespace {
+
+constexpr int areaHeight = 320;
+constexpr int leastWidth = 240;
+constexpr double dragDistance = 10;
+constexpr double leastTarget = 10; // points that a card offers to the pointer, however small it is drawn
+constexpr auto answerTime = std::chrono::seconds(1);
+
+/// Cards that claim to be the same device lie on the same place; one of them is enough.
+std::vector<CanvasCard> distinct(std::vector<CanvasCard> cards) {
+    QSet<QString> seen;
+    std::erase_if(cards, [&seen](const CanvasCard &card) {
+        const bool known = seen.contains(card.id);
+        seen.insert(card.id);
+        return known;
+    });
+    return cards;
+}
+
+QRectF target(const QRectF &place) {
+    const double x = std::max(leastTarget - place.width(), 0.0) / 2;
+    const double y = std::max(leastTarget - place.height(), 0.0) / 2;
+    return place.adjusted(-x, -y, x, y);
+}
+
+/// All that painting a card may touch.
+QRect touched(const QRectF &place) {
+    constexpr int reach = CardPainter::reach;
+    return place.toAlignedRect().adjusted(-reach, -reach, reach, reach);
+}
+
+std::optional<StepDirection> directionOf(int key) {
+    switch (key) {
+    case Qt::Key_Left:
+        return StepDirection::left;
+    case Qt::Key_Right:
+        return StepDirection::right;
+    case Qt::Key_Up:
+        return StepDirection::up;
+    case Qt::Key_Down:
+        return StepDirection::down;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+CanvasArea::CanvasArea(QWidget *parent) : QWidget(parent) {
+    setFocusPolicy(Qt::StrongFocus); // a click too, so that Escape reaches a drag
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setMouseTracking(true); // tells of a release that went to somebody else
+    patience_.setSingleShot(true);
+    patience_.setInterval(answerTime);
+    connect(&patience_, &QTimer::timeout, this, [this] {
+        asked_.clear();
+        reshow();
+    });
+    connect(&fade_, &MasterFade::changed, this, [this](const QString &id) {
+        backdrop_ = {};
+        updateCard(cardWithID(id));
+    });
+    installCanvasAccessibility();
+}
+
+CanvasArea::~CanvasArea() {
+    forgetAccessible(this);
+}
+
+void CanvasArea::render(const ScreenDesk &desk, const QString &masterID) {
+    if (desk == desk_ && masterID == masterID_)
+        return;
+    if (desk.layout != desk_.layout)
+        noteAnswer(desk.layout);
+    desk_ = desk;
+    masterID_ = masterID;
+    reshow();
+    fade_.moveTo(masterID);
+}
+
+/// The answer to an earlier one of several quick steps must not take the card back.
+void CanvasArea::noteAnswer(const ScreenLayout &published) {
+    const auto answered = std::find(asked_.begin(), asked_.end(), published);
+    asked_.erase(asked_.begin(), answered == asked_.end() ? answered : answered + 1);
+    if (asked_.empty())
+        patience_.stop();
+}
+
+void CanvasArea::ask(const ScreenLayout &layout) {
+    asked_.push_back(layout);
+    patience_.start();
+    reshow();
+    Q_EMIT arranged(layout);
+}
+
+ScreenDesk CanvasArea::shownDesk() const {
+    ScreenDesk desk = desk_;
+    if (!asked_.empty())
+        desk.layout = asked_.back();
+    return desk;
+}
+
+void CanvasArea::reshow() {
+    const ScreenDesk desk = shownDesk();
+    const auto stays = [&](const DeviceCard &device) { return device.id == drag_->id; };
+    if (drag_ && std::none_of(desk.devices.begin(), desk.devices.end(), stays))
+        drag_.reset();
+    if (!drag_)
+        fit_ = fitInto(desk, QSizeF(size()));
+    std::vector<CanvasCard> next = distinct(canvasCards(desk, masterID_, fit_));
+    backdrop_ = {};
+    if (next == cards_)
+        return;
+    announceLeavingCards(*this, next);
+    std::swap(cards_, next);
+    const std::vector<CanvasCard> &before = next;
+    keepCurrentCard(before);
+    update();
+    announceChangedCards(*this, before);
+}
+
+/// The keyboard stays at its device, or at the place where that was.
+void CanvasArea::keepCurrentCard(const std::vector<CanvasCard> &before) {
+    if (currentID_.isNull() || currentCard() != nullptr)
+        return;
+    const auto last = std::find_if(before.begin(), before.end(),
+                                   [this](const CanvasCard &card) { return card.id == currentID_; });
+    const auto index = std::min(static_cast<std::size_t>(last - before.begin()), cards_.size() - 1);
+    currentID_ = cards_.empty() ? QString() : cards_[index].id;
+    if (hasFocus())
+        announceCurrentCard(*this);
+}
+
+QRectF CanvasArea::placeOf(const CanvasCard &card) const {
+    const bool moved = drag_ && drag_->moves && drag_->id == card.id;
+    return moved ? card.rect.translated(drag_->translation) : card.rect;
+}
+
+const CanvasCard *CanvasArea::cardAt(const QPointF &position) const {
+    const auto found = std::find_if(cards_.rbegin(), cards_.rend(), [&](const CanvasCard &card) {
+        return target(placeOf(card)).contains(position);
+    });
+    return found == cards_.rend() ? nullptr : &*found;
+}
+
+const CanvasCard *CanvasArea::cardWithID(const QString &id) const {
+    const auto found =
+        std::find_if(cards_.begin(), cards_.end(), [&](const CanvasCard &card) { return card.id == id; });
+    return found == cards_.end() ? nullptr : &*found;
+}
+
+void CanvasArea::setCurrentCard(const QString &id) {
+    if (id == currentID_ || cardWithID(id) == nullptr)
+        return;
+    updateCard(currentCard());
+    currentID_ = id;
+    updateCard(currentCard());
+    if (hasFocus())
+        announceCurrentCard(*this);
+    followCurrentCard();
+}
+
+void CanvasArea::followCurrentCard() {
+    const CanvasCard *current = currentCard();
+    if (current != nullptr && byKeyboard_)
+        Q_EMIT currentCardAt(touched(placeOf(*current)));
+}
+
+void CanvasArea::makeMaster(const QString &id) {
+    if (cardWithID(id) != nullptr && id != masterID_)
+        Q_EMIT masterPicked(id);
+}
+
+void CanvasArea::moveCurrentCard(StepDirection direction, double distance) {
+    if (currentCard() == nullptr)
+        return;
+    ask(commitStep(shownDesk(), currentID_, direction, distance));
+    followCurrentCard();
+}
+
+QSize CanvasArea::sizeHint() const {
+    return {leastWidth, areaHeight};
+}
+
+QVariant CanvasArea::inputMethodQuery(Qt::InputMethodQuery query) const {
+    const CanvasCard *current = currentCard();
+    if (query == Qt::ImCursorRectangle && current != nullptr)
+        return touched(placeOf(*current));
+    return QWidget::inputMethodQuery(query);
+}
+
+void CanvasArea::updateCard(const CanvasCard *card) {
+    if (card != nullptr)
+        update(touched(placeOf(*card)));
+}
+
+void CanvasArea::paintEvent(QPaintEvent *event) {
+    QPainter painter(this);
+    const CardPainter cards(palette(), font());
+    if (drag_ && drag_->moves)
+        paintDrag(painter, cards);
+    else
+        paintCards(painter, cards, event->rect());
+
+    const CanvasCard *current = currentCard();
+    if (current != nullptr && byKeyboard_ && hasFocus())
+        cards.paintFocus(painter, placeOf(*current));
+}
+
+/// The cards that lie still.
+void CanvasArea::paintCards(QPainter &painter, const CardPainter &cards, const QRectF &dirty) const {
+    cards.paintBackground(painter, rect());
+    for (const CanvasCard &card : cards_) {
+        const bool floats = drag_ && drag_->moves && drag_->id == card.id;
+        if (!floats && dirty.intersects(touched(card.rect)))
+            cards.paintCard(painter, card, card.rect, fade_.amount(card.id));
+    }
+}
+
+/// However many cards lie still, they cost one picture while another card moves over them.
+void CanvasArea::paintDrag(QPainter &painter, const CardPainter &cards) {
+    // The canvas may begin between two pixels of the screen; its picture begins on one.
+    const QTransform toDevice = painter.deviceTransform();
+    const QTransform toOrigin =
+        QTransform::fromTranslate(std::floor(toDevice.dx()), std::floor(toDevice.dy()));
+    const QTransform inPicture = toDevice * toOrigin.inverted();
+    if (backdrop_.isNull() || backdropTransform_ != inPicture) {
+        backdropTransform_ = inPicture;
+        const QRectF extent = inPicture.mapRect(QRectF(rect()));
+        backdrop_ = QPixmap(static_cast<int>(std::ceil(extent.right())),
+                            static_cast<int>(std::ceil(extent.bottom())));
+        backdrop_.fill(Qt::transparent);
+        QPainter still(&backdrop_);
+        still.setTransform(inPicture);
+        paintCards(still, cards, rect());
+    }
+    painter.save();
+    painter.setTransform(toOrigin * toDevice.inverted() * painter.transform());
+    painter.drawPixmap(QPoint(), backdrop_);
+    painter.restore();
+    if (const CanvasCard *card = cardWithID(drag_->id))
+        cards.paintCard(painter, *card, placeOf(*card), fade_.amount(card->id));
+}
+
+void CanvasArea::resizeEvent(QResizeEvent *) {
+    reshow();
+}
+
+void CanvasArea::mousePressEvent(QMouseEvent *event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    endDrag();
+    const CanvasCard *card = cardAt(event->position());
+    if (card == nullptr)
+        return;
+    byKeyboard_ = false;
+    updateCard(currentCard());
+    setCurrentCard(card->id);
+    drag_ = Drag{.id = card->id, .pressed = event->position(), .translation = {}};
+}
+
+void CanvasArea::mouseMoveEvent(QMouseEvent *event) {
+    if (!drag_)
+        return;
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        return endDrag();
+    const QPointF translation = event->position() - drag_->pressed;
+    if (!drag_->moves && std::hypot(translation.x(), translation.y()) < dragDistance)
+        return;
+    updateCard(cardWithID(drag_->id));
+    drag_->moves = true;
+    drag_->translation = translation;
+    updateCard(cardWithID(drag_->id));
+}
+
+void CanvasArea::mouseReleaseEvent(QMouseEvent *event) {
+    if (event->button() != Qt::LeftButton || !drag_)
+        return;
+    const Drag drag = *std::exchange(drag_, std::nullopt);
+    if (drag.moves)
+        return ask(commitDrag(shownDesk(), drag.id, drag.translation, fit_.scale));
+    reshow();
+    makeMaster(drag.id);
+}
+
+/// Writes nothing.
+void CanvasArea::endDrag() {
+    if (!drag_)
+        return;
+    drag_.reset();
+    update();
+    reshow();
+}
+
+void CanvasArea::keyPressEvent(QKeyEvent *event) {
+    if (drag_) {
+        if (event->key() == Qt::Key_Escape)
+            endDrag();
+        return;
+    }
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool fine = modifiers == Qt::ShiftModifier;
+    const auto direction = directionOf(event->key());
+    const bool activates =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (currentCard() == nullptr || (!direction && !activates) || (modifiers != Qt::NoModifier && !fine)) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    byKeyboard_ = true;
+    updateCard(currentCard());
+    if (direction)
+        moveCurrentCard(*direction, fine ? keyboardFineStep : keyboardStep);
+    else if (!event->isAutoRepeat())
+        makeMaster(currentID_);
+}
+
+void CanvasArea::focusInEvent(QFocusEvent *event) {
+    const Qt::FocusReason reason = event->reason();
+    const bool byTab = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+    if (byTab || reason == Qt::ShortcutFocusReason)
+        byKeyboard_ = true;
+    if (byTab && !cards_.empty())
+        currentID_ = reason == Qt::TabFocusReason ? cards_.front().id : cards_.back().id;
+    else if (currentCard() == nullptr && !cards_.empty())
+        currentID_ = cards_.front().id;
+    update();
+    followCurrentCard();
+    // Qt itself announces the whole canvas once this returns; the card must be the last word.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (hasFocus())
+                announceCurrentCard(*this);
+        },
+        Qt::QueuedConnection);
+}
+
+void CanvasArea::focusOutEvent(QFocusEvent *) {
+    updateCard(currentCard());
+}
+
+bool CanvasArea::focusNextPrevChild(bool next) {
+    const auto current = std::find_if(cards_.begin(), cards_.end(),
+                                      [this](const CanvasCard &card) { return card.id == currentID_; });
+    const bool isOnCard = hasFocus() && current != cards_.end();
+    if (!isOnCard || current == (next ? cards_.end() - 1 : cards_.begin()))
+        return QWidget::focusNextPrevChild(next);
+    byKeyboard_ = true;
+    setCurrentCard(next ? (current + 1)->id : (current - 1)->id);
+    return true;
+}
+
+void CanvasArea::changeEvent(QEvent *event) {
+    if (event->type() == QEvent::EnabledChange)
+        endDrag();
+    backdrop_ = {};
+    QWidget::changeEvent(event);
+}
+
+// A name that was cut can be read whole by resting the pointer on its card.
+void CanvasArea::showWholeTitle(const QHelpEvent &event) {
+    const CanvasCard *card = cardAt(event.pos());
+    if (card != nullptr && !CardPainter(palette(), font()).showsWholeTitle(*card))
+        showToolTip(event, card->title, this, touched(placeOf(*card)));
+}
+
+bool CanvasArea::event(QEvent *event) {
+    switch (event->type()) {
+    case QEvent::ToolTip:
+        showWholeTitle(*static_cast<QHelpEvent *>(event));
+        return true;
+    case QEvent::ShortcutOverride:
+        // Escape belongs to the drag, whatever else it is for in this window.
+        if (drag_ && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)
+            event->accept();
+        break;
+    case QEvent::Hide:
+    case QEvent::UngrabMouse:
+    case QEvent::WindowDeactivate:
+        endDrag();
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+} // namespace quorbit

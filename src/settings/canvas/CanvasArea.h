@@ -1,0 +1,109 @@
+#pragma once
+
+#include "settings/canvas/CanvasModel.h"
+#include "settings/canvas/MasterFade.h"
+
+#include <QPixmap>
+#include <QTimer>
+#include <QTransform>
+#include <QWidget>
+
+#include <optional>
+#include <vector>
+
+class QHelpEvent;
+
+namespace quorbit {
+
+class CardPainter;
+
+/// The area of the canvas that the cards lie on. Each card is one stop for the Tab key; the arrow keys move
+/// it, and Return or Space makes it the master.
+///
+/// Nothing that the service publishes disturbs a drag: the scale stays, and the drop moves the card within
+/// what was published last. What the user arranged is shown until the service has answered, but not for long.
+class CanvasArea final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit CanvasArea(QWidget *parent = nullptr);
+    ~CanvasArea() override;
+
+    void render(const ScreenDesk &desk, const QString &masterID);
+
+    /// What is shown, in drawing order. No two cards have the same identifier.
+    const std::vector<CanvasCard> &cards() const { return cards_; }
+    /// Where a card is seen, also while it is dragged.
+    QRectF placeOf(const CanvasCard &card) const;
+    /// The topmost card at a position, or nullptr.
+    const CanvasCard *cardAt(const QPointF &position) const;
+    const CanvasCard *cardWithID(const QString &id) const;
+
+    /// Where the keyboard is, or nullptr.
+    const CanvasCard *currentCard() const { return cardWithID(currentID_); }
+    void setCurrentCard(const QString &id);
+    void makeMaster(const QString &id);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+    /// Tells a scroll area that its focus widget is the current card, not the whole canvas.
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
+Q_SIGNALS:
+    void arranged(const ScreenLayout &layout);
+    void masterPicked(const QString &id);
+    /// The keyboard has reached or moved a card, which now lies at `place`.
+    void currentCardAt(const QRect &place);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    /// From the press of the button to its release.
+    struct Drag {
+        QString id;
+        QPointF pressed;
+        QPointF translation;
+        bool moves = false; ///< has left the distance within which it is a tap
+    };
+
+    ScreenDesk shownDesk() const;
+    void reshow();
+    void endDrag();
+    void ask(const ScreenLayout &layout);
+    void noteAnswer(const ScreenLayout &published);
+    void moveCurrentCard(StepDirection direction, double distance);
+    void followCurrentCard();
+    void keepCurrentCard(const std::vector<CanvasCard> &before);
+    void showWholeTitle(const QHelpEvent &event);
+    void updateCard(const CanvasCard *card);
+    void paintCards(QPainter &painter, const CardPainter &cards, const QRectF &dirty) const;
+    void paintDrag(QPainter &painter, const CardPainter &cards);
+
+    ScreenDesk desk_; ///< as published
+    QString masterID_;
+    CanvasFit fit_;
+    std::vector<CanvasCard> cards_;
+    std::optional<Drag> drag_;
+    /// The layouts that the user asked for and the service has not answered yet; the last one is shown.
+    std::vector<ScreenLayout> asked_;
+    QTimer patience_;
+    MasterFade fade_{*this};
+    QString currentID_;
+    bool byKeyboard_ = false; ///< the user works by keyboard and sees where
+    /// All but the dragged card, and the transform that it was painted under.
+    QPixmap backdrop_;
+    QTransform backdropTransform_;
+};
+
+} // namespace quorbit

@@ -1,0 +1,38 @@
+#include "settings/canvas/CanvasModel.h"
+
+#include "wording/DisplayLine.h"
+
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace quorbit {
+
+std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &masterID, const CanvasFit &fit) {
+    const std::vector<ScreenPlacement> rects = cardRects(desk);
+    const std::vector<std::optional<CardRelation>> relations = cardRelations(desk);
+
+    std::vector<CanvasCard> cards;
+    cards.reserve(desk.devices.size());
+    for (std::size_t index = 0; index < desk.devices.size(); ++index) {
+        const DeviceCard &device = desk.devices[index];
+        CanvasCard card{.id = device.id,
+                        .title = displayLine(device.name),
+                        .symbol = cardSymbol(device.platform),
+                        .statusText = {},
+                        .statusTint = device.online ? Tint::green : Tint::secondary,
+                        .isSelf = device.id == desk.selfID,
+                        .isMaster = device.id == masterID,
+                        .isOnline = device.online,
+                        .rect = fit.toView(rects[index]),
+                        .relation = relations[index]};
+        if (card.isSelf)
+            card.title += u" ("_s + qtTrId("kvm.canvas.local") + u')';
+        else
+            card.statusText = device.online ? qtTrId("kvm.canvas.online") : qtTrId("kvm.canvas.offline");
+        cards.push_back(std::move(card));
+    }
+    return cards;
+}
+
+} // namespace quorbit

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "settings/Tint.h"
+#include "settings/canvas/ScreenLayout.h"
+#include "settings/canvas/ScreenRelations.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace quorbit {
+
+/// A card on the canvas as it is drawn while nothing is dragged.
+struct CanvasCard {
+    QString id;
+    QString title;
+    QString symbol;
+    QString statusText; ///< empty on this computer's card, which has no such line
+    Tint statusTint = Tint::secondary;
+    bool isSelf = false;
+    bool isMaster = false;
+    bool isOnline = false;
+    QRectF rect; ///< canvas points
+    std::optional<CardRelation> relation;
+
+    bool operator==(const CanvasCard &) const = default;
+};
+
+/// What the canvas shows, in drawing order.
+std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &masterID, const CanvasFit &fit);
+
+} // namespace quorbit

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "settings/devices/DevicesModel.h"
+#include "ui/form/RowList.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class QVBoxLayout;
+
+namespace quorbit {
+
+class Alert;
+class Button;
+class Daemon;
+class DeviceRow;
+class Sheet;
+class TextLabel;
+
+/// The tab of the paired computers: it lists and removes them and opens the sheet that pairs another.
+class DevicesTab final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// All three must outlive the tab.
+    DevicesTab(Daemon &daemon, const TimeFormats &formats, Clock &clock, QWidget *parent = nullptr);
+    ~DevicesTab() override;
+
+    /// Shows what the service published, and while the tab can be seen keeps its times current.
+    void refresh();
+    /// Shows `model`; costs one comparison when that is what is shown already.
+    void render(const DevicesModel &model);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    QWidget *makeEmptyPage();
+    QWidget *makeListPage();
+    Button *makeAddButton();
+    DeviceRow *makeRow(const DevicesModel::Row &model);
+    void renderRows(const std::vector<DevicesModel::Row> &rows);
+    void renderAlert(const std::optional<DevicesModel::Confirmation> &confirmation);
+
+    void keepTimesCurrent(qint64 now);
+    void askToUnpair(const QString &deviceId);
+    void openPairSheet();
+
+    Daemon &daemon_;
+    const TimeFormats &formats_;
+    Clock &clock_;
+    std::optional<Device> pendingUnpair_;
+    std::unique_ptr<Clock::Alarm> timesExpire_;
+
+    DevicesModel shown_;
+    QVBoxLayout *rowsLayout_;
+    RowList<DeviceRow> rows_;
+    TextLabel *more_;       ///< under the list: how many devices it leaves out
+    Button *add_ = nullptr; ///< the one under the list, made with it
+    QWidget *emptyPage_;
+    QWidget *listPage_;
+    // Both cover the whole window and are its children.
+    QPointer<Alert> alert_;
+    QPointer<Sheet> sheet_;
+};
+
+} // namespace quorbit

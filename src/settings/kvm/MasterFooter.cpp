@@ -1,0 +1,34 @@
+#include "settings/kvm/MasterFooter.h"
+
+#include "settings/TintColor.h"
+#include "ui/text/IconLabel.h"
+
+#include <QVBoxLayout>
+
+#include <memory>
+
+namespace quorbit {
+
+namespace {
+constexpr int lineGap = 6;
+} // namespace
+
+MasterFooter::MasterFooter(QWidget *parent) : QWidget(parent), column_(new QVBoxLayout(this)) {
+    column_->setContentsMargins({});
+    column_->setSpacing(lineGap);
+}
+
+void MasterFooter::render(const std::vector<KvmModel::FooterLine> &lines) {
+    if (shown_ == lines)
+        return;
+    shown_ = lines;
+    while (const std::unique_ptr<QLayoutItem> item{column_->takeAt(0)})
+        delete item->widget();
+    for (const KvmModel::FooterLine &line : lines) {
+        auto *label = new IconLabel(line.symbol, line.text, TextStyle::caption, textColorOf(line.tint));
+        label->text().setOverflow(TextLabel::Overflow::wrap);
+        column_->addWidget(label);
+    }
+}
+
+} // namespace quorbit

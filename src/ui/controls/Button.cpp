@@ -1,0 +1,207 @@
+#include "ui/controls/Button.h"
+
+#include "ui/access/FocusRing.h"
+#include "ui/controls/ProgressIndicator.h"
+#include "ui/look/Frame.h"
+#include "ui/look/Symbol.h"
+#include "ui/look/Theme.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <cmath>
+
+namespace quorbit {
+
+namespace {
+
+struct Metrics {
+    TextStyle text;
+    double height;
+    double padding;
+    double symbol;
+    double radius;
+};
+constexpr Metrics regularMetrics{TextStyle::body, 27, 13, 16, 6};
+constexpr Metrics smallMetrics{TextStyle::callout, 22, 10, 14, 5};
+constexpr Metrics captionMetrics{TextStyle::caption, 16, 0, 12, 4};
+constexpr double symbolGap = 6;
+constexpr double disabledOpacity = 0.45;
+
+const Metrics &metricsOf(ButtonKind kind, ButtonSize size) {
+    if (kind == ButtonKind::destructiveCaption)
+        return captionMetrics;
+    return size == ButtonSize::small ? smallMetrics : regularMetrics;
+}
+
+struct Look {
+    QColor fill, edge, text;
+};
+
+/// A button under the pointer (`shading` 0 to 1) has a face that is moved away from its text, and text that
+/// is read on that face.
+Look lookOf(ButtonKind kind, const QPalette &palette, double shading) {
+    const ThemeColors colors = themeColors(palette);
+    const QColor face = composed(withAlpha(colors.dark ? Qt::white : Qt::black, shading), colors.control);
+    const auto filled = [shading](const QColor &fill, const QColor &text) {
+        const QColor away = text.lightnessF() > 0.5F ? Qt::black : Qt::white;
+        return Look{composed(withAlpha(away, shading), fill), Qt::transparent, text};
+    };
+    switch (kind) {
+    case ButtonKind::prominent:
+        return filled(colors.accentFill, colors.onAccent);
+    case ButtonKind::bordered:
+        break;
+    case ButtonKind::destructive:
+        return {face, colors.controlEdge, textOn(palette, TextColor::red, face)};
+    case ButtonKind::destructiveProminent:
+        return filled(fillUnder(Qt::white, colors.red, palette), Qt::white);
+    case ButtonKind::destructiveCaption:
+        return {Qt::transparent, Qt::transparent, textColor(palette, TextColor::red)};
+    }
+    return {face, colors.controlEdge, colors.primary};
+}
+
+} // namespace
+
+Button::Button(const QString &label, ButtonKind kind, ButtonSize size, QWidget *parent)
+    : QAbstractButton(parent), AccessibleControl(this), label_(label), kind_(kind), size_(size) {
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    FocusRing::install(this, metricsOf(kind, size).radius);
+}
+
+void Button::setLabel(const QString &label) {
+    if (label == label_)
+        return;
+    label_ = label;
+    updateGeometry();
+    update();
+    accessibleNameChanged();
+}
+
+void Button::setSymbol(const QString &name) {
+    if (name == symbol_)
+        return;
+    symbol_ = name;
+    updateGeometry();
+    update();
+}
+
+void Button::setBusy(bool busy) {
+    if (busy == (busy_ != nullptr))
+        return;
+    if (busy) {
+        busy_ = new ProgressIndicator(isFilled() ? TextColor::onAccent : TextColor::secondary, this);
+        busy_->setGeometry(rect());
+        busy_->setMaximumSize(busy_->sizeHint());
+        busy_->move((width() - busy_->width()) / 2, (height() - busy_->height()) / 2);
+        busy_->show();
+    } else {
+        delete busy_;
+        busy_ = nullptr;
+    }
+    update();
+    QAccessible::State changed;
+    changed.busy = true;
+    accessibleStateChanged(changed);
+}
+
+QFont Button::ownFont() const {
+    return textFont(metricsOf(kind_, size_).text, font());
+}
+
+bool Button::isFilled() const {
+    return kind_ == ButtonKind::prominent || kind_ == ButtonKind::destructiveProminent;
+}
+
+int Button::symbolWidth() const {
+    if (symbol_.isEmpty())
+        return 0;
+    const double width = metricsOf(kind_, size_).symbol + (label_.isEmpty() ? 0 : symbolGap);
+    return static_cast<int>(std::lround(width * fontScale(font())));
+}
+
+QSize Button::sizeHint() const {
+    const Metrics &metrics = metricsOf(kind_, size_);
+    const double scale = fontScale(font());
+    const int text = textWidth(ownFont(), label_);
+    return {text + symbolWidth() + static_cast<int>(std::lround(2 * metrics.padding * scale)),
+            static_cast<int>(std::lround(metrics.height * scale))};
+}
+
+void Button::addAccessibleState(QAccessible::State &state) const {
+    state.pressed = isDown();
+    state.busy = busy_ != nullptr;
+}
+
+QStringList Button::accessibleActions() const {
+    return {QAccessibleActionInterface::pressAction()};
+}
+
+void Button::performAccessibleAction(const QString &action) {
+    if (action == QAccessibleActionInterface::pressAction())
+        click();
+}
+
+void Button::paintEvent(QPaintEvent *) {
+    const Metrics &metrics = metricsOf(kind_, size_);
+    const bool lit = isEnabled() && (isDown() || underMouse());
+    const Look look = lookOf(kind_, palette(), !lit ? 0 : isDown() ? 0.12 : 0.04);
+    QPainter painter(this);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    paintFrame(painter, rect(), metrics.radius, look.fill, look.edge);
+    if (busy_ != nullptr)
+        return;
+
+    painter.setFont(ownFont());
+    if (lit && kind_ == ButtonKind::destructiveCaption) {
+        QFont underlined = painter.font();
+        underlined.setUnderline(true);
+        painter.setFont(underlined);
+    }
+    painter.setPen(look.text);
+    const int text = textWidth(painter.font(), label_);
+    const int symbol = symbolWidth();
+    QRect content(0, 0, symbol + text, height());
+    content.moveCenter(rect().center());
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    if (symbol > 0) {
+        const double side = metrics.symbol * fontScale(font());
+        QRectF square(mirrored ? content.right() + 1 - side : content.left(), (height() - side) / 2, side,
+                      side);
+        paintSymbol(painter, square, symbol_, look.text);
+    }
+    content.adjust(mirrored ? 0 : symbol, 0, mirrored ? -symbol : 0, 0);
+    painter.drawText(content, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, label_);
+}
+
+void Button::resizeEvent(QResizeEvent *) {
+    if (busy_ != nullptr)
+        busy_->move((width() - busy_->width()) / 2, (height() - busy_->height()) / 2);
+}
+
+void Button::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!event->isAutoRepeat())
+            click();
+        return;
+    }
+    QAbstractButton::keyPressEvent(event);
+}
+
+void Button::changeEvent(QEvent *event) {
+    if (event->type() == QEvent::FontChange)
+        updateGeometry();
+    QAbstractButton::changeEvent(event);
+}
+
+bool Button::event(QEvent *event) {
+    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
+        update();
+    return QAbstractButton::event(event);
+}
+
+} // namespace quorbit

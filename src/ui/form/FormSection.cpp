@@ -1,0 +1,75 @@
+#include "ui/form/FormSection.h"
+
+#include "ui/form/Card.h"
+#include "ui/text/TextLabel.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace quorbit {
+
+namespace {
+constexpr int sideMargin = 10;
+constexpr int titleGap = 6;
+constexpr int footerGap = 7;
+} // namespace
+
+FormSection::FormSection(const QString &title, QWidget *parent)
+    : QWidget(parent)
+    , column_(new QVBoxLayout(this))
+    , header_(new QWidget)
+    , headerRow_(new QHBoxLayout(header_))
+    , title_(new TextLabel(title, TextStyle::headline, TextColor::primary))
+    , card_(new Card) {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    column_->setContentsMargins({});
+    column_->setSpacing(0);
+    headerRow_->setContentsMargins(sideMargin, 0, sideMargin, titleGap);
+    headerRow_->addWidget(title_, 1);
+    column_->addWidget(header_);
+    column_->addWidget(card_);
+    header_->setVisible(!title.isEmpty());
+    card_->setAccessibleName(title);
+    title_->setHeading();
+    title_->setBuddy(card_);
+}
+
+void FormSection::setTitle(const QString &title) {
+    title_->setText(title);
+    header_->setVisible(!title.isEmpty());
+    card_->setAccessibleName(title);
+}
+
+void FormSection::setHeaderControl(QWidget *control) {
+    headerRow_->addWidget(control);
+}
+
+void FormSection::setFooter(const QString &text) {
+    if (footer_ == nullptr) {
+        footer_ = new TextLabel(TextStyle::caption, TextColor::secondary);
+        footer_->setOverflow(TextLabel::Overflow::wrap);
+        auto *row = new QHBoxLayout;
+        row->setContentsMargins(sideMargin, footerGap, sideMargin, 0);
+        row->addWidget(footer_);
+        column_->addLayout(row);
+    }
+    footer_->setText(text);
+    footer_->setVisible(!text.isEmpty());
+}
+
+void FormSection::setFooterWidget(QWidget *footer) {
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(sideMargin, footerGap, sideMargin, 0);
+    row->addWidget(footer);
+    column_->insertLayout(2, row);
+}
+
+void FormSection::addRow(QWidget *row) {
+    card_->addRow(row);
+}
+
+void FormSection::insertRow(int index, QWidget *row) {
+    card_->insertRow(index, row);
+}
+
+} // namespace quorbit

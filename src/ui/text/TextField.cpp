@@ -1,0 +1,48 @@
+#include "ui/text/TextField.h"
+
+#include "ui/look/Frame.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include <cmath>
+
+namespace quorbit {
+
+namespace {
+constexpr double fieldHeight = 27;
+constexpr int fieldWidth = 240;
+constexpr double radius = 5;
+constexpr int textMargin = 6;
+} // namespace
+
+TextField::TextField(const QString &placeholder, QWidget *parent)
+    : StyledLineEdit(TextStyle::body, TextColor::primary, false, parent) {
+    setPlaceholderText(placeholder);
+    setTextMargins(textMargin, 0, textMargin, 0);
+    connect(this, &QLineEdit::returnPressed, this, &TextField::submitted);
+}
+
+QSize TextField::sizeHint() const {
+    // The width stays, for a window does not grow with the font and the label beside the field needs its
+    // share.
+    const double scale = fontScale(parentWidget() != nullptr ? parentWidget()->font() : QApplication::font());
+    return {fieldWidth, static_cast<int>(std::lround(fieldHeight * scale))};
+}
+
+QSize TextField::minimumSizeHint() const {
+    return {sizeHint().width() / 3, sizeHint().height()};
+}
+
+void TextField::paintEvent(QPaintEvent *event) {
+    {
+        const ThemeColors colors =
+            themeColors(parentWidget() != nullptr ? parentWidget()->palette() : QApplication::palette());
+        QPainter painter(this);
+        paintFrame(painter, rect(), radius, colors.field, hasFocus() ? colors.accent : colors.fieldEdge,
+                   hasFocus() ? 2 : 1);
+    }
+    QLineEdit::paintEvent(event);
+}
+
+} // namespace quorbit
