@@ -2,6 +2,7 @@
 #include "platform/SettingsDefaults.h"
 #include "platform/SystemClock.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/desktop/HeldKeys.h"
 #include "platform/linux/desktop/SessionBus.h"
 #include "platform/linux/desktop/X11.h"
 #include "update/ManifestAddress.h"
@@ -43,6 +44,7 @@ int main(int argc, char **argv) {
     QApplication::setApplicationVersion(QStringLiteral(QUORBIT_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("quorbit"));
 
+    const HeldKeys heldKeys;
     SystemClock clock;
     SettingsDefaults defaults;
     const bool startedBySession = !qEnvironmentVariableIsEmpty("DESKTOP_AUTOSTART_ID");

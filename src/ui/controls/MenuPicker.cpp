@@ -90,6 +90,7 @@ void MenuPicker::openMenu() {
         return;
     menu_ = new QMenu(this);
     menu_->setAccessibleName(accessibleName());
+    menu_->installEventFilter(this);
     // A click on the button that closes the menu must not open it again.
     menu_->setAttribute(Qt::WA_NoMouseReplay);
     menu_->setFont(textFont(TextStyle::body, font()));
@@ -188,6 +189,16 @@ bool MenuPicker::event(QEvent *event) {
     if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
         update();
     return QAbstractButton::event(event);
+}
+
+bool MenuPicker::eventFilter(QObject *watched, QEvent *event) {
+    // The Return key that opened the menu must not choose from it while it is still held.
+    if (watched == menu_ && event->type() == QEvent::KeyPress) {
+        const auto &pressed = *static_cast<QKeyEvent *>(event);
+        if (pressed.isAutoRepeat() && (pressed.key() == Qt::Key_Return || pressed.key() == Qt::Key_Enter))
+            return true;
+    }
+    return QAbstractButton::eventFilter(watched, event);
 }
 
 } // namespace quorbit

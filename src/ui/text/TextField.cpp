@@ -3,6 +3,7 @@
 #include "ui/look/Frame.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QPainter>
 
 #include <cmath>
@@ -32,6 +33,12 @@ QSize TextField::sizeHint() const {
 
 QSize TextField::minimumSizeHint() const {
     return {sizeHint().width() / 3, sizeHint().height()};
+}
+
+void TextField::keyPressEvent(QKeyEvent *event) {
+    const bool submits = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!submits || !event->isAutoRepeat())
+        StyledLineEdit::keyPressEvent(event);
 }
 
 void TextField::paintEvent(QPaintEvent *event) {
