@@ -54,7 +54,8 @@ std::vector<SettingsView::Tab> SettingsView::tabs() const {
 }
 
 SettingsView::SettingsView(SettingsServices services, QWidget *parent)
-    : QWidget(parent)
+    : KeyboardArea(parent)
+    , AccessibleControl(this)
     , services_(std::move(services))
     , tabs_(tabs())
     , bar_(new TabBar)
@@ -70,14 +71,7 @@ SettingsView::SettingsView(SettingsServices services, QWidget *parent)
         choices << Choice{tab.title, tab.symbol};
     bar_->setChoices(choices);
     connect(bar_, &TabBar::picked, this, &SettingsView::showTab);
-    const auto addStep = [this](QKeySequence::StandardKey keys, int step) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, step] {
-            const int count = static_cast<int>(tabs_.size());
-            showTab((bar_->current() + step + count) % count);
-        });
-    };
-    addStep(QKeySequence::NextChild, 1);
-    addStep(QKeySequence::PreviousChild, -1);
+    addShortcuts();
 
     refreshing_.setSingleShot(true);
     connect(&refreshing_, &QTimer::timeout, this, &SettingsView::refresh);
@@ -90,6 +84,24 @@ SettingsView::SettingsView(SettingsServices services, QWidget *parent)
     showTab(0);
 }
 
+void SettingsView::addShortcuts() {
+    const auto bind = [this](const QList<QKeySequence> &keys, int step) {
+        auto *shortcut = new QShortcut(this);
+        shortcut->setKeys(keys);
+        connect(shortcut, &QShortcut::activated, this, [this, step] {
+            const int count = static_cast<int>(tabs_.size());
+            const int index = (bar_->current() + step + count) % count;
+            bar_->item(index)->setFocus(Qt::ShortcutFocusReason);
+            showTab(index);
+        });
+    };
+    // On X11 the Tab key with Shift is a key of its own.
+    bind({Qt::CTRL | Qt::Key_Tab, Qt::CTRL | Qt::Key_PageDown}, 1);
+    bind({Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab,
+          Qt::CTRL | Qt::Key_PageUp},
+         -1);
+}
+
 void SettingsView::showTab(int index) {
     if (index == bar_->current())
         return;
@@ -100,6 +112,9 @@ void SettingsView::showTab(int index) {
     }
     bar_->setCurrent(index);
     refresh(); // so that its first frame is right
+    // The stack would focus the first control of the page.
+    if (!bar_->isAncestorOf(window()->focusWidget()))
+        rest(bar_->item(index));
     pages_->setCurrentWidget(tab.page.widget);
     if (isVisible()) {
         // Before anything is painted, or the page would be seen to fall into place.

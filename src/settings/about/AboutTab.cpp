@@ -3,7 +3,6 @@
 #include "settings/AppIcon.h"
 #include "settings/TintColor.h"
 #include "settings/about/UpdateBanner.h"
-#include "ui/access/FocusKeeping.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/MenuPicker.h"
 #include "ui/form/Form.h"
@@ -181,7 +180,7 @@ void AboutTab::render(const AboutModel &model) {
     checkStatus_->symbol().setColor(textColorOf(model.checkStatus.symbolTint));
     checkStatus_->setText(model.checkStatus.text);
     checkStatus_->text().setColor(textColorOf(model.checkStatus.textTint));
-    setEnabledKeepingFocus(*check_, !model.isChecking, *updateRow_);
+    check_->setEnabled(!model.isChecking);
     check_->setBusy(model.isChecking);
     lastChecked_->setText(model.lastChecked);
     lastChecked_->setVisible(!model.lastChecked.isEmpty());
