@@ -95,11 +95,9 @@ void SettingsView::addShortcuts() {
             showTab(index);
         });
     };
-    // On X11 the Tab key with Shift is a key of its own.
+    // QKeySequence::PreviousChild is Ctrl+Shift+Backtab on X11, which never matches.
     bind({Qt::CTRL | Qt::Key_Tab, Qt::CTRL | Qt::Key_PageDown}, 1);
-    bind({Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab,
-          Qt::CTRL | Qt::Key_PageUp},
-         -1);
+    bind({Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, Qt::CTRL | Qt::Key_PageUp}, -1);
 }
 
 void SettingsView::showTab(int index) {
