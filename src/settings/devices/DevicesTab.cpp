@@ -114,14 +114,21 @@ QWidget *DevicesTab::makeListPage() {
     list->addSection(area);
     list->addSection(more_);
 
-    auto *hint = new TextLabel(qtTrId("devices.footer.hint"), TextStyle::caption, TextColor::tertiary);
-    hint->setOverflow(TextLabel::Overflow::wrap);
+    const auto makeHint = [] {
+        auto *hint = new TextLabel(qtTrId("devices.footer.hint"), TextStyle::caption, TextColor::tertiary);
+        hint->setOverflow(TextLabel::Overflow::wrap);
+        return hint;
+    };
+    hint_ = makeHint();
+    hintBelowRows_ = makeHint();
+    hintBelowRows_->hide();
+    list->addSection(hintBelowRows_);
     add_ = makeAddButton();
     auto *footer = new QHBoxLayout;
     footer->setContentsMargins(windowMargin, footerPadding, windowMargin, windowMargin);
     footer->setSpacing(footerGap);
-    footer->addWidget(hint, 1);
-    footer->addWidget(add_);
+    footer->addWidget(hint_, 1);
+    footer->addWidget(add_, 0, Qt::AlignTrailing);
 
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
@@ -131,6 +138,19 @@ QWidget *DevicesTab::makeListPage() {
     column->addWidget(new Divider);
     column->addLayout(footer);
     return page;
+}
+
+/// At large fonts the hint would take the rows' room, so it stands below them and scrolls with them.
+void DevicesTab::placeHint() {
+    const QSize button = add_->sizeHint();
+    const int room = width() - 2 * windowMargin - footerGap - button.width();
+    const bool fits = hint_->heightForWidth(std::max(room, 1)) <= button.height();
+    hint_->setVisible(fits);
+    hintBelowRows_->setVisible(!fits);
+}
+
+void DevicesTab::resizeEvent(QResizeEvent *) {
+    placeHint();
 }
 
 DeviceRow *DevicesTab::makeRow(const DevicesModel::Row &model) {

@@ -38,12 +38,14 @@ public:
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QWidget *makeEmptyPage();
     QWidget *makeListPage();
     Button *makeAddButton();
     DeviceRow *makeRow(const DevicesModel::Row &model);
+    void placeHint();
     void renderRows(const std::vector<DevicesModel::Row> &rows);
     void renderAlert(const std::optional<DevicesModel::Confirmation> &confirmation);
 
@@ -60,7 +62,9 @@ private:
     DevicesModel shown_;
     QVBoxLayout *rowsLayout_;
     RowList<DeviceRow> rows_;
-    TextLabel *more_;       ///< under the list: how many devices it leaves out
+    TextLabel *more_;           ///< under the list: how many devices it leaves out
+    TextLabel *hint_ = nullptr; ///< in the footer
+    TextLabel *hintBelowRows_ = nullptr;
     Button *add_ = nullptr; ///< the one under the list, made with it
     QWidget *emptyPage_;
     QWidget *listPage_;

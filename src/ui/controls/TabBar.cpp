@@ -58,7 +58,8 @@ void TabBar::paintItem(QPainter &painter, const ChoiceItem &item) const {
     painter.setPen(chosen ? colors.accentText : (lit ? colors.primary : colors.secondary));
     const double line = painter.fontMetrics().height();
     painter.drawText(QRectF(0, titleCentre * scale - line / 2, item.width(), line),
-                     Qt::AlignCenter | Qt::TextSingleLine, item.choice().title);
+                     Qt::AlignCenter | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(item.choice().title, Qt::ElideRight, item.width()));
 }
 
 void TabBar::paintEvent(QPaintEvent *) {

@@ -2,8 +2,14 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QPainter>
+#include <QStyle>
 
 namespace quorbit {
+
+namespace {
+constexpr int lineEditMargin = 2; // that QLineEdit keeps at each side of its text
+}
 
 StyledLineEdit::StyledLineEdit(TextStyle style, TextColor color, bool monospaced, QWidget *parent)
     : QLineEdit(parent), style_(style), color_(color), monospaced_(monospaced) {
@@ -43,6 +49,18 @@ void StyledLineEdit::restyle() {
     own.setColor(QPalette::Base, Qt::transparent);
     setPalette(own);
     updateGeometry();
+}
+
+void StyledLineEdit::paintEvent(QPaintEvent *event) {
+    // QLineEdit cuts a text that is too long without a sign; only with a cursor in it that is clear.
+    const QRect room = (rect() - textMargins()).adjusted(lineEditMargin, 0, -lineEditMargin, 0) & rect();
+    if (hasFocus() || hasSelectedText() || textWidth(font(), displayText()) <= room.width())
+        return QLineEdit::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment() | Qt::AlignVCenter);
+    painter.drawText(room, static_cast<int>(side) | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(displayText(), Qt::ElideRight, room.width()));
 }
 
 bool StyledLineEdit::event(QEvent *event) {

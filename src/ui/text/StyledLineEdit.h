@@ -21,6 +21,7 @@ public:
     void setLetterSpacing(double pixels);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 

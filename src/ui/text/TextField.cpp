@@ -42,7 +42,7 @@ void TextField::paintEvent(QPaintEvent *event) {
         paintFrame(painter, rect(), radius, colors.field, hasFocus() ? colors.accent : colors.fieldEdge,
                    hasFocus() ? 2 : 1);
     }
-    QLineEdit::paintEvent(event);
+    StyledLineEdit::paintEvent(event);
 }
 
 } // namespace quorbit
