@@ -107,10 +107,9 @@ void QuorbitApp::finishLaunching() {
 }
 
 void QuorbitApp::adoptAppearance() {
-    const DesktopPreferences &wanted = appearance_.current();
+    const Appearance &wanted = appearance_.current();
     style_->setReducedMotion(wanted.reducedMotion);
-    QApplication::setPalette(
-        themePalette({wanted.dark, wanted.accent, wanted.highContrast, wanted.reducedMotion}));
+    QApplication::setPalette(themePalette(wanted.colors));
 
     const QFont font = wanted.font ? applicationFont(*wanted.font, wanted.textScale)
                                    : scaledFont(toolkitFont_, wanted.textScale);
