@@ -16,8 +16,8 @@ public:
     virtual ~Process() = default;
 
     virtual Platform &platform() = 0;
-    /// Connects with the desktop. Needs the application object, whose palette is still the desktop's own, and
-    /// must not outlive it.
+    /// Called once, when the application object has been made and before its palette or style is changed. The
+    /// desktop goes before that object does.
     virtual std::unique_ptr<Desktop> makeDesktop() = 0;
 
     /// Claims to be the only instance that the user runs. False when there is another one, which then shows
