@@ -6,9 +6,6 @@
 #include "app/windows/SettingsWindow.h"
 #include "app/windows/TrayIcon.h"
 #include "menubar/MenuBarView.h"
-#include "platform/linux/desktop/X11.h"
-#include "platform/linux/process/QuitSignals.h"
-#include "platform/linux/process/TerminationHook.h"
 #include "settings/SettingsView.h"
 #include "ui/look/ControlStyle.h"
 #include "ui/look/TextStyle.h"
@@ -36,24 +33,26 @@ void neverRestart(QSessionManager &session) {
 
 } // namespace
 
-QuorbitApp::QuorbitApp(Platform &platform, UserDefaults &defaults, Clock &clock, Start start)
-    : platform_(platform)
+QuorbitApp::QuorbitApp(Process &process, Desktop &desktop, UserDefaults &defaults, Clock &clock,
+                       QUrl manifest)
+    : process_(process)
+    , platform_(process.platform())
+    , desktop_(desktop)
     , defaults_(defaults)
     , clock_(clock)
-    , start_(std::move(start))
-    , termination_(std::make_unique<TerminationHook>([this] {
+    , manifest_(std::move(manifest))
+    , tray_(new TrayIcon(desktop, this))
+    , toolkitFont_(QApplication::font()) {
+    process_.callAtEnd([this] {
         if (delegate_)
             delegate_->applicationWillTerminate();
-    }))
-    , tray_(new TrayIcon(this))
-    , toolkitFont_(QApplication::font()) {
+    });
     applyStoredLanguageOverride(defaults_);
     localizations_ = preferredLocalizations(defaults_, platform_);
     QLocale::setDefault(localeFor(localizations_.front()));
     installTranslations(localizations_.front());
 
     QApplication::setQuitOnLastWindowClosed(false);
-    connect(new QuitSignals(this), &QuitSignals::received, this, terminateApplication);
     connect(qApp, &QGuiApplication::commitDataRequest, this, neverRestart, Qt::DirectConnection);
     connect(qApp, &QGuiApplication::saveStateRequest, this, neverRestart, Qt::DirectConnection);
 
@@ -62,6 +61,10 @@ QuorbitApp::QuorbitApp(Platform &platform, UserDefaults &defaults, Clock &clock,
     connectTray();
     tray_->start();
     QTimer::singleShot(iconFirst, this, &QuorbitApp::finishLaunching);
+    process_.finishStart([this] {
+        openPanel();
+        return panel_->windowHandle();
+    });
 }
 
 QuorbitApp::~QuorbitApp() = default;
@@ -81,11 +84,10 @@ void QuorbitApp::connectTray() {
 void QuorbitApp::finishLaunching() {
     if (delegate_)
         return;
-    delegate_.emplace(platform_, defaults_, clock_, start_.manifest, localizations_);
+    delegate_.emplace(platform_, defaults_, clock_, manifest_, localizations_);
 
     style_ = new ControlStyle;
     QApplication::setStyle(style_);
-    connect(&appearance_, &DesktopAppearance::changed, this, &QuorbitApp::adoptAppearance);
     adoptAppearance();
 
     // A refresh publishes field by field; the views are made of all of them once it is through.
@@ -99,18 +101,17 @@ void QuorbitApp::finishLaunching() {
     connect(&delegate_->updater(), &UpdateChecker::changed, this, renderSoon);
 
     delegate_->applicationDidFinishLaunching();
-    appearance_.start();
+    desktop_.followAppearance([this] { adoptAppearance(); });
     QTimer::singleShot(trayPatience, this, [this] {
-        if (start_.isByUser && !tray_->isShown())
+        if (!process_.isStartedBySession() && !tray_->isShown())
             openPanel();
     });
 }
 
 void QuorbitApp::adoptAppearance() {
-    const DesktopPreferences &wanted = appearance_.current();
+    const Appearance &wanted = desktop_.appearance();
     style_->setReducedMotion(wanted.reducedMotion);
-    QApplication::setPalette(
-        themePalette({wanted.dark, wanted.accent, wanted.highContrast, wanted.reducedMotion}));
+    QApplication::setPalette(themePalette(wanted.colors));
 
     const QFont font = wanted.font ? applicationFont(*wanted.font, wanted.textScale)
                                    : scaledFont(toolkitFont_, wanted.textScale);
@@ -139,7 +140,7 @@ PanelWindow &QuorbitApp::panel() {
     connect(view, &MenuBarView::updateRequested, this, &QuorbitApp::openSettings);
     connect(view, &MenuBarView::settingsRequested, this, &QuorbitApp::openSettings);
     connect(view, &MenuBarView::quitRequested, this, terminateApplication);
-    panel_ = std::make_unique<PanelWindow>(view);
+    panel_ = std::make_unique<PanelWindow>(view, [this] { return desktop_.blendsWindows(); });
     render();
     return *panel_;
 }
@@ -149,16 +150,6 @@ void QuorbitApp::openPanel() {
         panel().dropDown(tray_->geometry());
     else
         panel().showAsWindow();
-}
-
-void QuorbitApp::showPanel(const StartRequest &request) {
-    // On Wayland the toolkit takes the token from the environment when it raises a window.
-    if (!x11::isSession() && !request.activationToken.isEmpty())
-        qputenv("XDG_ACTIVATION_TOKEN", request.activationToken);
-    openPanel();
-    if (const auto timestamp = request.timestamp())
-        x11::activate(*panel_->windowHandle(), *timestamp);
-    x11::endStartup(request.startupId);
 }
 
 SettingsServices QuorbitApp::settingsServices() {

@@ -1,7 +1,7 @@
 #include "update/PackageDownload.h"
 
 #include "async/Waiting.h"
-#include "update/PackageFile.h"
+#include "platform/AtomicFile.h"
 
 #include <algorithm>
 #include <exception>
@@ -29,7 +29,7 @@ public:
     }
 
     /// The whole file, after the end. Throws what went wrong.
-    PackageFile &whole() {
+    AtomicFile &whole() {
         if (failure_)
             std::rethrow_exception(failure_);
         if (reply_.error() != QNetworkReply::NoError)
@@ -79,7 +79,7 @@ private:
     QNetworkReply &reply_;
     Clock &clock_;
     QString folder_;
-    std::optional<PackageFile> file_;
+    std::optional<AtomicFile> file_;
     std::unique_ptr<Clock::Alarm> stall_;
     std::exception_ptr failure_;
 };

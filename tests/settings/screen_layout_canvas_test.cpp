@@ -254,9 +254,9 @@ private Q_SLOTS:
     void textsAreReadable() {
         constexpr int scale = 8;
         const QRect whole(0, 0, 538, 320);
-        for (const Appearance &appearance : {Appearance{.accent = QColor(0xff, 0xe0, 0x30)},
-                                             {.dark = true, .accent = {}, .highContrast = true}}) {
-            const QPalette palette = themePalette(appearance);
+        for (const ColorPreferences &colors : {ColorPreferences{.accent = QColor(0xff, 0xe0, 0x30)},
+                                               {.dark = true, .accent = {}, .highContrast = true}}) {
+            const QPalette palette = themePalette(colors);
             const CardPainter cards(palette, QFont());
             for (const CanvasCard &card :
                  canvasCards(usualDesk(), u"office"_s, fitInto(usualDesk(), whole.size()))) {
@@ -278,7 +278,7 @@ private Q_SLOTS:
                 for (int pixel = 0; pixel < pixels.width() * pixels.height(); ++pixel)
                     most = std::max(most, contrastRatio(fill, pixels.pixelColor(pixel % pixels.width(),
                                                                                 pixel / pixels.width())));
-                QVERIFY2(most >= (appearance.highContrast ? 6.9 : 4.4), qPrintable(card.id));
+                QVERIFY2(most >= (colors.highContrast ? 6.9 : 4.4), qPrintable(card.id));
             }
         }
     }

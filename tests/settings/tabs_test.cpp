@@ -103,7 +103,7 @@ class TabsTest : public QObject {
 private Q_SLOTS:
     void init() {
         useLanguage("en"_L1);
-        useAppearance({.reducedMotion = true}, 9);
+        useAppearance({}, 9);
     }
 
     void sameStatePaintsNothing() {

@@ -36,7 +36,7 @@ public:
         , updater_(world.platform, clock_, QUrl(QStringLiteral("https://updates.invalid/version.json")),
                    {QStringLiteral("en")})
         , view_(new MenuBarView)
-        , panel_(view_)
+        , panel_(view_, [] { return true; })
         , settings_([this] {
             AboutServices about;
             about.storedLanguage = [] { return QString(); };

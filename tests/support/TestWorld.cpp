@@ -19,11 +19,11 @@ void useLanguage(QLatin1String language) {
         qFatal("no string table for %s", language.data());
 }
 
-void useAppearance(const Appearance &appearance, double fontPoints) {
+void useAppearance(const ColorPreferences &colors, double fontPoints) {
     QFont font(u"sans-serif"_s);
     font.setPointSizeF(fontPoints);
     QApplication::setFont(font);
-    QApplication::setPalette(themePalette(appearance));
+    QApplication::setPalette(themePalette(colors));
 }
 
 } // namespace quorbit

@@ -16,7 +16,7 @@ void useTestFonts();
 void useLanguage(QLatin1String language);
 
 /// Gives the application the look of a desktop.
-void useAppearance(const Appearance &appearance, double fontPoints);
+void useAppearance(const ColorPreferences &colors, double fontPoints);
 
 /// The main function of a test of views.
 template <class Test>

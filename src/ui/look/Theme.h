@@ -1,26 +1,15 @@
 #pragma once
 
+#include "platform/Appearance.h"
+
 #include <QColor>
 #include <QPalette>
 
-#include <optional>
-
 namespace quorbit {
 
-/// How the desktop wants programs to look.
-struct Appearance {
-    bool dark = false;
-    /// The desktop's own accent colour, when it has one.
-    std::optional<QColor> accent;
-    bool highContrast = false;
-    bool reducedMotion = false;
-
-    bool operator==(const Appearance &) const = default;
-};
-
-/// The palette that makes every control look like `appearance`. Set it on the application: all views follow
-/// by their palette change events.
-QPalette themePalette(const Appearance &appearance);
+/// The palette that gives every control its colours. Set it on the application: all views follow by their
+/// palette change events.
+QPalette themePalette(const ColorPreferences &preferences);
 
 /// The palette of what lies on a highlighted row: its text stays readable on the highlight.
 QPalette highlightedPalette(const QPalette &palette);

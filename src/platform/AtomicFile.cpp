@@ -1,4 +1,4 @@
-#include "update/PackageFile.h"
+#include "platform/AtomicFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -33,7 +33,7 @@ QByteArray temporaryNameIn(const QString &folder) {
 
 } // namespace
 
-PackageFile::PackageFile(const QString &folder) : folder_(folder), temporaryName_(temporaryNameIn(folder)) {
+AtomicFile::AtomicFile(const QString &folder) : folder_(folder), temporaryName_(temporaryNameIn(folder)) {
     require(QDir().mkpath(folder_), "create the folder");
 #ifdef O_TMPFILE
     descriptor_ =
@@ -47,13 +47,13 @@ PackageFile::PackageFile(const QString &folder) : folder_(folder), temporaryName
     }
 }
 
-PackageFile::~PackageFile() {
+AtomicFile::~AtomicFile() {
     ::close(descriptor_);
     if (named_)
         ::unlink(temporaryName_.constData());
 }
 
-void PackageFile::write(QByteArrayView bytes) {
+void AtomicFile::write(QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
         const ssize_t written = ::write(descriptor_, bytes.data(), static_cast<size_t>(bytes.size()));
         if (written < 0 && errno == EINTR)
@@ -71,7 +71,7 @@ void PackageFile::write(QByteArrayView bytes) {
 #endif
 }
 
-void PackageFile::finish(const QString &name) {
+void AtomicFile::finish(const QString &name) {
     require(::fsync(descriptor_) == 0, "bring the file to disk");
     if (!named_) {
         // A nameless file can only be given a free name, hence the detour by the temporary one.

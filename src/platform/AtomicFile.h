@@ -6,16 +6,16 @@
 
 namespace quorbit {
 
-/// A file that is being written and has no name of its own until it is whole. If it is destroyed before that,
-/// nothing is left of it; where the file system knows nameless files, not even when the program is killed.
-/// Its operations throw std::system_error.
-class PackageFile {
+/// A file that appears whole or not at all: it has no name of its own until it is complete. If the object is
+/// destroyed before that, nothing is left of it; where the file system knows nameless files (O_TMPFILE), not
+/// even when the program is killed. Its operations throw std::system_error.
+class AtomicFile {
 public:
     /// Creates the folder when it is missing.
-    explicit PackageFile(const QString &folder);
-    ~PackageFile();
-    PackageFile(const PackageFile &) = delete;
-    PackageFile &operator=(const PackageFile &) = delete;
+    explicit AtomicFile(const QString &folder);
+    ~AtomicFile();
+    AtomicFile(const AtomicFile &) = delete;
+    AtomicFile &operator=(const AtomicFile &) = delete;
 
     void write(QByteArrayView bytes);
     /// Brings the file safely to disk and names it `name`, in its folder. Replaces a file, a link or a whole
