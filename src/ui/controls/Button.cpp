@@ -6,8 +6,6 @@
 #include "ui/look/Symbol.h"
 #include "ui/look/Theme.h"
 
-#include <QEvent>
-#include <QKeyEvent>
 #include <QPainter>
 
 #include <cmath>
@@ -66,8 +64,7 @@ Look lookOf(ButtonKind kind, const QPalette &palette, double shading) {
 } // namespace
 
 Button::Button(const QString &label, ButtonKind kind, ButtonSize size, QWidget *parent)
-    : QAbstractButton(parent), AccessibleControl(this), label_(label), kind_(kind), size_(size) {
-    setFocusPolicy(Qt::TabFocus);
+    : Pressable(parent), label_(label), kind_(kind), size_(size) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     FocusRing::install(this, metricsOf(kind, size).radius);
 }
@@ -132,23 +129,13 @@ QSize Button::sizeHint() const {
 }
 
 void Button::addAccessibleState(QAccessible::State &state) const {
-    state.pressed = isDown();
+    Pressable::addAccessibleState(state);
     state.busy = busy_ != nullptr;
-}
-
-QStringList Button::accessibleActions() const {
-    return {QAccessibleActionInterface::pressAction()};
-}
-
-void Button::performAccessibleAction(const QString &action) {
-    if (action == QAccessibleActionInterface::pressAction())
-        click();
 }
 
 void Button::paintEvent(QPaintEvent *) {
     const Metrics &metrics = metricsOf(kind_, size_);
-    const bool lit = isEnabled() && (isDown() || underMouse());
-    const Look look = lookOf(kind_, palette(), !lit ? 0 : isDown() ? 0.12 : 0.04);
+    const Look look = lookOf(kind_, palette(), !isLit() ? 0 : isDown() ? 0.12 : 0.04);
     QPainter painter(this);
     if (!isEnabled())
         painter.setOpacity(disabledOpacity);
@@ -157,7 +144,7 @@ void Button::paintEvent(QPaintEvent *) {
         return;
 
     painter.setFont(ownFont());
-    if (lit && kind_ == ButtonKind::destructiveCaption) {
+    if (isLit() && kind_ == ButtonKind::destructiveCaption) {
         QFont underlined = painter.font();
         underlined.setUnderline(true);
         painter.setFont(underlined);
@@ -181,27 +168,6 @@ void Button::paintEvent(QPaintEvent *) {
 void Button::resizeEvent(QResizeEvent *) {
     if (busy_ != nullptr)
         busy_->move((width() - busy_->width()) / 2, (height() - busy_->height()) / 2);
-}
-
-void Button::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat())
-            click();
-        return;
-    }
-    QAbstractButton::keyPressEvent(event);
-}
-
-void Button::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QAbstractButton::changeEvent(event);
-}
-
-bool Button::event(QEvent *event) {
-    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-        update();
-    return QAbstractButton::event(event);
 }
 
 } // namespace quorbit

@@ -11,8 +11,7 @@
 
 namespace quorbit {
 
-ChoiceItem::ChoiceItem(ChoiceBar *bar, double ringRadius)
-    : QAbstractButton(bar), AccessibleControl(this), bar_(bar) {
+ChoiceItem::ChoiceItem(ChoiceBar *bar, double ringRadius) : Pressable(bar), bar_(bar) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     FocusRing::install(this, ringRadius, -2);
 }
@@ -45,6 +44,7 @@ QAccessible::Role ChoiceItem::accessibleRole() const {
 }
 
 void ChoiceItem::addAccessibleState(QAccessible::State &state) const {
+    Pressable::addAccessibleState(state);
     if (accessibleRole() == QAccessible::PageTab) {
         state.selectable = true;
         state.selected = current_;
@@ -52,15 +52,6 @@ void ChoiceItem::addAccessibleState(QAccessible::State &state) const {
         state.checkable = true;
         state.checked = current_;
     }
-}
-
-QStringList ChoiceItem::accessibleActions() const {
-    return {QAccessibleActionInterface::pressAction()};
-}
-
-void ChoiceItem::performAccessibleAction(const QString &action) {
-    if (action == QAccessibleActionInterface::pressAction())
-        click();
 }
 
 void ChoiceItem::paintEvent(QPaintEvent *) {
@@ -72,14 +63,9 @@ void ChoiceItem::paintEvent(QPaintEvent *) {
 }
 
 void ChoiceItem::keyPressEvent(QKeyEvent *event) {
+    // The choice with the focus is the current one, so that Return is left to a default button.
     if (!bar_->moveFrom(*this, event->key()))
         QAbstractButton::keyPressEvent(event);
-}
-
-bool ChoiceItem::event(QEvent *event) {
-    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-        update();
-    return QAbstractButton::event(event);
 }
 
 ChoiceBar::ChoiceBar(double ringRadius, int spacing, QMargins margins, QWidget *parent)

@@ -4,7 +4,7 @@
 #include "ui/look/Theme.h"
 
 #include <QApplication>
-#include <QKeyEvent>
+#include <QEvent>
 #include <QPainter>
 
 namespace quorbit {
@@ -14,8 +14,7 @@ namespace {
 constexpr double cornerRadius = 7;
 } // namespace
 
-HoverRow::HoverRow(QWidget *parent) : QAbstractButton(parent), AccessibleControl(this) {
-    setFocusPolicy(Qt::TabFocus);
+HoverRow::HoverRow(QWidget *parent) : Pressable(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     FocusRing::install(this, 6, -4);
 }
@@ -28,19 +27,6 @@ void HoverRow::setRoundedCorners(bool top, bool bottom) {
     update();
 }
 
-void HoverRow::addAccessibleState(QAccessible::State &state) const {
-    state.pressed = isDown();
-}
-
-QStringList HoverRow::accessibleActions() const {
-    return {QAccessibleActionInterface::pressAction()};
-}
-
-void HoverRow::performAccessibleAction(const QString &action) {
-    if (action == QAccessibleActionInterface::pressAction())
-        click();
-}
-
 void HoverRow::setHighlighted(bool highlighted) {
     highlighted_ = highlighted;
     const QPalette inherited =
@@ -50,7 +36,7 @@ void HoverRow::setHighlighted(bool highlighted) {
 }
 
 bool HoverRow::event(QEvent *event) {
-    const bool handled = QAbstractButton::event(event);
+    const bool handled = Pressable::event(event);
     switch (event->type()) {
     case QEvent::Enter:
         setHighlighted(isEnabled());
@@ -68,15 +54,6 @@ bool HoverRow::event(QEvent *event) {
         break;
     }
     return handled;
-}
-
-void HoverRow::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat())
-            click();
-        return;
-    }
-    QAbstractButton::keyPressEvent(event);
 }
 
 void HoverRow::paintEvent(QPaintEvent *) {

@@ -31,8 +31,7 @@ QString literal(QString title) {
 }
 } // namespace
 
-MenuPicker::MenuPicker(QWidget *parent) : QAbstractButton(parent), AccessibleControl(this) {
-    setFocusPolicy(Qt::TabFocus);
+MenuPicker::MenuPicker(QWidget *parent) : Pressable(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     FocusRing::install(this, radius);
     connect(this, &QAbstractButton::clicked, this, &MenuPicker::openMenu);
@@ -66,6 +65,7 @@ QSize MenuPicker::sizeHint() const {
 }
 
 void MenuPicker::addAccessibleState(QAccessible::State &state) const {
+    Pressable::addAccessibleState(state);
     state.hasPopup = true;
     state.expandable = true;
     state.expanded = menu_ != nullptr;
@@ -78,11 +78,6 @@ QWidget *MenuPicker::accessiblePopup() const {
 
 QStringList MenuPicker::accessibleActions() const {
     return {QAccessibleActionInterface::showMenuAction(), QAccessibleActionInterface::pressAction()};
-}
-
-void MenuPicker::performAccessibleAction(const QString &action) {
-    if (accessibleActions().contains(action))
-        openMenu();
 }
 
 void MenuPicker::openMenu() {
@@ -139,7 +134,7 @@ void MenuPicker::paintEvent(QPaintEvent *) {
     if (!isEnabled())
         painter.setOpacity(0.45);
     paintFrame(painter, rect(), radius, colors.control, colors.controlEdge);
-    if (isEnabled() && (underMouse() || isDown() || menu_ != nullptr))
+    if (isLit() || menu_ != nullptr)
         paintFrame(painter, rect(), radius, withAlpha(colors.primary, menu_ != nullptr ? 0.08 : 0.04),
                    Qt::transparent);
 
@@ -159,35 +154,16 @@ void MenuPicker::paintEvent(QPaintEvent *) {
 }
 
 void MenuPicker::keyPressEvent(QKeyEvent *event) {
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-        if (!event->isAutoRepeat())
-            openMenu();
-        return;
-    default:
-        QAbstractButton::keyPressEvent(event);
-    }
+    if (event->key() != Qt::Key_Up && event->key() != Qt::Key_Down)
+        Pressable::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        openMenu();
 }
 
 void MenuPicker::mousePressEvent(QMouseEvent *event) {
     // A menu opens on the press, so that one gesture may press, drag to an option and release.
     if (event->button() == Qt::LeftButton)
         openMenu();
-}
-
-void MenuPicker::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QAbstractButton::changeEvent(event);
-}
-
-bool MenuPicker::event(QEvent *event) {
-    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-        update();
-    return QAbstractButton::event(event);
 }
 
 } // namespace quorbit

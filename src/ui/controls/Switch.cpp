@@ -5,7 +5,6 @@
 #include "ui/look/TextStyle.h"
 #include "ui/look/Theme.h"
 
-#include <QEvent>
 #include <QPainter>
 
 #include <cmath>
@@ -24,8 +23,7 @@ QColor between(const QColor &off, const QColor &on, double position) {
 
 } // namespace
 
-Switch::Switch(Size size, QWidget *parent) : QAbstractButton(parent), AccessibleControl(this), size_(size) {
-    setFocusPolicy(Qt::TabFocus);
+Switch::Switch(Size size, QWidget *parent) : Pressable(parent), size_(size) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     FocusRing::install(this, sizeHint().height() / 2.0);
     animation_.setEasingCurve(QEasingCurve::InOutCubic);
@@ -64,18 +62,13 @@ QSize Switch::sizeHint() const {
 }
 
 void Switch::addAccessibleState(QAccessible::State &state) const {
+    Pressable::addAccessibleState(state);
     state.checkable = true;
     state.checked = on_;
-    state.pressed = isDown();
 }
 
 QStringList Switch::accessibleActions() const {
     return {QAccessibleActionInterface::toggleAction(), QAccessibleActionInterface::pressAction()};
-}
-
-void Switch::performAccessibleAction(const QString &action) {
-    if (accessibleActions().contains(action))
-        click();
 }
 
 void Switch::paintEvent(QPaintEvent *) {
@@ -106,12 +99,6 @@ void Switch::paintEvent(QPaintEvent *) {
     painter.drawEllipse(knob.translated(0, 0.6));
     painter.setBrush(colors.highContrast ? readableOn(face) : QColor(Qt::white));
     painter.drawEllipse(knob);
-}
-
-void Switch::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QAbstractButton::changeEvent(event);
 }
 
 } // namespace quorbit

@@ -49,7 +49,7 @@ void TabBar::paintItem(QPainter &painter, const ChoiceItem &item) const {
     }
     if (chosen && colors.highContrast)
         paintFrame(painter, item.rect(), radius, Qt::transparent, colors.controlEdge);
-    const bool lit = item.isEnabled() && (item.underMouse() || item.isDown()) && !chosen;
+    const bool lit = item.isLit() && !chosen;
     const double side = symbolSide * scale;
     const QRectF square((item.width() - side) / 2, symbolTop * scale, side, side);
     paintSymbol(painter, square, item.choice().symbol,
