@@ -2,13 +2,12 @@
 
 #include "ui/access/FocusRing.h"
 #include "ui/controls/ProgressIndicator.h"
+#include "ui/look/ControlStyle.h"
 #include "ui/look/Frame.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/Theme.h"
 
 #include <QPainter>
-
-#include <cmath>
 
 namespace quorbit {
 
@@ -25,7 +24,6 @@ constexpr Metrics regularMetrics{TextStyle::body, 27, 13, 16, 6};
 constexpr Metrics smallMetrics{TextStyle::callout, 22, 10, 14, 5};
 constexpr Metrics captionMetrics{TextStyle::caption, 16, 0, 12, 4};
 constexpr double symbolGap = 6;
-constexpr double disabledOpacity = 0.45;
 
 const Metrics &metricsOf(ButtonKind kind, ButtonSize size) {
     if (kind == ButtonKind::destructiveCaption)
@@ -116,16 +114,13 @@ bool Button::isFilled() const {
 int Button::symbolWidth() const {
     if (symbol_.isEmpty())
         return 0;
-    const double width = metricsOf(kind_, size_).symbol + (label_.isEmpty() ? 0 : symbolGap);
-    return static_cast<int>(std::lround(width * fontScale(font())));
+    return scaled(metricsOf(kind_, size_).symbol + (label_.isEmpty() ? 0 : symbolGap), font());
 }
 
 QSize Button::sizeHint() const {
     const Metrics &metrics = metricsOf(kind_, size_);
-    const double scale = fontScale(font());
-    const int text = textWidth(ownFont(), label_);
-    return {text + symbolWidth() + static_cast<int>(std::lround(2 * metrics.padding * scale)),
-            static_cast<int>(std::lround(metrics.height * scale))};
+    return {textWidth(ownFont(), label_) + symbolWidth() + scaled(2 * metrics.padding, font()),
+            scaled(metrics.height, font())};
 }
 
 void Button::addAccessibleState(QAccessible::State &state) const {
@@ -137,8 +132,7 @@ void Button::paintEvent(QPaintEvent *) {
     const Metrics &metrics = metricsOf(kind_, size_);
     const Look look = lookOf(kind_, palette(), !isLit() ? 0 : isDown() ? 0.12 : 0.04);
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+    dimIfDisabled(painter, *this);
     paintFrame(painter, rect(), metrics.radius, look.fill, look.edge);
     if (busy_ != nullptr)
         return;

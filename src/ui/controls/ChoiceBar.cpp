@@ -1,6 +1,7 @@
 #include "ui/controls/ChoiceBar.h"
 
 #include "ui/access/FocusRing.h"
+#include "ui/look/ControlStyle.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -57,8 +58,7 @@ void ChoiceItem::addAccessibleState(QAccessible::State &state) const {
 void ChoiceItem::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (!isEnabled())
-        painter.setOpacity(0.45);
+    dimIfDisabled(painter, *this);
     bar_->paintItem(painter, *this);
 }
 

@@ -1,6 +1,7 @@
 #include "ui/controls/MenuPicker.h"
 
 #include "ui/access/FocusRing.h"
+#include "ui/look/ControlStyle.h"
 #include "ui/look/Frame.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
@@ -12,7 +13,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include <cmath>
+#include <algorithm>
 
 namespace quorbit {
 
@@ -57,11 +58,10 @@ void MenuPicker::setCurrent(int index) {
 }
 
 QSize MenuPicker::sizeHint() const {
-    const double scale = fontScale(font());
-    const double text = std::max(leastTextWidth * scale, 1.0 * textWidth(textFont(TextStyle::callout, font()),
-                                                                         options_.value(current_)));
-    return {static_cast<int>(std::lround(text + (leading + gap + chevrons + trailing) * scale)),
-            static_cast<int>(std::lround(pickerHeight * scale))};
+    constexpr double beside = leading + gap + chevrons + trailing;
+    const int text = textWidth(textFont(TextStyle::callout, font()), options_.value(current_));
+    return {std::max(scaled(leastTextWidth + beside, font()), text + scaled(beside, font())),
+            scaled(pickerHeight, font())};
 }
 
 void MenuPicker::addAccessibleState(QAccessible::State &state) const {
@@ -131,8 +131,7 @@ void MenuPicker::paintEvent(QPaintEvent *) {
     const ThemeColors colors = themeColors(palette());
     const double scale = fontScale(font());
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(0.45);
+    dimIfDisabled(painter, *this);
     paintFrame(painter, rect(), radius, colors.control, colors.controlEdge);
     if (isLit() || menu_ != nullptr)
         paintFrame(painter, rect(), radius, withAlpha(colors.primary, menu_ != nullptr ? 0.08 : 0.04),

@@ -7,7 +7,7 @@
 #include <QPainter>
 #include <QTimerEvent>
 
-#include <cmath>
+#include <algorithm>
 
 namespace quorbit {
 
@@ -30,8 +30,7 @@ void ProgressIndicator::setColor(TextColor color) {
 }
 
 QSize ProgressIndicator::sizeHint() const {
-    const int scaled = static_cast<int>(std::lround(side * fontScale(font())));
-    return {scaled, scaled};
+    return {scaled(side, font()), scaled(side, font())};
 }
 
 void ProgressIndicator::paintEvent(QPaintEvent *) {

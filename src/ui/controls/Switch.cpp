@@ -7,8 +7,6 @@
 
 #include <QPainter>
 
-#include <cmath>
-
 namespace quorbit {
 
 namespace {
@@ -56,9 +54,7 @@ void Switch::setOn(bool on) {
 
 QSize Switch::sizeHint() const {
     const QSize size = size_ == Size::small ? smallSize : regularSize;
-    const double scale = fontScale(font());
-    return {static_cast<int>(std::lround(size.width() * scale)),
-            static_cast<int>(std::lround(size.height() * scale))};
+    return {scaled(size.width(), font()), scaled(size.height(), font())};
 }
 
 void Switch::addAccessibleState(QAccessible::State &state) const {
@@ -76,8 +72,7 @@ void Switch::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    if (!isEnabled())
-        painter.setOpacity(0.45);
+    dimIfDisabled(painter, *this);
 
     QRectF track{QPointF(), QSizeF(sizeHint())};
     track.moveCenter(QRectF(rect()).center());

@@ -1,5 +1,6 @@
 #include "ui/text/SymbolLabel.h"
 
+#include "ui/look/ControlStyle.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
 
@@ -49,8 +50,7 @@ void SymbolLabel::addAccessibleState(QAccessible::State &state) const {
 
 void SymbolLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(0.5);
+    dimIfDisabled(painter, *this);
     // A glyph may be a little wider than its column; its own square has a margin that allows it.
     const double side = size_ * fontScale(font());
     QRectF square(0, 0, side, side);

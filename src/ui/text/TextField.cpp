@@ -5,8 +5,6 @@
 #include <QApplication>
 #include <QPainter>
 
-#include <cmath>
-
 namespace quorbit {
 
 namespace {
@@ -26,8 +24,8 @@ TextField::TextField(const QString &placeholder, QWidget *parent)
 QSize TextField::sizeHint() const {
     // The width stays, for a window does not grow with the font and the label beside the field needs its
     // share.
-    const double scale = fontScale(parentWidget() != nullptr ? parentWidget()->font() : QApplication::font());
-    return {fieldWidth, static_cast<int>(std::lround(fieldHeight * scale))};
+    return {fieldWidth,
+            scaled(fieldHeight, parentWidget() != nullptr ? parentWidget()->font() : QApplication::font())};
 }
 
 QSize TextField::minimumSizeHint() const {

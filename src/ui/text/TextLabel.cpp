@@ -1,5 +1,6 @@
 #include "ui/text/TextLabel.h"
 
+#include "ui/look/ControlStyle.h"
 #include "ui/look/ToolTip.h"
 
 #include <QEvent>
@@ -159,8 +160,7 @@ void TextLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setFont(ownFont());
     painter.setPen(textColor(palette(), color_));
-    if (!isEnabled())
-        painter.setOpacity(0.5);
+    dimIfDisabled(painter, *this);
     if (overflow_ == Overflow::wrap) {
         const auto lines = wrappedText(text_, ownFont(), width(), visualAlignment());
         const double spare = std::max(height() - lines->boundingRect().height(), 0.0);
