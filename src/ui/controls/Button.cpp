@@ -67,15 +67,6 @@ Button::Button(const QString &label, ButtonKind kind, ButtonSize size, QWidget *
     FocusRing::install(this, metricsOf(kind, size).radius);
 }
 
-void Button::setLabel(const QString &label) {
-    if (label == label_)
-        return;
-    label_ = label;
-    updateGeometry();
-    update();
-    accessibleNameChanged();
-}
-
 void Button::setSymbol(const QString &name) {
     if (name == symbol_)
         return;

@@ -25,7 +25,6 @@ public:
                     ButtonSize size = ButtonSize::regular, QWidget *parent = nullptr);
 
     QString label() const { return label_; }
-    void setLabel(const QString &label);
     void setSymbol(const QString &name);
     /// Shows a progress indicator in place of the label. The button keeps its size; disabling it is the
     /// owner's choice.

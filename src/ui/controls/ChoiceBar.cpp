@@ -3,7 +3,6 @@
 #include "ui/access/FocusRing.h"
 #include "ui/look/ControlStyle.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
@@ -130,14 +129,6 @@ bool ChoiceBar::moveFrom(const ChoiceItem &item, int key) {
     if (*target >= 0 && *target <= last && *target != current_)
         Q_EMIT picked(*target);
     return true;
-}
-
-void ChoiceBar::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange) {
-        for (ChoiceItem *item : items_)
-            item->updateGeometry();
-    }
-    QWidget::changeEvent(event);
 }
 
 } // namespace quorbit

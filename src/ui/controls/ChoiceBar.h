@@ -69,7 +69,6 @@ Q_SIGNALS:
 protected:
     ChoiceBar(double ringRadius, int spacing, QMargins margins, QWidget *parent);
     const QList<ChoiceItem *> &items() const { return items_; }
-    void changeEvent(QEvent *event) override;
 
 private:
     void updateFocusStops();

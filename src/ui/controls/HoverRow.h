@@ -12,9 +12,6 @@ class HoverRow : public Pressable {
 public:
     explicit HoverRow(QWidget *parent = nullptr);
 
-    /// Rounds the highlight at the ends of a card.
-    void setRoundedCorners(bool top, bool bottom);
-
     QSize sizeHint() const override { return QWidget::sizeHint(); }
 
 protected:
@@ -25,8 +22,6 @@ private:
     void setHighlighted(bool highlighted);
 
     bool highlighted_ = false;
-    bool roundTop_ = false;
-    bool roundBottom_ = false;
 };
 
 } // namespace quorbit

@@ -7,7 +7,6 @@
 #include "ui/look/TextStyle.h"
 #include "ui/look/Theme.h"
 
-#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>

@@ -3,7 +3,6 @@
 #include "ui/look/ControlStyle.h"
 #include "ui/look/TextStyle.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QTimerEvent>
 
@@ -20,13 +19,6 @@ constexpr int turnTime = 100; // ms
 ProgressIndicator::ProgressIndicator(TextColor color, QWidget *parent)
     : QWidget(parent), AccessibleControl(this), color_(color) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
-
-void ProgressIndicator::setColor(TextColor color) {
-    if (color == color_)
-        return;
-    color_ = color;
-    update();
 }
 
 QSize ProgressIndicator::sizeHint() const {
@@ -67,12 +59,6 @@ void ProgressIndicator::timerEvent(QTimerEvent *event) {
     }
     step_ = (step_ + 1) % spokes;
     update();
-}
-
-void ProgressIndicator::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QWidget::changeEvent(event);
 }
 
 } // namespace quorbit

@@ -20,10 +20,6 @@ public:
     /// Extra space between characters, in pixels at the default font size.
     void setLetterSpacing(double pixels);
 
-protected:
-    bool event(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     void restyle();
 

@@ -4,7 +4,6 @@
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
 
-#include <QEvent>
 #include <QPainter>
 
 #include <cmath>
@@ -56,14 +55,6 @@ void SymbolLabel::paintEvent(QPaintEvent *) {
     QRectF square(0, 0, side, side);
     square.moveCenter(QRectF(rect()).center());
     paintSymbol(painter, square, name_, shapeColor(palette(), color_));
-}
-
-void SymbolLabel::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::EnabledChange)
-        update();
-    QWidget::changeEvent(event);
 }
 
 } // namespace quorbit

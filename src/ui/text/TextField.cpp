@@ -1,8 +1,8 @@
 #include "ui/text/TextField.h"
 
 #include "ui/look/Frame.h"
+#include "ui/look/Inherited.h"
 
-#include <QApplication>
 #include <QPainter>
 
 namespace quorbit {
@@ -24,8 +24,7 @@ TextField::TextField(const QString &placeholder, QWidget *parent)
 QSize TextField::sizeHint() const {
     // The width stays, for a window does not grow with the font and the label beside the field needs its
     // share.
-    return {fieldWidth,
-            scaled(fieldHeight, parentWidget() != nullptr ? parentWidget()->font() : QApplication::font())};
+    return {fieldWidth, scaled(fieldHeight, inheritedFont(*this))};
 }
 
 QSize TextField::minimumSizeHint() const {
@@ -34,8 +33,7 @@ QSize TextField::minimumSizeHint() const {
 
 void TextField::paintEvent(QPaintEvent *event) {
     {
-        const ThemeColors colors =
-            themeColors(parentWidget() != nullptr ? parentWidget()->palette() : QApplication::palette());
+        const ThemeColors colors = themeColors(inheritedPalette(*this));
         QPainter painter(this);
         paintFrame(painter, rect(), radius, colors.field, hasFocus() ? colors.accent : colors.fieldEdge,
                    hasFocus() ? 2 : 1);

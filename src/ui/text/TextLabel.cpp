@@ -70,13 +70,6 @@ void TextLabel::setHeading() {
     role_ = QAccessible::Heading;
 }
 
-void TextLabel::setStyle(TextStyle style) {
-    if (style == style_)
-        return;
-    style_ = style;
-    relayout();
-}
-
 void TextLabel::setColor(TextColor color) {
     if (color == color_)
         return;
@@ -175,8 +168,6 @@ void TextLabel::paintEvent(QPaintEvent *) {
 void TextLabel::changeEvent(QEvent *event) {
     if (event->type() == QEvent::FontChange)
         relayout();
-    if (event->type() == QEvent::EnabledChange)
-        update();
     QWidget::changeEvent(event);
 }
 
