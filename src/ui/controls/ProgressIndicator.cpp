@@ -2,6 +2,7 @@
 
 #include "ui/look/ControlStyle.h"
 #include "ui/look/TextStyle.h"
+#include "ui/look/Theme.h"
 
 #include <QPainter>
 #include <QTimerEvent>

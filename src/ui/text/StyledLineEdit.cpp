@@ -1,6 +1,7 @@
 #include "ui/text/StyledLineEdit.h"
 
 #include "ui/look/Inherited.h"
+#include "ui/look/Theme.h"
 
 namespace quorbit {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "ui/look/TextColor.h"
 #include "ui/look/TextStyle.h"
-#include "ui/look/Theme.h"
 
 #include <QLineEdit>
 

@@ -3,6 +3,7 @@
 #include "ui/look/ControlStyle.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
+#include "ui/look/Theme.h"
 
 #include <QPainter>
 

@@ -2,6 +2,7 @@
 
 #include "ui/look/Frame.h"
 #include "ui/look/Inherited.h"
+#include "ui/look/Theme.h"
 
 #include <QPainter>
 

@@ -1,6 +1,7 @@
 #include "ui/text/TextLabel.h"
 
 #include "ui/look/ControlStyle.h"
+#include "ui/look/Theme.h"
 #include "ui/look/ToolTip.h"
 
 #include <QEvent>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ui/access/Accessibility.h"
+#include "ui/look/TextColor.h"
 #include "ui/look/TextStyle.h"
-#include "ui/look/Theme.h"
 
 #include <QHash>
 #include <QPointer>
