@@ -1,7 +1,7 @@
 #pragma once
 
 #include "daemon/ServiceState.h"
-#include "ui/look/Theme.h"
+#include "ui/look/TextColor.h"
 #include "update/UpdateState.h"
 
 #include <QString>

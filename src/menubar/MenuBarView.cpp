@@ -199,18 +199,9 @@ void MenuBarView::keyPressEvent(QKeyEvent *event) {
     case Qt::Key_Up:
         focusNextPrevChild(false);
         return;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        // Buttons take only the space key by themselves.
-        if (auto *button = qobject_cast<QAbstractButton *>(focusWidget()); button && !event->isAutoRepeat()) {
-            button->click();
-            return;
-        }
-        break;
     default:
-        break;
+        QWidget::keyPressEvent(event);
     }
-    QWidget::keyPressEvent(event);
 }
 
 } // namespace quorbit

@@ -134,7 +134,7 @@ private Q_SLOTS:
         QVERIFY(shown[0].isSelf && !shown[0].isMaster && shown[0].statusText.isEmpty());
         QCOMPARE(shown[1].symbol, u"pc"_s);
         QCOMPARE(shown[1].statusText, u"kvm.canvas.online"_s);
-        QVERIFY(shown[1].isMaster && shown[1].statusTint == Tint::green);
+        QVERIFY(shown[1].isMaster && shown[1].statusColor == TextColor::green);
         QCOMPARE(shown[2].symbol, u"display"_s);
 
         const CardMetrics low = cardMetrics(50);

@@ -155,18 +155,18 @@ private Q_SLOTS:
         const struct {
             Device device;
             QString badge;
-            Tint tint;
+            TextColor color;
             std::optional<qint64> holds = {}; ///< milliseconds
-        } rows[]{{{.online = true, .last_seen = 5}, u"devices.online"_s, Tint::green},
-                 {{.online = false}, u"devices.offline"_s, Tint::secondary},
-                 {{.last_seen = 0}, u"devices.offline"_s, Tint::secondary},
-                 {{.last_seen = now - 50}, u"devices.lastseen now"_s, Tint::secondary, 950}};
-        for (const auto &[device, badge, tint, holds] : rows) {
+        } rows[]{{{.online = true, .last_seen = 5}, u"devices.online"_s, TextColor::green},
+                 {{.online = false}, u"devices.offline"_s, TextColor::secondary},
+                 {{.last_seen = 0}, u"devices.offline"_s, TextColor::secondary},
+                 {{.last_seen = now - 50}, u"devices.lastseen now"_s, TextColor::secondary, 950}};
+        for (const auto &[device, badge, color, holds] : rows) {
             ServiceState service;
             service.devices = {device};
             const auto row = devicesModel(service, {}, now, formats_).rows.front();
             QCOMPARE(row.badge, badge);
-            QVERIFY(row.badgeTint == tint);
+            QVERIFY(row.badgeColor == color);
             const auto shown = devicesModelHoldsFor(service, now);
             QCOMPARE(shown ? std::optional<qint64>(shown->count()) : std::nullopt, holds);
         }
@@ -237,18 +237,18 @@ private Q_SLOTS:
         const struct {
             Change change;
             QString text;
-            Tint dot = Tint::orange;
+            TextColor dot = TextColor::orange;
             bool isTrusted = false;
-        } rows[]{{asIs, u"ready"_s, Tint::green},
+        } rows[]{{asIs, u"ready"_s, TextColor::green},
                  {isOff, {}},
-                 {granted(false), u"need_ax"_s, Tint::orange, true},
+                 {granted(false), u"need_ax"_s, TextColor::orange, true},
                  {granted({}), u"need_ax"_s},
-                 {granted({}), u"ready"_s, Tint::green, true},
+                 {granted({}), u"ready"_s, TextColor::green, true},
                  {noStatus, u"need_ax"_s},
-                 {noStatus, u"waiting"_s, Tint::orange, true},
+                 {noStatus, u"waiting"_s, TextColor::orange, true},
                  {alone, u"waiting"_s},
                  {withMaster({}), u"no_master"_s},
-                 {withMaster(u"peer"_s), u"controlled[Peer now]"_s, Tint::green},
+                 {withMaster(u"peer"_s), u"controlled[Peer now]"_s, TextColor::green},
                  {withMaster(u"office"_s), u"master_off[Office]"_s},
                  {withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
                  {withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s}};
@@ -280,17 +280,17 @@ private Q_SLOTS:
         const struct {
             Change change;
             QString title;
-            Tint tint;
+            TextColor color;
             bool offersGrant;
-        } rows[]{{granted(true), u"granted"_s, Tint::green, false},
-                 {granted({}, false), u"not_granted"_s, Tint::orange, true},
-                 {granted(true, true), u"needs_restart"_s, Tint::blue, false},
-                 {granted(false, true), u"needs_restart"_s, Tint::blue, true}};
-        for (const auto &[change, title, tint, offersGrant] : rows) {
+        } rows[]{{granted(true), u"granted"_s, TextColor::green, false},
+                 {granted({}, false), u"not_granted"_s, TextColor::orange, true},
+                 {granted(true, true), u"needs_restart"_s, TextColor::accent, false},
+                 {granted(false, true), u"needs_restart"_s, TextColor::accent, true}};
+        for (const auto &[change, title, color, offersGrant] : rows) {
             const auto shown = modelAfter(change)->accessibility;
             QCOMPARE(shown.title, u"kvm.accessibility."_s + title);
             QCOMPARE(shown.description, shown.title + u"_desc"_s);
-            QVERIFY(shown.tint == tint);
+            QVERIFY(shown.color == color);
             QCOMPARE(shown.offersGrant, offersGrant);
         }
     }

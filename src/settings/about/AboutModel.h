@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/Tint.h"
+#include "ui/look/TextColor.h"
 #include "update/UpdateState.h"
 
 #include <QString>
@@ -38,9 +38,9 @@ struct AboutModel {
 
     struct CheckStatus {
         QString symbol; ///< empty: none
-        Tint symbolTint = Tint::secondary;
+        TextColor symbolColor = TextColor::secondary;
         QString text;
-        Tint textTint = Tint::primary;
+        TextColor textColor = TextColor::primary;
 
         bool operator==(const CheckStatus &) const = default;
     };

@@ -1,7 +1,6 @@
 #include "settings/about/AboutTab.h"
 
 #include "settings/AppIcon.h"
-#include "settings/TintColor.h"
 #include "settings/about/UpdateBanner.h"
 #include "ui/access/FocusKeeping.h"
 #include "ui/controls/Button.h"
@@ -178,9 +177,9 @@ void AboutTab::render(const AboutModel &model) {
     banner_->setVisible(model.banner.has_value());
 
     checkStatus_->setSymbol(model.checkStatus.symbol);
-    checkStatus_->symbol().setColor(textColorOf(model.checkStatus.symbolTint));
+    checkStatus_->symbol().setColor(model.checkStatus.symbolColor);
     checkStatus_->setText(model.checkStatus.text);
-    checkStatus_->text().setColor(textColorOf(model.checkStatus.textTint));
+    checkStatus_->text().setColor(model.checkStatus.textColor);
     setEnabledKeepingFocus(*check_, !model.isChecking, *updateRow_);
     check_->setBusy(model.isChecking);
     lastChecked_->setText(model.lastChecked);

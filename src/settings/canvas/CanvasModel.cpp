@@ -20,7 +20,7 @@ std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &maste
                         .title = displayLine(device.name),
                         .symbol = cardSymbol(device.platform),
                         .statusText = {},
-                        .statusTint = device.online ? Tint::green : Tint::secondary,
+                        .statusColor = device.online ? TextColor::green : TextColor::secondary,
                         .isSelf = device.id == desk.selfID,
                         .isMaster = device.id == masterID,
                         .isOnline = device.online,

@@ -1,6 +1,5 @@
 #include "settings/canvas/CardPainter.h"
 
-#include "settings/TintColor.h"
 #include "ui/look/Frame.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
@@ -150,7 +149,7 @@ void CardPainter::paintContent(QPainter &painter, const CanvasCard &card, const 
     paintLine(card.title, nameFont, nameHeight, padding + namePadding, TextColor::primary);
     top += nameHeight + lineGap;
     if (!card.isSelf)
-        paintLine(card.statusText, statusFont, statusHeight - lineGap, padding, textColorOf(card.statusTint));
+        paintLine(card.statusText, statusFont, statusHeight - lineGap, padding, card.statusColor);
 }
 
 CardMetrics CardPainter::sizes(double height) const {

@@ -1,6 +1,5 @@
 #include "settings/devices/DeviceRow.h"
 
-#include "settings/TintColor.h"
 #include "ui/controls/Button.h"
 #include "ui/text/SelectableText.h"
 #include "ui/text/SymbolLabel.h"
@@ -65,7 +64,7 @@ void DeviceRow::fill(const DevicesModel::Row &model) {
     symbol_->setSymbol(model.symbol);
     name_->setText(model.name);
     badge_->setText(model.badge);
-    badge_->setColor(textColorOf(model.badgeTint));
+    badge_->setColor(model.badgeColor);
     fingerprint_->setValue(model.fingerprint);
     // Heard alone, each has to say whose it is; what it is, the fingerprint's text says itself.
     fingerprint_->setAccessibleName(model.name);

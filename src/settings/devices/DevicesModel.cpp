@@ -48,7 +48,7 @@ DevicesModel devicesModel(const ServiceState &service, const std::optional<Devic
                               .symbol = device.platform == u"darwin"_s ? u"laptopcomputer"_s : u"pc"_s,
                               .name = displayLine(device.name),
                               .badge = badge(device, now, formats),
-                              .badgeTint = isOnline(device) ? Tint::green : Tint::secondary,
+                              .badgeColor = isOnline(device) ? TextColor::green : TextColor::secondary,
                               .fingerprint = shortFingerprint(device)});
     if (pendingUnpair)
         model.confirmation = DevicesModel::Confirmation{

@@ -1,6 +1,5 @@
 #include "settings/kvm/AccessibilityRow.h"
 
-#include "settings/TintColor.h"
 #include "ui/controls/Button.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
@@ -78,7 +77,7 @@ void AccessibilityRow::render(const KvmModel::Accessibility &model) {
         return;
     shown_ = model;
     symbol_->setSymbol(model.symbol);
-    symbol_->setColor(textColorOf(model.tint));
+    symbol_->setColor(model.color);
     title_->setText(model.title);
     description_->setText(model.description);
     // The focus stays here when the buttons go; it would jump to the top of the window.

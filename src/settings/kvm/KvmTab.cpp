@@ -3,7 +3,6 @@
 #include "daemon/Daemon.h"
 #include "settings/SettingsEdit.h"
 #include "settings/TellAnswer.h"
-#include "settings/TintColor.h"
 #include "settings/canvas/ScreenLayoutCanvas.h"
 #include "settings/kvm/AccessibilityRow.h"
 #include "settings/kvm/InfoLine.h"
@@ -212,7 +211,7 @@ void KvmTab::render(const std::optional<KvmModel> &model) {
 void KvmTab::renderStatus(const KvmModel &model) {
     enabled_->setOn(model.isEnabled);
     if (const auto &line = model.statusLine) {
-        dot_->setColor(textColorOf(line->dot));
+        dot_->setColor(line->dot);
         status_->setText(line->text);
     }
     statusRow_->setVisible(model.statusLine.has_value());

@@ -1,6 +1,5 @@
 #include "settings/kvm/MasterFooter.h"
 
-#include "settings/TintColor.h"
 #include "ui/text/IconLabel.h"
 
 #include <QVBoxLayout>
@@ -25,7 +24,7 @@ void MasterFooter::render(const std::vector<KvmModel::FooterLine> &lines) {
     while (const std::unique_ptr<QLayoutItem> item{column_->takeAt(0)})
         delete item->widget();
     for (const KvmModel::FooterLine &line : lines) {
-        auto *label = new IconLabel(line.symbol, line.text, TextStyle::caption, textColorOf(line.tint));
+        auto *label = new IconLabel(line.symbol, line.text, TextStyle::caption, line.color);
         label->text().setOverflow(TextLabel::Overflow::wrap);
         column_->addWidget(label);
     }

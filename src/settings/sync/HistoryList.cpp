@@ -16,7 +16,6 @@
 #include <QStyle>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quorbit {
 
@@ -28,10 +27,6 @@ constexpr int columnGap = 10;
 constexpr int leastSpace = 8; // between the preview and what follows it, beside the gaps
 constexpr double symbolSide = 16;
 constexpr double cornerRadius = 7; // of the card, inside its edge
-
-int scaled(double size, const QFont &font) {
-    return static_cast<int>(std::lround(size * fontScale(font)));
-}
 
 } // namespace
 
@@ -280,12 +275,6 @@ void HistoryList::keyPressEvent(QKeyEvent *event) {
     default:
         QWidget::keyPressEvent(event);
     }
-}
-
-void HistoryList::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QWidget::changeEvent(event);
 }
 
 bool HistoryList::event(QEvent *event) {

@@ -7,7 +7,6 @@
 #include <QEvent>
 #include <QHBoxLayout>
 
-#include <cmath>
 #include <utility>
 
 namespace quorbit {
@@ -66,7 +65,7 @@ void FormRow::addControl(QWidget *control) {
 }
 
 void FormRow::updateMinimum() {
-    setMinimumHeight(static_cast<int>(std::lround(leastHeight * fontScale(font()))));
+    setMinimumHeight(scaled(leastHeight, font()));
 }
 
 void FormRow::changeEvent(QEvent *event) {

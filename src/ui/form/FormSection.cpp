@@ -34,12 +34,6 @@ FormSection::FormSection(const QString &title, QWidget *parent)
     title_->setBuddy(card_);
 }
 
-void FormSection::setTitle(const QString &title) {
-    title_->setText(title);
-    header_->setVisible(!title.isEmpty());
-    card_->setAccessibleName(title);
-}
-
 void FormSection::setHeaderControl(QWidget *control) {
     headerRow_->addWidget(control);
 }
@@ -66,10 +60,6 @@ void FormSection::setFooterWidget(QWidget *footer) {
 
 void FormSection::addRow(QWidget *row) {
     card_->addRow(row);
-}
-
-void FormSection::insertRow(int index, QWidget *row) {
-    card_->insertRow(index, row);
 }
 
 } // namespace quorbit

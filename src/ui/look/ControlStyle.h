@@ -36,4 +36,7 @@ private:
 /// see it.
 int animationDuration(const QWidget &widget);
 
+/// Makes what `painter` paints of a disabled widget paler.
+void dimIfDisabled(QPainter &painter, const QWidget &widget);
+
 } // namespace quorbit

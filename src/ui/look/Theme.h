@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Appearance.h"
+#include "ui/look/TextColor.h"
 
 #include <QColor>
 #include <QPalette>
@@ -16,9 +17,6 @@ QPalette highlightedPalette(const QPalette &palette);
 
 /// The same for what lies on a card tinted in the accent colour.
 QPalette tintedPalette(const QPalette &palette);
-
-/// What a text or a symbol is painted in, by meaning.
-enum class TextColor { primary, secondary, tertiary, accent, green, orange, red, yellow, onAccent };
 
 /// The colour for text, readable on the palette's window and card (4.5 : 1, in high contrast 7 : 1).
 QColor textColor(const QPalette &palette, TextColor color);

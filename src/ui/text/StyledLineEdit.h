@@ -1,7 +1,7 @@
 #pragma once
 
+#include "ui/look/TextColor.h"
 #include "ui/look/TextStyle.h"
-#include "ui/look/Theme.h"
 
 #include <QLineEdit>
 
@@ -22,8 +22,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    bool event(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void restyle();

@@ -1,11 +1,10 @@
 #include "ui/text/TextField.h"
 
 #include "ui/look/Frame.h"
+#include "ui/look/Inherited.h"
+#include "ui/look/Theme.h"
 
-#include <QApplication>
 #include <QPainter>
-
-#include <cmath>
 
 namespace quorbit {
 
@@ -26,8 +25,7 @@ TextField::TextField(const QString &placeholder, QWidget *parent)
 QSize TextField::sizeHint() const {
     // The width stays, for a window does not grow with the font and the label beside the field needs its
     // share.
-    const double scale = fontScale(parentWidget() != nullptr ? parentWidget()->font() : QApplication::font());
-    return {fieldWidth, static_cast<int>(std::lround(fieldHeight * scale))};
+    return {fieldWidth, scaled(fieldHeight, inheritedFont(*this))};
 }
 
 QSize TextField::minimumSizeHint() const {
@@ -36,8 +34,7 @@ QSize TextField::minimumSizeHint() const {
 
 void TextField::paintEvent(QPaintEvent *event) {
     {
-        const ThemeColors colors =
-            themeColors(parentWidget() != nullptr ? parentWidget()->palette() : QApplication::palette());
+        const ThemeColors colors = themeColors(inheritedPalette(*this));
         QPainter painter(this);
         paintFrame(painter, rect(), radius, colors.field, hasFocus() ? colors.accent : colors.fieldEdge,
                    hasFocus() ? 2 : 1);
