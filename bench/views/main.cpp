@@ -39,7 +39,7 @@ void pressKeys() {
         qFatal("the history does not come");
     for (int round = 0; round < keyRounds; ++round) {
         SyncTab tab(*world.daemon);
-        tab.refresh();
+        tab.showState();
         tab.resize(580, 520);
         tab.show();
         tab.activateWindow();

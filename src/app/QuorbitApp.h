@@ -18,6 +18,7 @@
 namespace quorbit {
 
 class ControlStyle;
+class MenuBarView;
 class PanelWindow;
 class SettingsWindow;
 struct SettingsServices;
@@ -65,6 +66,7 @@ private:
     const QFont toolkitFont_; ///< where the desktop names none
     QTimer rendering_;
     std::unique_ptr<PanelWindow> panel_;
+    MenuBarView *view_ = nullptr;        ///< inside the panel
     std::optional<TimeFormats> formats_; ///< outlives the window
     std::unique_ptr<SettingsWindow> settings_;
 };

@@ -93,7 +93,7 @@ void poll(Fixture &world, Desk &desk, int number) {
         world.service.close();
 
     world.service.seen.clear();
-    world.announced.clear();
+    world.announced = 0;
     world.clock.advance(2000ms);
     desk.advance(2000ms);
     if (kind == Trouble::hang) {
