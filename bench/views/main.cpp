@@ -94,7 +94,7 @@ int main(int argc, char **argv) {
     useTestFonts();
     QApplication app(argc, argv);
     QApplication::setStyle(new ControlStyle);
-    useLanguage("en"_L1);
+    useLanguage(u"en"_s);
     if (app.arguments().value(1) == "key"_L1)
         pressKeys();
     else

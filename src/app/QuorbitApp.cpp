@@ -158,12 +158,11 @@ void QuorbitApp::showPanel(const StartRequest &request) {
 
 SettingsServices QuorbitApp::settingsServices() {
     AboutServices about;
-    for (const AppLanguage language : appLanguages)
-        about.languages.push_back({rawValue(language), qtTrId(labelKey(language))});
+    about.languages.push_back({QString(), qtTrId("about.language.system")});
+    for (const AppLanguage &language : appLanguages())
+        about.languages.push_back({language.rawValue, qtTrId(language.labelKey)});
     about.storedLanguage = [this] { return storedLanguage(defaults_); };
-    about.chooseLanguage = [this](const QString &value) {
-        LanguageOverride::apply(appLanguage(value).value_or(AppLanguage::system), defaults_);
-    };
+    about.chooseLanguage = [this](const QString &value) { LanguageOverride::apply(value, defaults_); };
     about.restart = [this] { relaunchQuorbitApp(platform_); };
     about.openAddress = [this](const QUrl &address) { platform_.open(address); };
     KvmServices kvm;

@@ -23,7 +23,7 @@ private Q_SLOTS:
         trust(authority.certificate());
         server_ = std::make_unique<HttpsServer>(authority.identity(u"localhost"_s));
         platform_.version = u"1.4.1"_s;
-        useLanguage("en"_L1);
+        useLanguage(u"en"_s);
         useAppearance({}, 9);
     }
 

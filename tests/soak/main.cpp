@@ -123,7 +123,7 @@ int main(int argc, char **argv) {
     QApplication app(argc, argv);
     QApplication::setStyle(new ControlStyle);
     useAppearance({}, 9);
-    useLanguage(QLatin1String("en"));
+    useLanguage(QStringLiteral("en"));
     // Wakes up a wait that would otherwise last for ever.
     QTimer heartbeat;
     heartbeat.start(1s);
