@@ -90,14 +90,9 @@ void QuorbitApp::finishLaunching() {
     QApplication::setStyle(style_);
     adoptAppearance();
 
-    // A refresh publishes field by field; the views are made of all of them once it is through.
+    // A refresh publishes field by field; the panel is rendered once all of them are there.
     const auto renderSoon = [this] { rendering_.start(0); };
-    Daemon &daemon = delegate_->daemon();
-    connect(&daemon, &Daemon::connectionStateChanged, this, renderSoon);
-    connect(&daemon, &Daemon::statusChanged, this, renderSoon);
-    connect(&daemon, &Daemon::settingsChanged, this, renderSoon);
-    connect(&daemon, &Daemon::devicesChanged, this, renderSoon);
-    connect(&daemon, &Daemon::historyChanged, this, renderSoon);
+    connect(&delegate_->daemon(), &Daemon::changed, this, renderSoon);
     connect(&delegate_->updater(), &UpdateChecker::changed, this, renderSoon);
 
     delegate_->applicationDidFinishLaunching();
@@ -124,23 +119,23 @@ void QuorbitApp::adoptAppearance() {
 void QuorbitApp::render() {
     const ServiceState &service = delegate_->daemon().state();
     tray_->setPaused(service.status && service.status->paused);
-    if (auto *view = panel_ ? panel_->findChild<MenuBarView *>() : nullptr)
-        view->render(menuBarModel(service, delegate_->updater().state()));
+    if (view_)
+        view_->render(menuBarModel(service, delegate_->updater().state()));
 }
 
 PanelWindow &QuorbitApp::panel() {
     if (panel_)
         return *panel_;
     finishLaunching();
-    auto *view = new MenuBarView;
-    connect(view, &MenuBarView::pauseRequested, this,
+    view_ = new MenuBarView;
+    connect(view_, &MenuBarView::pauseRequested, this,
             [this](bool pause) { delegate_->daemon().setPaused(pause); });
-    connect(view, &MenuBarView::historyChosen, this,
+    connect(view_, &MenuBarView::historyChosen, this,
             [this](qint64 id) { delegate_->daemon().applyHistory(id); });
-    connect(view, &MenuBarView::updateRequested, this, &QuorbitApp::openSettings);
-    connect(view, &MenuBarView::settingsRequested, this, &QuorbitApp::openSettings);
-    connect(view, &MenuBarView::quitRequested, this, terminateApplication);
-    panel_ = std::make_unique<PanelWindow>(view, [this] { return desktop_.blendsWindows(); });
+    connect(view_, &MenuBarView::updateRequested, this, &QuorbitApp::openSettings);
+    connect(view_, &MenuBarView::settingsRequested, this, &QuorbitApp::openSettings);
+    connect(view_, &MenuBarView::quitRequested, this, terminateApplication);
+    panel_ = std::make_unique<PanelWindow>(view_, [this] { return desktop_.blendsWindows(); });
     render();
     return *panel_;
 }
@@ -154,12 +149,11 @@ void QuorbitApp::openPanel() {
 
 SettingsServices QuorbitApp::settingsServices() {
     AboutServices about;
-    for (const AppLanguage language : appLanguages)
-        about.languages.push_back({rawValue(language), qtTrId(labelKey(language))});
+    about.languages.push_back({QString(), qtTrId("about.language.system")});
+    for (const AppLanguage &language : appLanguages())
+        about.languages.push_back({language.rawValue, qtTrId(language.labelKey)});
     about.storedLanguage = [this] { return storedLanguage(defaults_); };
-    about.chooseLanguage = [this](const QString &value) {
-        LanguageOverride::apply(appLanguage(value).value_or(AppLanguage::system), defaults_);
-    };
+    about.chooseLanguage = [this](const QString &value) { LanguageOverride::apply(value, defaults_); };
     about.restart = [this] { relaunchQuorbitApp(platform_); };
     about.openAddress = [this](const QUrl &address) { platform_.open(address); };
     KvmServices kvm;

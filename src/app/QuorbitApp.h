@@ -16,6 +16,7 @@
 namespace quorbit {
 
 class ControlStyle;
+class MenuBarView;
 class PanelWindow;
 class SettingsWindow;
 struct SettingsServices;
@@ -54,6 +55,7 @@ private:
     const QFont toolkitFont_; ///< where the desktop names none
     QTimer rendering_;
     std::unique_ptr<PanelWindow> panel_;
+    MenuBarView *view_ = nullptr;        ///< inside the panel
     std::optional<TimeFormats> formats_; ///< outlives the window
     std::unique_ptr<SettingsWindow> settings_;
 };

@@ -130,13 +130,10 @@ QCoro::Task<bool> Daemon::refresh(std::stop_token token) {
     auto devices = co_await devicesTask;
     auto history = co_await historyTask;
 
-    bool reached = publish<Status>(std::move(status), replies_.status, state_.status, &Daemon::statusChanged);
-    reached |= publish<DaemonSettings>(std::move(settings), replies_.settings, state_.settings,
-                                       &Daemon::settingsChanged);
-    reached |= publish<std::vector<Device>>(std::move(devices), replies_.devices, state_.devices,
-                                            &Daemon::devicesChanged);
-    reached |= publish<std::vector<HistoryEntry>>(std::move(history), replies_.history, state_.history,
-                                                  &Daemon::historyChanged);
+    bool reached = publish<Status>(std::move(status), replies_.status, state_.status);
+    reached |= publish<DaemonSettings>(std::move(settings), replies_.settings, state_.settings);
+    reached |= publish<std::vector<Device>>(std::move(devices), replies_.devices, state_.devices);
+    reached |= publish<std::vector<HistoryEntry>>(std::move(history), replies_.history, state_.history);
     if (state_.status)
         setConnectionState(ConnectionState::connected);
     heal_.refreshed(state_);
@@ -145,12 +142,11 @@ QCoro::Task<bool> Daemon::refresh(std::stop_token token) {
 
 void Daemon::setConnectionState(ConnectionState state) {
     state_.connectionState = state;
-    Q_EMIT connectionStateChanged();
+    Q_EMIT changed();
 }
 
 template <class Value, class Field>
-bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field,
-                     void (Daemon::*changed)()) {
+bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field) {
     if (!reply)
         return false;
     if (reply != readFrom) {
@@ -164,14 +160,14 @@ bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string
         }
         readFrom = std::move(reply);
     }
-    Q_EMIT(this->*changed)();
+    Q_EMIT changed();
     return true;
 }
 
 void Daemon::emptyHistory() {
     state_.history.clear();
     replies_.history.reset();
-    Q_EMIT historyChanged();
+    Q_EMIT changed();
 }
 
 } // namespace quorbit

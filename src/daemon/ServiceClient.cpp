@@ -36,11 +36,10 @@ bool isHeaderValue(const QByteArray &value) {
 
 } // namespace
 
-ServiceClient::ServiceClient(std::chrono::milliseconds silence)
-    : connections_(std::make_shared<HttpConnections>(HttpLimits{silence, maximumReplySize})) {}
+ServiceClient::ServiceClient(std::chrono::milliseconds timeout) : connections_({timeout, maximumReplySize}) {}
 
 void ServiceClient::setConnection(ConnectionInfo connection) {
-    connections_->setAddress(connection.address);
+    connections_.setAddress(connection.address);
     connection_ = std::move(connection);
 }
 
@@ -66,7 +65,7 @@ QCoro::Task<std::string> ServiceClient::exchange(const QByteArray &method, const
     if (body || method == "POST" || method == "PUT")
         request += "Content-Length: " + QByteArray::number(body ? body->size() : 0) + "\r\n";
     request += "\r\n" + body.value_or(QByteArray());
-    return HttpConnections::exchange(connections_, request, isQuestion, std::move(token));
+    return connections_.exchange(request, isQuestion, std::move(token));
 }
 
 QCoro::Task<std::string> ServiceClient::getBody(QString path, std::stop_token token) {

@@ -12,7 +12,6 @@
 
 #include <chrono>
 #include <exception>
-#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -39,8 +38,8 @@ public:
 /// expected record; the HTTP status plays no part. Every wait leaves by Stopped when its token is triggered.
 class ServiceClient {
 public:
-    /// `silence` is how long a reply may make no progress.
-    explicit ServiceClient(std::chrono::milliseconds silence);
+    /// `timeout` is how long an exchange may make no progress.
+    explicit ServiceClient(std::chrono::milliseconds timeout);
 
     /// The service to which every later request goes.
     void setConnection(ConnectionInfo connection);
@@ -61,7 +60,7 @@ private:
     QCoro::Task<std::string> exchange(const QByteArray &method, const QString &path, std::stop_token token,
                                       const std::optional<QByteArray> &body = std::nullopt);
 
-    std::shared_ptr<HttpConnections> connections_;
+    HttpConnections connections_;
     std::optional<ConnectionInfo> connection_;
 };
 

@@ -16,6 +16,7 @@ namespace quorbit {
 
 class Clock;
 class Daemon;
+class SettingsTab;
 class TabBar;
 class TimeFormats;
 class UpdateChecker;
@@ -45,27 +46,22 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    struct Page {
-        QWidget *widget = nullptr; ///< none until the tab is first shown
-        std::function<void()> refresh;
-    };
     struct Tab {
         QString title;
         QString symbol;
-        std::function<Page()> make;
-        Page page = {};
+        std::function<SettingsTab *()> make;
+        SettingsTab *page = nullptr; ///< none until the tab is first chosen
     };
 
     std::vector<Tab> tabs() const;
-    void refreshSoon();
-    void refresh();
+    void showState();
 
     const SettingsServices services_;
     std::vector<Tab> tabs_;
     TabBar *bar_;
     QStackedWidget *pages_;
-    /// A refresh of the service publishes field by field; the tab is made of all of them once it is through.
-    QTimer refreshing_;
+    /// A refresh publishes field by field; the tab shows the state once all of them are there.
+    QTimer showing_;
 };
 
 } // namespace quorbit

@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto silence = 300ms;
+constexpr auto timeout = 300ms;
 
 /// A service with a good status, and its client.
 struct World {
@@ -40,7 +40,7 @@ private Q_SLOTS:
         const QString path = u"/api/devices/a"_s;
         const auto refuses = [&](const QString &address, const QString &token, const QString &way) {
             const Row row((address + u' ' + token + u' ' + way).toUtf8());
-            ServiceClient client(silence);
+            ServiceClient client(timeout);
             if (!address.isEmpty())
                 client.setConnection({QUrl(address.arg(service.address().authority())), token});
             QVERIFY_EXCEPTION_THROWN(finish(client.getBody(way, {})), APIError);
@@ -88,7 +88,7 @@ private Q_SLOTS:
         qunsetenv("no_proxy");
         qputenv("http_proxy", proxy.address().toEncoded());
         QNetworkProxyFactory::setUseSystemConfiguration(true);
-        ServiceClient client(silence);
+        ServiceClient client(timeout);
         client.setConnection({QUrl(u"http://192.0.2.1:9"_s), u"t"_s});
         QVERIFY_EXCEPTION_THROWN(finish(client.getBody(u"/api/status"_s, {})), TransportError);
         QNetworkProxyFactory::setUseSystemConfiguration(false);
@@ -195,7 +195,7 @@ private Q_SLOTS:
         QCOMPARE(answer(), "{}");
     }
 
-    void aReplyMayTakeLongerThanItsSilences() {
+    void aReplyMayTakeLongerThanTheTimeout() {
         FakeService service;
         ServiceClient client(2s);
         client.setConnection({service.address(), u"t"_s});

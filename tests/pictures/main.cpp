@@ -140,7 +140,7 @@ int main(int argc, char **argv) {
     const QList<bool> darknesses = draws ? QList{false, true} : QList{false};
 
     int misfits = 0;
-    const auto take = [&](const Picture &picture, double points, bool dark, QLatin1String language) {
+    const auto take = [&](const Picture &picture, double points, bool dark, const QString &language) {
         useAppearance({.dark = dark, .accent = {}}, points);
         useLanguage(language);
         OwnTexts ownTexts;
@@ -157,14 +157,14 @@ int main(int argc, char **argv) {
         if (const QString which = isVeryLarge ? misfitWhenVeryLarge(*view) : misfit(*view, ownTexts);
             !which.isEmpty() || (size.isValid() && view->width() != size.width())) {
             ++misfits;
-            qWarning("%s, %s at %g points: %s does not fit", qPrintable(picture.name), language.data(),
+            qWarning("%s, %s at %g points: %s does not fit", qPrintable(picture.name), qPrintable(language),
                      points, qPrintable(which));
         }
     };
     for (const Picture &picture : allPictures())
         for (const double points : sizes)
             for (const bool dark : darknesses)
-                for (const QLatin1String language : {"en"_L1, "zh_Hans"_L1})
+                for (const QString &language : allLanguages())
                     take(picture, points, dark, language);
     return misfits == 0 ? 0 : 1;
 }

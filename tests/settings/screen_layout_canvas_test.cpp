@@ -20,7 +20,7 @@ class ScreenLayoutCanvasTest : public QObject {
 private Q_SLOTS:
     void init() {
         QApplication::setStyle(new ControlStyle);
-        useLanguage("en"_L1);
+        useLanguage(u"en"_s);
         useAppearance({}, 9);
     }
 

@@ -102,7 +102,7 @@ class TabsTest : public QObject {
 
 private Q_SLOTS:
     void init() {
-        useLanguage("en"_L1);
+        useLanguage(u"en"_s);
         useAppearance({}, 9);
     }
 

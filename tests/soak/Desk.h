@@ -48,10 +48,7 @@ public:
         rendering_.setSingleShot(true);
         connect(&rendering_, &QTimer::timeout, this,
                 [this, daemon] { view_->render(menuBarModel(daemon->state(), updater_.state())); });
-        for (const auto published :
-             {&Daemon::connectionStateChanged, &Daemon::statusChanged, &Daemon::settingsChanged,
-              &Daemon::devicesChanged, &Daemon::historyChanged})
-            connect(daemon, published, &rendering_, [this] { rendering_.start(0); });
+        connect(daemon, &Daemon::changed, &rendering_, [this] { rendering_.start(0); });
         openSettings();
         panel_.showAsWindow();
     }

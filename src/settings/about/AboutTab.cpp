@@ -57,7 +57,7 @@ bool isForBrowser(const QUrl &address) {
 
 AboutTab::AboutTab(UpdateChecker &updater, const TimeFormats &formats, AboutServices services,
                    std::optional<QString> bundleVersion, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , updater_(updater)
     , formats_(formats)
     , services_(std::move(services))
@@ -190,7 +190,7 @@ void AboutTab::render(const AboutModel &model) {
     restartPrompt_->setVisible(model.isRestartPending);
 }
 
-void AboutTab::refresh() {
+void AboutTab::showState() {
     AboutInput input{.bundleVersion = bundleVersion_,
                      .currentVersion = updater_.currentVersion(),
                      .languages = {},
@@ -207,7 +207,7 @@ void AboutTab::pickLanguage(int index) {
         return;
     services_.chooseLanguage(picked);
     isRestartPending_ = true;
-    refresh();
+    showState();
 }
 
 void AboutTab::openInBrowser() {

@@ -50,7 +50,7 @@ protected:
 } // namespace
 
 DevicesTab::DevicesTab(Daemon &daemon, const TimeFormats &formats, Clock &clock, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , daemon_(daemon)
     , formats_(formats)
     , clock_(clock)
@@ -205,33 +205,28 @@ void DevicesTab::renderAlert(const std::optional<DevicesModel::Confirmation> &co
     connect(alert_, &Alert::dismissed, this, [this] {
         alert_.clear();
         pendingUnpair_.reset();
-        refresh();
+        showState();
     });
     alert_->open();
 }
 
-void DevicesTab::refresh() {
+void DevicesTab::showState() {
     const auto now = static_cast<qint64>(std::floor(clock_.now() * 1000));
     render(devicesModel(daemon_.state(), pendingUnpair_, now, formats_));
     keepTimesCurrent(now);
+    if (sheet_)
+        pairing_->showState();
 }
 
 void DevicesTab::keepTimesCurrent(qint64 now) {
     timesExpire_.reset();
-    if (!isVisible())
-        return;
     if (const auto holds = devicesModelHoldsFor(daemon_.state(), now))
-        timesExpire_ = clock_.after(*holds, [this] { refresh(); });
-}
-
-void DevicesTab::showEvent(QShowEvent *event) {
-    refresh(); // from now on the times run
-    QWidget::showEvent(event);
+        timesExpire_ = clock_.after(*holds, [this] { showState(); });
 }
 
 void DevicesTab::hideEvent(QHideEvent *event) {
     timesExpire_.reset();
-    QWidget::hideEvent(event);
+    SettingsTab::hideEvent(event);
 }
 
 void DevicesTab::askToUnpair(const QString &deviceId) {
@@ -241,17 +236,17 @@ void DevicesTab::askToUnpair(const QString &deviceId) {
     if (found == devices.end())
         return;
     pendingUnpair_ = *found;
-    refresh();
+    showState();
 }
 
 void DevicesTab::openPairSheet() {
     if (sheet_)
         return;
     sheet_ = new Sheet(qtTrId("devices.add.title"), pairSheetSize, this);
-    auto *form = new PairSheetView(daemon_, clock_);
-    sheet_->content()->addWidget(form);
-    sheet_->setDefaultButton(form->doneButton());
-    connect(form, &PairSheetView::finished, sheet_, &Sheet::dismiss);
+    pairing_ = new PairSheetView(daemon_, clock_);
+    sheet_->content()->addWidget(pairing_);
+    sheet_->setDefaultButton(pairing_->doneButton());
+    connect(pairing_, &PairSheetView::finished, sheet_, &Sheet::dismiss);
     connect(sheet_, &Sheet::dismissed, this, [this] { sheet_.clear(); });
     sheet_->open();
 }

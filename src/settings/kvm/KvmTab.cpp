@@ -42,7 +42,7 @@ int pickerIndex(const std::optional<std::size_t> &option) {
 } // namespace
 
 KvmTab::KvmTab(Daemon &daemon, KvmServices services, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , daemon_(daemon)
     , services_(std::move(services))
     , loading_(new FormSection)
@@ -176,7 +176,7 @@ void KvmTab::enable(bool wanted) {
         return;
     tellAnswer(daemon_.saveSettings(*record), this, [this](const UpdateResult &result) {
         showsRestartHint_ = showsRestartHint_ || result.need_restart.value_or(false);
-        refresh();
+        showState();
     });
 }
 
@@ -185,7 +185,7 @@ void KvmTab::requestAuthorization() {
     services_.openAccessibilitySettings();
 }
 
-void KvmTab::refresh() {
+void KvmTab::showState() {
     render(kvmModel(daemon_.state(), services_.isAccessibilityTrusted(), showsRestartHint_));
 }
 

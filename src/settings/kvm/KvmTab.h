@@ -1,8 +1,7 @@
 #pragma once
 
+#include "settings/SettingsTab.h"
 #include "settings/kvm/KvmModel.h"
-
-#include <QWidget>
 
 #include <functional>
 #include <optional>
@@ -32,14 +31,13 @@ struct KvmServices {
 /// Sharing keyboard and mouse: whether it is on and ready, where the screens stand, how the pointer changes
 /// between them, and the permission that it needs. Every control saves at once and shows what the service
 /// answers.
-class KvmTab final : public QWidget {
+class KvmTab final : public SettingsTab {
     Q_OBJECT
 
 public:
     KvmTab(Daemon &daemon, KvmServices services, QWidget *parent = nullptr);
 
-    /// Shows what the service published.
-    void refresh();
+    void showState() override;
     /// Shows `model`; costs one comparison when that is what is shown already.
     void render(const std::optional<KvmModel> &model);
 

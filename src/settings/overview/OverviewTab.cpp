@@ -12,7 +12,7 @@
 #include "wording/TextRules.h"
 
 #include <QCoreApplication>
-#include <QShowEvent>
+#include <QHideEvent>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -47,7 +47,7 @@ void PeerRow::render(const OverviewModel::Peer &model) {
 }
 
 OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , daemon_(daemon)
     , peersSection_(new FormSection(qtTrId("overview.section.peers")))
     , peers_(static_cast<QVBoxLayout *>(peersSection_->card().layout())) {
@@ -72,10 +72,10 @@ OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
     // Assistive technology edits a field without a key, which only textChanged() tells; it also tells what
     // render() sets.
     connect(name_, &QLineEdit::textChanged, this, [this](const QString &text) {
-        if (text == draft_.text)
+        if (!draft_ || text == draft_->text)
             return;
-        draft_.text = text;
-        refresh();
+        draft_->text = text;
+        showState();
     });
     connect(name_, &TextField::submitted, this, &OverviewTab::commitName);
 }
@@ -104,22 +104,20 @@ void OverviewTab::addComputer(FormSection *section) {
     }
 }
 
-void OverviewTab::showEvent(QShowEvent *event) {
-    if (!event->spontaneous()) {
-        draft_ = shownNameDraft(daemon_.state());
-        refresh();
-    }
-    QWidget::showEvent(event);
+void OverviewTab::hideEvent(QHideEvent *event) {
+    if (!event->spontaneous()) // it is when the window is minimized
+        draft_.reset();
+    SettingsTab::hideEvent(event);
 }
 
-void OverviewTab::refresh() {
-    draft_ = followedNameDraft(draft_, daemon_.state());
-    render(overviewModel(daemon_.state(), draft_));
+void OverviewTab::showState() {
+    draft_ = draft_ ? followedNameDraft(*draft_, daemon_.state()) : shownNameDraft(daemon_.state());
+    render(overviewModel(daemon_.state(), *draft_));
 }
 
 void OverviewTab::commitName() {
     // A save that fails is not shown: the field keeps what was typed.
-    if (const auto wanted = committedName(daemon_.state(), draft_.text))
+    if (const auto wanted = committedName(daemon_.state(), name_->text()))
         daemon_.saveSettings(*wanted);
 }
 

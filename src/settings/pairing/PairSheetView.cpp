@@ -129,8 +129,10 @@ void PairSheetView::connectControls() {
     });
     connect(connect_, &Button::clicked, this, [this] { handle(event::ConnectPressed{}); });
     connect(done_, &Button::clicked, this, [this] { handle(event::DonePressed{}); });
-    connect(&daemon_, &Daemon::devicesChanged, this,
-            [this] { handle(event::DevicesPublished{daemon_.state().devices.size()}); });
+}
+
+void PairSheetView::showState() {
+    handle(event::DevicesPublished{daemon_.state().devices.size()});
 }
 
 void PairSheetView::render(const SheetState &state) {

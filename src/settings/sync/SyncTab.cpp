@@ -22,7 +22,7 @@
 namespace quorbit {
 
 SyncTab::SyncTab(Daemon &daemon, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , daemon_(daemon)
     , form_(new Form)
     , loading_(new FormSection)
@@ -89,14 +89,14 @@ void SyncTab::addHistory() {
     history_->setFooter(qtTrId("sync.history.footer"));
 
     connect(clear, &QAbstractButton::clicked, this, [this] { daemon_.clearHistory(); });
-    connect(search_, &QLineEdit::textChanged, this, &SyncTab::refresh);
+    connect(search_, &QLineEdit::textChanged, this, &SyncTab::showState);
     connect(list_, &HistoryList::applied, this, [this](qint64 id) { daemon_.applyHistory(id); });
     connect(list_, &HistoryList::currentRowChanged, this,
             [this](int row) { form_->reveal(*list_, list_->rowRect(row)); });
     connect(form_->verticalScrollBar(), &QScrollBar::valueChanged, list_, &HistoryList::followPointer);
 }
 
-void SyncTab::refresh() {
+void SyncTab::showState() {
     render(syncModel(daemon_.state(), search_->text(), filter_));
 }
 
