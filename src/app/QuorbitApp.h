@@ -6,6 +6,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/linux/desktop/DesktopAppearance.h"
 #include "platform/linux/process/SingleInstance.h"
+#include "ui/access/AccessibilityGate.h"
 #include "wording/TimeFormats.h"
 
 #include <QFont>
@@ -56,6 +57,7 @@ private:
     UserDefaults &defaults_;
     Clock &clock_;
     const Start start_;
+    AccessibilityGate gate_;
     QStringList localizations_;
     std::optional<AppDelegate> delegate_;
     std::unique_ptr<TerminationHook> termination_;
