@@ -15,12 +15,17 @@ namespace {
 /// quarter of a second.
 constexpr std::size_t maximumReplySize = std::size_t{8} * 1024 * 1024;
 
-/// The path goes out as it is, so it must already be in the form of RFC 3986. A fragment would silently be
-/// cut off on the way, and two slashes at the beginning would name another server; both are refused too.
+/// The path goes out byte for byte, so it must already be in the form of RFC 3986. Refused are also a
+/// fragment, which no request has, two slashes at the beginning, which would name another server, and
+/// segments that a server might take for steps to another path, however they are spelled.
 bool isPathAndQuery(const QString &text) {
     static const QRegularExpression form(QRegularExpression::anchoredPattern(
         uR"(/(?!/)(?:[A-Za-z0-9\-._~:/?@!$&'()*+,;=]|%[0-9A-Fa-f]{2})*)"_s));
-    return form.match(text).hasMatch();
+    static const QRegularExpression step(uR"([/\\]\.\.?(?:[/\\]|$))"_s);
+    if (!form.match(text).hasMatch())
+        return false;
+    const QByteArray path = text.section(u'?', 0, 0).toLatin1();
+    return !step.match(QString::fromLatin1(QByteArray::fromPercentEncoding(path))).hasMatch();
 }
 
 bool isServiceAddress(const QUrl &address) {
@@ -52,10 +57,10 @@ QCoro::Task<std::string> ServiceClient::exchange(const QByteArray &method, const
     if (!isHeaderValue(authorization))
         throw APIError(APIError::noConnection);
 
-    const QUrl address = connection_->address.resolved(QUrl(path, QUrl::StrictMode));
-    QByteArray request = method + ' ' + address.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority) +
-                         " HTTP/1.1\r\nHost: " +
-                         address.adjusted(QUrl::RemoveUserInfo).authority(QUrl::FullyEncoded).toLatin1() +
+    // The path takes the place of the address's own.
+    const QUrl server = connection_->address.adjusted(QUrl::RemoveUserInfo);
+    QByteArray request = method + ' ' + path.toLatin1() +
+                         " HTTP/1.1\r\nHost: " + server.authority(QUrl::FullyEncoded).toLatin1() +
                          "\r\nAuthorization: " + authorization + "\r\n";
     const bool isQuestion = method == "GET";
     if (!isQuestion)

@@ -45,7 +45,7 @@ InfoRow peerRow(const PeerStatus &peer) {
     return {.kind = InfoRow::Kind::peer,
             .deviceId = peer.device_id,
             .symbol = isLaptop ? u"laptopcomputer"_s : u"pc"_s,
-            .text = name.isEmpty() ? displayLine(peer.device_id) : name,
+            .text = name.isEmpty() ? displayName(peer.device_id) : name,
             .color = TextColor::primary};
 }
 
@@ -108,11 +108,12 @@ std::vector<InfoRow> infoRows(const ServiceState &service) {
     } else {
         rows.push_back(noPeersRow(service));
     }
-    if (status && status->last_activity && !status->last_activity->isEmpty())
+    const QString activity = displayLine(status ? status->last_activity.value_or(QString()) : QString());
+    if (!activity.isEmpty())
         rows.push_back({.kind = InfoRow::Kind::lastActivity,
                         .deviceId = {},
                         .symbol = u"clock"_s,
-                        .text = displayLine(*status->last_activity),
+                        .text = activity,
                         .color = TextColor::secondary});
     if (status && status->file_xfer)
         rows.push_back(transferRow(*status->file_xfer));
@@ -124,7 +125,7 @@ std::vector<InfoRow> infoRows(const ServiceState &service) {
 MenuBarModel menuBarModel(const ServiceState &service, const UpdateState &update) {
     MenuBarModel model;
     model.dot = statusDot(service);
-    model.deviceName = service.status ? displayLine(service.status->device_name) : qtTrId("common.dash");
+    model.deviceName = service.status ? displayName(service.status->device_name) : qtTrId("common.dash");
     if (update.available)
         model.availableVersion = displayLine(update.available->version);
     model.rows = infoRows(service);

@@ -1,7 +1,10 @@
 #include "update/PackageDownload.h"
 
 #include "async/Waiting.h"
-#include "platform/AtomicFile.h"
+#include "platform/WholeFile.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <exception>
@@ -29,7 +32,7 @@ public:
     }
 
     /// The whole file, after the end. Throws what went wrong.
-    AtomicFile &whole() {
+    WholeFile &whole() {
         if (failure_)
             std::rethrow_exception(failure_);
         if (reply_.error() != QNetworkReply::NoError)
@@ -79,7 +82,7 @@ private:
     QNetworkReply &reply_;
     Clock &clock_;
     QString folder_;
-    std::optional<AtomicFile> file_;
+    std::optional<WholeFile> file_;
     std::unique_ptr<Clock::Alarm> stall_;
     std::exception_ptr failure_;
 };
@@ -121,8 +124,14 @@ QCoro::Task<QString> downloadPackage(SecureNetwork &network, Clock &clock, QUrl 
         Signal end(&arrival, &Arrival::ended, token);
         co_await end;
     }
-    arrival.whole().finish(*name);
-    co_return folder + u'/' + *name;
+    WholeFile &file = arrival.whole();
+    file.bringToDisk();
+    const QString path = folder + u'/' + *name;
+    const QFileInfo obstacle(path);
+    if (obstacle.isDir() && !obstacle.isSymLink())
+        QDir(path).removeRecursively(); // Should it fail, so does the renaming.
+    file.takeName(*name);
+    co_return path;
 }
 
 } // namespace quorbit

@@ -127,10 +127,12 @@ private Q_SLOTS:
     void describesCards() {
         ScreenDesk two = desk({u"self"_s, u"a"_s, u"b"_s});
         two.devices[0].platform = u"Darwin"_s;
+        two.devices[0].name = u"\u3164"_s; // there is nothing to see in it
         two.devices[1].platform = u"WINDOWS"_s;
         two.devices[2].online = false;
         const auto shown = canvasCards(two, u"a"_s, fitInto(two, canvas));
         QCOMPARE(shown[0].symbol, u"macbook"_s);
+        QCOMPARE(shown[0].title, u"common.unnamed (kvm.canvas.local)"_s);
         QVERIFY(shown[0].isSelf && !shown[0].isMaster && shown[0].statusText.isEmpty());
         QCOMPARE(shown[1].symbol, u"pc"_s);
         QCOMPARE(shown[1].statusText, u"kvm.canvas.online"_s);

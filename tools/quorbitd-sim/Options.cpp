@@ -37,6 +37,7 @@ QUORBITD_SIM_SCENARIO=paused for --scenario paused.
                   << std::string(20 - std::string(scenario.name).size(), ' ') << scenario.summary << '\n';
     std::cout << R"(  --speed N           lets the simulated time run N times as fast
   --start-delay S     waits S seconds before it listens
+  --linger S          goes on for S seconds once it is told to terminate
   --history N         starts with N history entries
   --port N            listens there instead of on a free port
   --token TEXT        takes this token instead of a random one
@@ -83,6 +84,8 @@ void set(Options &options, const std::string &name, const std::string &value) {
         options.speed = number(name, value);
     } else if (name == "start-delay") {
         options.startDelay = number(name, value);
+    } else if (name == "linger") {
+        options.linger = number(name, value);
     } else if (name == "history") {
         options.history = static_cast<int>(number(name, value));
     } else if (name == "port") {
@@ -110,7 +113,7 @@ std::string variable(std::string name) {
 Options parseOptions(int argc, char **argv) {
     Options options;
     for (const char *name :
-         {"scenario", "speed", "start-delay", "history", "port", "token", "state", "fault"}) {
+         {"scenario", "speed", "start-delay", "linger", "history", "port", "token", "state", "fault"}) {
         if (const char *value = std::getenv(variable(name).c_str()))
             set(options, name, value);
     }

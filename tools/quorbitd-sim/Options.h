@@ -13,6 +13,7 @@ struct Options {
     std::string scenario = "live";
     double speed = 1;                    ///< how fast the simulated time runs
     double startDelay = 0;               ///< seconds before it listens
+    double linger = 0;                   ///< seconds for which it goes on after it is told to terminate
     int history = -1;                    ///< number of history entries; -1 leaves that to the scenario
     int port = 0;                        ///< 0 takes a free one
     std::string token;                   ///< empty makes a random one

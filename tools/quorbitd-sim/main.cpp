@@ -78,6 +78,7 @@ int run(const sim::Options &options) {
     const sim::ConnectionFiles files("http://127.0.0.1:" + std::to_string(port), token);
 
     liveUntil(signals, world, options.speed);
+    std::this_thread::sleep_for(std::chrono::duration<double>(options.linger));
     files.remove();
     // At once, whatever requests are still being answered.
     std::fflush(nullptr);

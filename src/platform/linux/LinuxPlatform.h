@@ -4,8 +4,11 @@
 #include "platform/linux/process/Spawn.h"
 
 #include <QObject>
+#include <QPointer>
 
 namespace quorbit {
+
+class Child;
 
 /// The running program as it is installed: `<dir>/bin/<executable>` with its auxiliary executables in
 /// `<dir>/libexec/quorbit/`.
@@ -47,6 +50,7 @@ public:
 private:
     Bundle bundle_;
     Environment environment_;
+    QPointer<Child> launched_; ///< the latest by launch(), until it is reaped
     bool reopening_ = false;
     mutable std::optional<bool> mayInjectThroughX11_;
     std::vector<std::function<void()>> accessibilityObservers_;

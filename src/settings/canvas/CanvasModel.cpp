@@ -17,7 +17,7 @@ std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &maste
     for (std::size_t index = 0; index < desk.devices.size(); ++index) {
         const DeviceCard &device = desk.devices[index];
         CanvasCard card{.id = device.id,
-                        .title = displayLine(device.name),
+                        .title = displayName(device.name),
                         .symbol = cardSymbol(device.platform),
                         .statusText = {},
                         .statusColor = device.online ? TextColor::green : TextColor::secondary,

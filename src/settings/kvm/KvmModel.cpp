@@ -40,11 +40,13 @@ QString selfID(const ServiceState &service) {
 }
 
 QString masterName(const ServiceState &service, const QString &master) {
-    if (const PeerStatus *peer = connectedPeer(service, master))
-        return displayLine(peer->name);
+    const PeerStatus *peer = connectedPeer(service, master);
+    QString name = displayLine(peer ? peer->name : QString());
     const auto device = std::find_if(service.devices.begin(), service.devices.end(),
                                      [&master](const Device &each) { return each.device_id == master; });
-    return displayLine(device != service.devices.end() ? device->name : firstCharacters(master, 8));
+    if (name.isEmpty() && device != service.devices.end())
+        name = displayLine(device->name);
+    return name.isEmpty() ? displayName(firstCharacters(master, 8)) : name;
 }
 
 /// The first thing that still stands in the way of sharing, or that nothing does.
@@ -76,7 +78,7 @@ std::vector<KvmModel::FooterLine> masterFooter(const ServiceState &service,
         return {{u"keyboard"_s, qtTrId("kvm.master.local_footer"), TextColor::secondary}};
     const auto card =
         std::find_if(cards.begin(), cards.end(), [&](const DeviceCard &each) { return each.id == master; });
-    const QString name = card != cards.end() ? displayLine(card->name) : u"?"_s;
+    const QString name = card != cards.end() ? displayName(card->name) : u"?"_s;
     std::vector<KvmModel::FooterLine> lines{
         {u"keyboard"_s, qtTrId("kvm.master.peer_global").arg(name), TextColor::secondary}};
     if (card != cards.end() && card->platform.value_or(QString()).toLower() == "linux"_L1)

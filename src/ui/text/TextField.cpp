@@ -5,6 +5,10 @@
 #include "ui/look/Theme.h"
 
 #include <QPainter>
+#include <QTextBoundaryFinder>
+#include <QValidator>
+
+#include <algorithm>
 
 namespace quorbit {
 
@@ -13,12 +17,32 @@ constexpr double fieldHeight = 27;
 constexpr int fieldWidth = 240;
 constexpr double radius = 5;
 constexpr int textMargin = 6;
+
+/// Cuts a text that is too long between two characters. Half of what QLineEdit takes, whose own cut halves
+/// characters: wherever it has made one, that place lies beyond this limit.
+class WholeCharacters : public QValidator {
+public:
+    using QValidator::QValidator;
+
+    State validate(QString &text, int &cursor) const override {
+        constexpr qsizetype mostUnits = 16'383;
+        if (text.size() > mostUnits) {
+            QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text);
+            boundaries.setPosition(mostUnits);
+            text.truncate(boundaries.isAtBoundary() ? mostUnits : boundaries.toPreviousBoundary());
+            cursor = std::min(cursor, static_cast<int>(text.size()));
+        }
+        return Acceptable;
+    }
+};
+
 } // namespace
 
 TextField::TextField(const QString &placeholder, QWidget *parent)
     : StyledLineEdit(TextStyle::body, TextColor::primary, false, parent) {
     setPlaceholderText(placeholder);
     setTextMargins(textMargin, 0, textMargin, 0);
+    setValidator(new WholeCharacters(this));
     connect(this, &QLineEdit::returnPressed, this, &TextField::submitted);
 }
 
