@@ -10,6 +10,7 @@
 #include "ui/look/ControlStyle.h"
 #include "ui/look/TextStyle.h"
 #include "ui/look/Theme.h"
+#include "ui/overlay/Overlay.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -53,6 +54,7 @@ QuorbitApp::QuorbitApp(Process &process, Desktop &desktop, UserDefaults &default
     installTranslations(localizations_.front());
 
     QApplication::setQuitOnLastWindowClosed(false);
+    desktop_.guardAccessibility(Overlay::covers);
     connect(qApp, &QGuiApplication::commitDataRequest, this, neverRestart, Qt::DirectConnection);
     connect(qApp, &QGuiApplication::saveStateRequest, this, neverRestart, Qt::DirectConnection);
 

@@ -4,7 +4,6 @@
 #include "platform/Clock.h"
 #include "platform/Process.h"
 #include "platform/UserDefaults.h"
-#include "ui/access/AccessibilityGate.h"
 #include "wording/TimeFormats.h"
 
 #include <QFont>
@@ -49,7 +48,6 @@ private:
     UserDefaults &defaults_;
     Clock &clock_;
     const QUrl manifest_;
-    AccessibilityGate gate_;
     QStringList localizations_;
     std::optional<AppDelegate> delegate_;
     TrayIcon *tray_;

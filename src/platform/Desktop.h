@@ -4,6 +4,8 @@
 
 #include <functional>
 
+class QWidget;
+
 namespace quorbit {
 
 /// The desktop that the program's windows and its icon are shown on. What it calls back, it calls on the main
@@ -22,6 +24,10 @@ public:
     virtual void findTray(std::function<void()> found) = 0;
     /// Whether that which was found is there now.
     virtual bool hasTray() const = 0;
+
+    /// From now on assistive technology can do no more than the user: what it asks for that is not there, and
+    /// what it asks of a widget that `isCovered` by something modal, is refused.
+    virtual void guardAccessibility(std::function<bool(const QWidget &)> isCovered) = 0;
 
     /// Whether translucent windows are blended with what lies behind them now; elsewhere that is black.
     virtual bool blendsWindows() const = 0;

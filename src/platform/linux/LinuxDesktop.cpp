@@ -14,6 +14,10 @@ void LinuxDesktop::findTray(std::function<void()> found) {
     trays_.start();
 }
 
+void LinuxDesktop::guardAccessibility(std::function<bool(const QWidget &)> isCovered) {
+    gate_.emplace(std::move(isCovered));
+}
+
 bool LinuxDesktop::blendsWindows() const {
     return !x11::isSession() || x11::hasCompositor();
 }

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "platform/Desktop.h"
+#include "platform/linux/accessibility/AccessibilityGate.h"
 #include "platform/linux/desktop/DesktopAppearance.h"
 #include "platform/linux/desktop/TrayHosts.h"
+
+#include <optional>
 
 namespace quorbit {
 
@@ -13,11 +16,13 @@ public:
     void followAppearance(std::function<void()> changed) override;
     void findTray(std::function<void()> found) override;
     bool hasTray() const override { return trays_.isAvailable(); }
+    void guardAccessibility(std::function<bool(const QWidget &)> isCovered) override;
     bool blendsWindows() const override;
 
 private:
     DesktopAppearance appearance_;
     TrayHosts trays_;
+    std::optional<AccessibilityGate> gate_;
 };
 
 } // namespace quorbit

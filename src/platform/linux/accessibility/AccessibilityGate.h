@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/accessibility/BusRequest.h"
+
 #include <QAccessible>
 #include <QDBusVirtualObject>
 #include <QPointer>
@@ -18,7 +20,7 @@ class AccessibilityGate final : public QDBusVirtualObject, private QAccessible::
     Q_OBJECT
 
 public:
-    AccessibilityGate();
+    explicit AccessibilityGate(IsCovered covers);
     ~AccessibilityGate() override;
 
     QString introspect(const QString &path) const override;
@@ -28,6 +30,7 @@ private:
     void accessibilityActiveChanged(bool active) override;
     void takeOver();
 
+    IsCovered covers_;
     QPointer<QDBusVirtualObject> toolkit_;
 };
 

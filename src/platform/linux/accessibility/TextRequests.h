@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/access/BusRequest.h"
+#include "platform/linux/accessibility/BusRequest.h"
 
 namespace quorbit {
 

@@ -1,8 +1,7 @@
-#include "ui/access/BusRequest.h"
-
-#include "ui/overlay/Overlay.h"
+#include "platform/linux/accessibility/BusRequest.h"
 
 #include <QDBusVariant>
+#include <QWidget>
 
 #include <limits>
 
@@ -18,9 +17,9 @@ const QWidget *widgetOf(const QAccessibleInterface *object) {
 }
 
 /// A menu is covered with what it belongs to. A window, which holds what covers it, is not.
-bool isCoveredWidget(const QWidget *widget) {
+bool isCoveredWidget(const QWidget *widget, const IsCovered &covers) {
     for (; widget; widget = widget->window()->parentWidget()) {
-        if (!widget->isWindow() && Overlay::covers(*widget))
+        if (!widget->isWindow() && covers(*widget))
             return true;
     }
     return false;
@@ -40,12 +39,12 @@ QString BusRequest::text() const {
 }
 
 bool isCovered(const BusRequest &request) {
-    return isCoveredWidget(widgetOf(&request.object));
+    return isCoveredWidget(widgetOf(&request.object), request.covers);
 }
 
 bool isWithinReach(const BusRequest &request) {
     const QWidget *widget = widgetOf(&request.object);
-    return widget && widget->isVisible() && widget->isEnabled() && !isCoveredWidget(widget);
+    return widget && widget->isVisible() && widget->isEnabled() && !isCoveredWidget(widget, request.covers);
 }
 
 } // namespace quorbit

@@ -1,7 +1,7 @@
-#include "ui/access/RequestRules.h"
+#include "platform/linux/accessibility/RequestRules.h"
 
-#include "ui/access/BusRequest.h"
-#include "ui/access/TextRequests.h"
+#include "platform/linux/accessibility/BusRequest.h"
+#include "platform/linux/accessibility/TextRequests.h"
 
 #include <algorithm>
 #include <cmath>
@@ -150,8 +150,8 @@ QString methodOf(const QDBusMessage &message) {
 
 } // namespace
 
-Verdict judge(QAccessibleInterface &object, const QDBusMessage &message) {
-    const BusRequest request(object, message);
+Verdict judge(QAccessibleInterface &object, const QDBusMessage &message, const IsCovered &covers) {
+    const BusRequest request(object, message, covers);
     const QString method = methodOf(message);
     const auto *rule = std::find_if(std::begin(rules), std::end(rules), [&](const Rule &each) {
         return each.method == method && each.signature == message.signature() && each.lets(request);

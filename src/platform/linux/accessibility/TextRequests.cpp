@@ -1,6 +1,6 @@
-#include "ui/access/TextRequests.h"
+#include "platform/linux/accessibility/TextRequests.h"
 
-#include "ui/access/TextUnits.h"
+#include "platform/linux/accessibility/TextUnits.h"
 
 #include <array>
 #include <iterator>

@@ -1,10 +1,12 @@
-#include "ui/access/AccessibilityGate.h"
+#include "platform/linux/accessibility/AccessibilityGate.h"
 
-#include "ui/access/RequestRules.h"
+#include "platform/linux/accessibility/RequestRules.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +28,7 @@ QAccessibleInterface *objectAt(const QString &path) {
 
 } // namespace
 
-AccessibilityGate::AccessibilityGate() {
+AccessibilityGate::AccessibilityGate(IsCovered covers) : covers_(std::move(covers)) {
     QAccessible::installActivationObserver(this);
     if (QAccessible::isActive())
         takeOver();
@@ -62,7 +64,7 @@ bool AccessibilityGate::handleMessage(const QDBusMessage &message, const QDBusCo
     QAccessibleInterface *object = objectAt(message.path());
     if (!object || !toolkit_)
         return false;
-    const Verdict verdict = judge(*object, message);
+    const Verdict verdict = judge(*object, message, covers_);
     switch (verdict.kind) {
     case Verdict::Kind::pass:
         return toolkit_->handleMessage(message, connection);

@@ -1,4 +1,4 @@
-#include "ui/access/TextUnits.h"
+#include "platform/linux/accessibility/TextUnits.h"
 
 #include <QTextBoundaryFinder>
 

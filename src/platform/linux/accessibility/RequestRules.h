@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QVariantList>
+#include "platform/linux/accessibility/BusRequest.h"
 
-class QAccessibleInterface;
-class QDBusMessage;
+#include <QVariantList>
 
 namespace quorbit {
 
@@ -16,6 +15,6 @@ struct Verdict {
 
 /// Lets pass what is known, well-formed, in range and, if it is to change something, within the user's reach.
 /// What the toolkit would answer wrong is answered here.
-Verdict judge(QAccessibleInterface &object, const QDBusMessage &message);
+Verdict judge(QAccessibleInterface &object, const QDBusMessage &message, const IsCovered &covers);
 
 } // namespace quorbit
