@@ -236,19 +236,6 @@ private Q_SLOTS:
         QCOMPARE(picture(), after);
     }
 
-    /// The picture that a drag is painted over shows what is painted without it.
-    void aDragLeavesTheOthersAsTheyAre() {
-        Window window;
-        Window still;
-        const QRectF start = window.place(u"office"_s);
-        window.press(u"office"_s);
-        window.move(window.middle(u"office"_s) + QPoint(0, 40));
-        const QImage dragged = window.area->grab().toImage();
-        const QRect elsewhere = QRect(QPoint(), QPoint(static_cast<int>(start.left()) - 5, dragged.height()))
-                                    .adjusted(14, 14, 0, -14); // not the rounded corners, blended twice
-        QCOMPARE(dragged.copy(elsewhere), still.area->grab().toImage().copy(elsewhere));
-    }
-
     /// The strongest pixel of the status against the fill that it stands on; at a large scale strokes are
     /// solid.
     void textsAreReadable() {

@@ -77,10 +77,7 @@ CanvasArea::CanvasArea(QWidget *parent) : QWidget(parent) {
         asked_.clear();
         reshow();
     });
-    connect(&fade_, &MasterFade::changed, this, [this](const QString &id) {
-        backdrop_ = {};
-        updateCard(cardWithID(id));
-    });
+    connect(&fade_, &MasterFade::changed, this, [this](const QString &id) { updateCard(cardWithID(id)); });
     installCanvasAccessibility();
 }
 
@@ -129,7 +126,6 @@ void CanvasArea::reshow() {
     if (!drag_)
         fit_ = fitInto(desk, QSizeF(size()));
     std::vector<CanvasCard> next = distinct(canvasCards(desk, masterID_, fit_));
-    backdrop_ = {};
     if (next == cards_)
         return;
     announceLeavingCards(*this, next);
@@ -218,49 +214,28 @@ void CanvasArea::updateCard(const CanvasCard *card) {
 void CanvasArea::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     const CardPainter cards(palette(), font());
-    if (drag_ && drag_->moves)
-        paintDrag(painter, cards);
-    else
-        paintCards(painter, cards, event->rect());
+    cards.paintBackground(painter, rect());
+    paintCards(painter, cards, event->rect());
 
     const CanvasCard *current = currentCard();
     if (current != nullptr && byKeyboard_ && hasFocus())
         cards.paintFocus(painter, placeOf(*current));
 }
 
-/// The cards that lie still.
+/// The one that is dragged floats above the others.
 void CanvasArea::paintCards(QPainter &painter, const CardPainter &cards, const QRectF &dirty) const {
-    cards.paintBackground(painter, rect());
+    const auto paint = [&](const CanvasCard &card) {
+        const QRectF place = placeOf(card);
+        if (dirty.intersects(touched(place)))
+            cards.paintCard(painter, card, place, fade_.amount(card.id));
+    };
+    const CanvasCard *floating = drag_ && drag_->moves ? cardWithID(drag_->id) : nullptr;
     for (const CanvasCard &card : cards_) {
-        const bool floats = drag_ && drag_->moves && drag_->id == card.id;
-        if (!floats && dirty.intersects(touched(card.rect)))
-            cards.paintCard(painter, card, card.rect, fade_.amount(card.id));
+        if (&card != floating)
+            paint(card);
     }
-}
-
-/// However many cards lie still, they cost one picture while another card moves over them.
-void CanvasArea::paintDrag(QPainter &painter, const CardPainter &cards) {
-    // The canvas may begin between two pixels of the screen; its picture begins on one.
-    const QTransform toDevice = painter.deviceTransform();
-    const QTransform toOrigin =
-        QTransform::fromTranslate(std::floor(toDevice.dx()), std::floor(toDevice.dy()));
-    const QTransform inPicture = toDevice * toOrigin.inverted();
-    if (backdrop_.isNull() || backdropTransform_ != inPicture) {
-        backdropTransform_ = inPicture;
-        const QRectF extent = inPicture.mapRect(QRectF(rect()));
-        backdrop_ = QPixmap(static_cast<int>(std::ceil(extent.right())),
-                            static_cast<int>(std::ceil(extent.bottom())));
-        backdrop_.fill(Qt::transparent);
-        QPainter still(&backdrop_);
-        still.setTransform(inPicture);
-        paintCards(still, cards, rect());
-    }
-    painter.save();
-    painter.setTransform(toOrigin * toDevice.inverted() * painter.transform());
-    painter.drawPixmap(QPoint(), backdrop_);
-    painter.restore();
-    if (const CanvasCard *card = cardWithID(drag_->id))
-        cards.paintCard(painter, *card, placeOf(*card), fade_.amount(card->id));
+    if (floating != nullptr)
+        paint(*floating);
 }
 
 void CanvasArea::resizeEvent(QResizeEvent *) {
@@ -375,7 +350,6 @@ bool CanvasArea::focusNextPrevChild(bool next) {
 void CanvasArea::changeEvent(QEvent *event) {
     if (event->type() == QEvent::EnabledChange)
         endDrag();
-    backdrop_ = {};
     QWidget::changeEvent(event);
 }
 

@@ -3,9 +3,7 @@
 #include "settings/canvas/CanvasModel.h"
 #include "settings/canvas/MasterFade.h"
 
-#include <QPixmap>
 #include <QTimer>
-#include <QTransform>
 #include <QWidget>
 
 #include <optional>
@@ -88,7 +86,6 @@ private:
     void showWholeTitle(const QHelpEvent &event);
     void updateCard(const CanvasCard *card);
     void paintCards(QPainter &painter, const CardPainter &cards, const QRectF &dirty) const;
-    void paintDrag(QPainter &painter, const CardPainter &cards);
 
     ScreenDesk desk_; ///< as published
     QString masterID_;
@@ -101,9 +98,6 @@ private:
     MasterFade fade_{*this};
     QString currentID_;
     bool byKeyboard_ = false; ///< the user works by keyboard and sees where
-    /// All but the dragged card, and the transform that it was painted under.
-    QPixmap backdrop_;
-    QTransform backdropTransform_;
 };
 
 } // namespace quorbit
