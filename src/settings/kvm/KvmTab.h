@@ -37,6 +37,7 @@ class KvmTab final : public QWidget {
 
 public:
     KvmTab(Daemon &daemon, KvmServices services, QWidget *parent = nullptr);
+    ~KvmTab() override;
 
     /// Shows what the service published.
     void refresh();
@@ -57,6 +58,7 @@ private:
 
     template <class Value>
     void save(Value DaemonSettings::*member, std::type_identity_t<Value> value);
+    void saveLayout(const ScreenLayout &layout, int number);
     void enable(bool wanted);
     void requestAuthorization();
 
