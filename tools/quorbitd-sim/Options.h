@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@ struct Options {
     bool log = false;                    ///< prints each request
     std::string stateFile;               ///< where changes are kept from run to run; empty keeps none
     std::map<std::string, Fault> faults; ///< by path; "" stands for every path
+    std::map<std::string, std::chrono::milliseconds> delays; ///< of replies, likewise
 };
 
 /// Reads the environment, then the arguments, which win. Prints a message and exits with 2 when it does not

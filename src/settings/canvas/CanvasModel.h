@@ -27,7 +27,7 @@ struct CanvasCard {
     bool operator==(const CanvasCard &) const = default;
 };
 
-/// What the canvas shows, in drawing order.
+/// What the canvas shows, in drawing order. No two cards have the same identifier.
 std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &masterID, const CanvasFit &fit);
 
 } // namespace quorbit

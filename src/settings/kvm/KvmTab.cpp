@@ -63,6 +63,12 @@ KvmTab::KvmTab(Daemon &daemon, KvmServices services, QWidget *parent)
     stack->addWidget(form);
 }
 
+KvmTab::~KvmTab() {
+    // A card that was moved by keyboard stays where it was left although nobody waits for the earlier save.
+    if (const auto last = canvas_->lastSave())
+        save(&DaemonSettings::kvm_layout, last->layout);
+}
+
 FormSection *KvmTab::makeToggleSection() {
     enabled_ = new Switch;
     connect(enabled_, &Switch::flipped, this, &KvmTab::enable);
@@ -91,8 +97,7 @@ FormSection *KvmTab::makeToggleSection() {
 
 FormSection *KvmTab::makeLayoutSection() {
     canvas_ = new ScreenLayoutCanvas(this);
-    connect(canvas_, &ScreenLayoutCanvas::arranged, this,
-            [this](const ScreenLayout &layout) { save(&DaemonSettings::kvm_layout, layout); });
+    connect(canvas_, &ScreenLayoutCanvas::arranged, this, &KvmTab::saveLayout);
     connect(canvas_, &ScreenLayoutCanvas::masterPicked, this,
             [this](const QString &id) { save(&DaemonSettings::kvm_master_id, id); });
     canvasRow_ = new FormRow(canvas_);
@@ -168,6 +173,17 @@ void KvmTab::save(Value DaemonSettings::*member, std::type_identity_t<Value> val
     // A save that fails is not shown: the next poll tells how things stand.
     if (const auto wanted = edited(daemon_.state().settings, member, std::move(value)))
         daemon_.saveSettings(*wanted);
+}
+
+void KvmTab::saveLayout(const ScreenLayout &layout, int number) {
+    const auto record = edited(daemon_.state().settings, &DaemonSettings::kvm_layout, layout);
+    if (!record)
+        return canvas_->saveEnded(number, false);
+    tellOutcome(daemon_.saveSettings(*record), this,
+                [this, number](const std::optional<UpdateResult> &answer) {
+                    refresh(); // or the card would go back until the tab is shown what came with the answer
+                    canvas_->saveEnded(number, answer.has_value());
+                });
 }
 
 void KvmTab::enable(bool wanted) {

@@ -36,6 +36,7 @@ class KvmTab final : public SettingsTab {
 
 public:
     KvmTab(Daemon &daemon, KvmServices services, QWidget *parent = nullptr);
+    ~KvmTab() override;
 
     void showState() override;
     /// Shows `model`; costs one comparison when that is what is shown already.
@@ -55,6 +56,7 @@ private:
 
     template <class Value>
     void save(Value DaemonSettings::*member, std::type_identity_t<Value> value);
+    void saveLayout(const ScreenLayout &layout, int number);
     void enable(bool wanted);
     void requestAuthorization();
 
