@@ -30,7 +30,7 @@ constexpr int spaceUnderHeader = 2;
 constexpr int spaceAroundDivider = 4;
 constexpr int spaceUnderHistoryTitle = 2;
 
-// One set for all systems, shown the way the system writes it.
+// The same on every platform; QKeySequence::NativeText writes them as the platform does.
 const QKeySequence settingsKeys(Qt::CTRL | Qt::Key_Comma);
 const QKeySequence quitKeys(Qt::CTRL | Qt::Key_Q);
 
