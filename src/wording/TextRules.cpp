@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -35,6 +37,12 @@ QString firstCharacters(const QString &text, int count) {
 
 QString moreNotShown(std::size_t count) {
     return count == 0 ? QString() : qtTrId("common.more").arg(count);
+}
+
+QString spokenEntry(const QString &preview, const QString &source) {
+    if (preview.isEmpty() && source.isEmpty())
+        return qtTrId("common.unnamed");
+    return preview.isEmpty() || source.isEmpty() ? preview + source : preview + u", "_s + source;
 }
 
 } // namespace quorbit

@@ -15,4 +15,7 @@ QString firstCharacters(const QString &text, int count);
 /// What a list that ends before its values do says of the rest; empty when nothing is left out.
 QString moreNotShown(std::size_t count);
 
+/// What screen readers call an entry of the clipboard history.
+QString spokenEntry(const QString &preview, const QString &source);
+
 } // namespace quorbit
