@@ -3,11 +3,9 @@
 #include "menubar/PanelMetrics.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
+#include "wording/TextRules.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
-
-using namespace Qt::StringLiterals;
 
 namespace quorbit {
 
@@ -43,11 +41,7 @@ void HistoryRow::render(const MenuBarModel::HistoryRow &model) {
 }
 
 QString HistoryRow::accessibleFallbackName() const {
-    if (shown_.preview.isEmpty() && shown_.source.isEmpty())
-        return qtTrId("common.unnamed");
-    if (shown_.preview.isEmpty() || shown_.source.isEmpty())
-        return shown_.preview + shown_.source;
-    return shown_.preview + u", "_s + shown_.source;
+    return spokenEntry(shown_.preview, shown_.source);
 }
 
 } // namespace quorbit

@@ -2,6 +2,7 @@
 
 #include "wording/DisplayLine.h"
 #include "wording/HistoryKind.h"
+#include "wording/TextRules.h"
 
 #include <QCoreApplication>
 
@@ -73,7 +74,7 @@ InfoRow morePeersRow(std::size_t count) {
     return {.kind = InfoRow::Kind::notice,
             .deviceId = {},
             .symbol = u"pc"_s,
-            .text = qtTrId("common.more").arg(count),
+            .text = moreNotShown(count),
             .color = TextColor::secondary};
 }
 

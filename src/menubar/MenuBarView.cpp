@@ -6,6 +6,7 @@
 #include "menubar/PanelHeader.h"
 #include "menubar/PanelMetrics.h"
 #include "ui/controls/Switch.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/Divider.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
@@ -29,16 +30,9 @@ constexpr int spaceUnderHeader = 2;
 constexpr int spaceAroundDivider = 4;
 constexpr int spaceUnderHistoryTitle = 2;
 
-// One set for all systems, shown the way the system writes it.
+// The same on every platform; QKeySequence::NativeText writes them as the platform does.
 const QKeySequence settingsKeys(Qt::CTRL | Qt::Key_Comma);
 const QKeySequence quitKeys(Qt::CTRL | Qt::Key_Q);
-
-QVBoxLayout *stackLayout(QWidget *owner = nullptr) {
-    auto *stack = new QVBoxLayout(owner);
-    stack->setContentsMargins(0, 0, 0, 0);
-    stack->setSpacing(0);
-    return stack;
-}
 
 void addSpacedDivider(QVBoxLayout *stack) {
     stack->addSpacing(spaceAroundDivider);
@@ -53,13 +47,13 @@ MenuBarView::MenuBarView(QWidget *parent)
     , AccessibleControl(this)
     , header_(new PanelHeader(this)) // first in the focus chain
     , infoBlock_(new QWidget)
-    , infoLayout_(stackLayout(infoBlock_))
+    , infoLayout_(columnLayout(infoBlock_))
     , infoRows_(infoLayout_)
     , pauseSwitch_(new Switch(Switch::Size::small))
-    , historyLayout_(stackLayout())
+    , historyLayout_(columnLayout())
     , historyRows_(historyLayout_)
     , historyBlock_(makeHistoryBlock()) {
-    QVBoxLayout *stack = stackLayout(this);
+    QVBoxLayout *stack = columnLayout(this);
     stack->setContentsMargins(0, panel::outerInset, 0, panel::outerInset);
     stack->addWidget(header_);
     stack->addWidget(new Divider);
@@ -99,7 +93,7 @@ QWidget *MenuBarView::makeHistoryBlock() {
     auto *titleLine = new QHBoxLayout;
     titleLine->setContentsMargins(panel::sideInset, 0, panel::sideInset, spaceUnderHistoryTitle);
     titleLine->addWidget(title);
-    QVBoxLayout *stack = stackLayout(block);
+    QVBoxLayout *stack = columnLayout(block);
     addSpacedDivider(stack);
     stack->addLayout(titleLine);
     stack->addLayout(historyLayout_);

@@ -13,7 +13,7 @@ namespace quorbit {
 namespace {
 constexpr int spacing = 10;
 constexpr int nameSpacing = 1;
-// The square around a filled circle as large as one of a font of 13 pixels.
+// The glyph has a margin: in a square of this side its circle is as large as the one of 13-pixel type.
 constexpr double dotSize = 18;
 } // namespace
 

@@ -9,6 +9,8 @@
 #include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -111,6 +113,12 @@ QString lastUnits(QStringView text, qsizetype units) {
 
 QString moreNotShown(std::size_t count) {
     return count == 0 ? QString() : qtTrId("common.more").arg(count);
+}
+
+QString spokenEntry(const QString &preview, const QString &source) {
+    if (preview.isEmpty() && source.isEmpty())
+        return qtTrId("common.unnamed");
+    return preview.isEmpty() || source.isEmpty() ? preview + source : preview + u", "_s + source;
 }
 
 } // namespace quorbit

@@ -8,6 +8,7 @@
 #include "ui/form/Form.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/IconLabel.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
@@ -33,16 +34,8 @@ constexpr int updateRowGap = 10;
 constexpr int footerGap = 8;
 constexpr double promptSymbolSize = 16;
 
-QVBoxLayout *columnLayout(QWidget *owner, int gap) {
-    auto *column = new QVBoxLayout(owner);
-    column->setContentsMargins({});
-    column->setSpacing(gap);
-    return column;
-}
-
 TextLabel *centred(const QString &text, TextStyle style, TextColor color) {
-    auto *label = new TextLabel(text, style, color);
-    label->setOverflow(TextLabel::Overflow::wrap);
+    TextLabel *label = wrapping(new TextLabel(text, style, color));
     label->setAlignment(Qt::AlignCenter);
     return label;
 }
@@ -101,7 +94,7 @@ QWidget *AboutTab::makeHero() {
 
 FormSection *AboutTab::makeUpdateSection() {
     checkStatus_ = new IconLabel(u"checkmark.circle.fill"_s, {}, TextStyle::body, TextColor::primary);
-    checkStatus_->text().setOverflow(TextLabel::Overflow::wrap);
+    wrapping(&checkStatus_->text());
     check_ = new Button(qtTrId("update.button.check"));
     lastChecked_ = new TextLabel(TextStyle::caption, TextColor::tertiary);
     updateRow_ = new QWidget;
@@ -131,23 +124,19 @@ FormSection *AboutTab::makeLanguageSection() {
 }
 
 QWidget *AboutTab::makeLanguageFooter() {
-    systemHint_ =
-        new TextLabel(qtTrId("about.language.system_hint"), TextStyle::caption, TextColor::secondary);
-    auto *text =
-        new TextLabel(qtTrId("about.language.restart_needed"), TextStyle::caption, TextColor::secondary);
-    for (TextLabel *label : {systemHint_, text})
-        label->setOverflow(TextLabel::Overflow::wrap);
+    systemHint_ = wrapping(
+        new TextLabel(qtTrId("about.language.system_hint"), TextStyle::caption, TextColor::secondary));
+    TextLabel *text = wrapping(
+        new TextLabel(qtTrId("about.language.restart_needed"), TextStyle::caption, TextColor::secondary));
     restart_ = new Button(qtTrId("about.restart_now"), ButtonKind::bordered, ButtonSize::small);
     restartPrompt_ = new QWidget;
-    auto *line = new QHBoxLayout(restartPrompt_);
-    line->setContentsMargins({});
-    line->setSpacing(footerGap);
+    QHBoxLayout *line = lineLayout(restartPrompt_, footerGap);
     line->addWidget(new SymbolLabel(u"arrow.clockwise.circle.fill"_s, promptSymbolSize, TextColor::orange));
     line->addWidget(text, 1);
     line->addWidget(restart_);
 
     languageFooter_ = new QWidget;
-    QVBoxLayout *column = columnLayout(languageFooter_, 0);
+    QVBoxLayout *column = columnLayout(languageFooter_);
     column->addWidget(systemHint_, 0, Qt::AlignTop);
     column->addWidget(restartPrompt_);
     return languageFooter_;

@@ -5,6 +5,7 @@
 #include "settings/pairing/PairSheetView.h"
 #include "ui/controls/Button.h"
 #include "ui/form/Form.h"
+#include "ui/look/Layouts.h"
 #include "ui/look/Theme.h"
 #include "ui/overlay/Alert.h"
 #include "ui/overlay/Sheet.h"
@@ -54,13 +55,12 @@ DevicesTab::DevicesTab(Daemon &daemon, const TimeFormats &formats, Clock &clock,
     , daemon_(daemon)
     , formats_(formats)
     , clock_(clock)
-    , rowsLayout_(new QVBoxLayout)
+    , rowsLayout_(columnLayout())
     , rows_(rowsLayout_)
     , more_(new TextLabel(TextStyle::caption, TextColor::secondary))
     , emptyPage_(makeEmptyPage())
     , listPage_(makeListPage()) {
-    auto *pages = new QVBoxLayout(this);
-    pages->setContentsMargins({});
+    QVBoxLayout *pages = columnLayout(this);
     pages->addWidget(emptyPage_);
     pages->addWidget(listPage_);
     listPage_->hide();
@@ -82,9 +82,9 @@ QWidget *DevicesTab::makeEmptyPage() {
     auto *title = new TextLabel(qtTrId("devices.empty.title"), TextStyle::body, TextColor::secondary);
     auto *hint = new TextLabel(qtTrId("devices.empty.hint"), TextStyle::caption, TextColor::tertiary);
     for (TextLabel *text : {title, hint}) {
-        text->setOverflow(TextLabel::Overflow::wrap);
+        wrapping(text);
         text->setAlignment(Qt::AlignCenter);
-        text->setMaximumWidth(static_cast<int>(emptyTextWidth * fontScale(font())));
+        text->setMaximumWidth(scaled(emptyTextWidth, font()));
     }
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
@@ -108,16 +108,13 @@ QWidget *DevicesTab::makeListPage() {
     auto *area = new RowArea;
     area->setLayout(rowsLayout_);
     area->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    rowsLayout_->setContentsMargins({});
-    rowsLayout_->setSpacing(0);
     auto *list = new Form;
     list->addSection(area);
     list->addSection(more_);
 
     const auto makeHint = [] {
-        auto *hint = new TextLabel(qtTrId("devices.footer.hint"), TextStyle::caption, TextColor::tertiary);
-        hint->setOverflow(TextLabel::Overflow::wrap);
-        return hint;
+        return wrapping(
+            new TextLabel(qtTrId("devices.footer.hint"), TextStyle::caption, TextColor::tertiary));
     };
     hint_ = makeHint();
     hintBelowRows_ = makeHint();
@@ -131,9 +128,7 @@ QWidget *DevicesTab::makeListPage() {
     footer->addWidget(add_, 0, Qt::AlignTrailing);
 
     auto *page = new QWidget;
-    auto *column = new QVBoxLayout(page);
-    column->setContentsMargins({});
-    column->setSpacing(0);
+    QVBoxLayout *column = columnLayout(page);
     column->addWidget(list, 1);
     column->addWidget(new Divider);
     column->addLayout(footer);

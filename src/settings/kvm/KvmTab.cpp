@@ -12,6 +12,7 @@
 #include "ui/form/Form.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/IconLabel.h"
 #include "ui/text/StatusDot.h"
 #include "ui/text/TextLabel.h"
@@ -29,11 +30,6 @@ namespace {
 
 constexpr int dotGap = 8;
 constexpr int tipGap = 2;
-
-TextLabel *wrapping(TextLabel *label) {
-    label->setOverflow(TextLabel::Overflow::wrap);
-    return label;
-}
 
 int pickerIndex(const std::optional<std::size_t> &option) {
     return option ? static_cast<int>(*option) : -1;
@@ -58,9 +54,7 @@ KvmTab::KvmTab(Daemon &daemon, KvmServices services, QWidget *parent)
         form->addSection(section);
         section->hide();
     }
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins({});
-    stack->addWidget(form);
+    columnLayout(this)->addWidget(form);
 }
 
 KvmTab::~KvmTab() {
@@ -75,9 +69,7 @@ FormSection *KvmTab::makeToggleSection() {
     dot_ = new StatusDot;
     status_ = wrapping(new TextLabel(TextStyle::callout, TextColor::secondary));
     auto *status = new QWidget;
-    auto *line = new QHBoxLayout(status);
-    line->setContentsMargins({});
-    line->setSpacing(dotGap);
+    QHBoxLayout *line = lineLayout(status, dotGap);
     line->addWidget(dot_);
     line->addWidget(status_, 1);
     statusRow_ = new FormRow(status);
@@ -155,9 +147,7 @@ FormSection *KvmTab::makeAccessibilitySection() {
 
 FormSection *KvmTab::makeTips() {
     auto *tips = new QWidget;
-    auto *column = new QVBoxLayout(tips);
-    column->setContentsMargins({});
-    column->setSpacing(tipGap);
+    QVBoxLayout *column = columnLayout(tips, tipGap);
     column->addWidget(new InfoLine(u"cursorarrow.motionlines"_s, qtTrId("kvm.tip.edge_switch")));
     column->addWidget(new InfoLine(u"keyboard"_s, qtTrId("kvm.tip.escape_hotkey")));
     column->addWidget(new InfoLine(u"lock"_s, qtTrId("kvm.tip.lock_hotkey")));

@@ -5,6 +5,7 @@
 #include "ui/form/Form.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/SelectableText.h"
 #include "ui/text/StatusDot.h"
 #include "ui/text/TextField.h"
@@ -37,9 +38,7 @@ PeerRow::PeerRow(const OverviewModel::Peer &model, QWidget *parent)
     value->setValue(model.shownId);
     row_ = new FormRow(model.label, value);
     row_->setSymbol(u"laptopcomputer"_s);
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins({});
-    stack->addWidget(row_);
+    columnLayout(this)->addWidget(row_);
 }
 
 void PeerRow::render(const OverviewModel::Peer &model) {
@@ -52,9 +51,7 @@ OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
     , peersSection_(new FormSection(qtTrId("overview.section.peers")))
     , peers_(static_cast<QVBoxLayout *>(peersSection_->card().layout())) {
     auto *form = new Form;
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins({});
-    stack->addWidget(form);
+    columnLayout(this)->addWidget(form);
 
     auto *computer = new FormSection(qtTrId("overview.section.local"));
     addComputer(computer);
@@ -62,8 +59,7 @@ OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
         new FormRow(new TextLabel(qtTrId("overview.peers.empty"), TextStyle::body, TextColor::secondary));
     peersSection_->addRow(noPeers_);
     activity_ = new FormSection(qtTrId("overview.section.activity"));
-    lastActivity_ = new TextLabel(TextStyle::body, TextColor::secondary);
-    lastActivity_->setOverflow(TextLabel::Overflow::wrap);
+    lastActivity_ = wrapping(new TextLabel(TextStyle::body, TextColor::secondary));
     activity_->addRow(new FormRow(lastActivity_));
     for (FormSection *section : {computer, peersSection_, activity_})
         form->addSection(section);
@@ -88,9 +84,7 @@ void OverviewTab::addComputer(FormSection *section) {
     dot_ = new StatusDot;
     status_ = new TextLabel;
     auto *status = new QWidget;
-    auto *statusLine = new QHBoxLayout(status);
-    statusLine->setContentsMargins({});
-    statusLine->setSpacing(dotGap);
+    QHBoxLayout *statusLine = lineLayout(status, dotGap);
     statusLine->addWidget(dot_);
     statusLine->addWidget(status_);
 

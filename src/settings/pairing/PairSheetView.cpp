@@ -5,6 +5,7 @@
 #include "ui/access/FocusKeeping.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/SegmentedPicker.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/IconLabel.h"
 #include "ui/text/SelectableText.h"
 #include "ui/text/TextField.h"
@@ -26,17 +27,8 @@ constexpr int itemGap = 16;
 constexpr int bodyGap = 12;
 constexpr double pinSpacing = 8;
 
-QVBoxLayout *columnLayout(QWidget *owner, int gap) {
-    auto *column = new QVBoxLayout(owner);
-    column->setContentsMargins({});
-    column->setSpacing(gap);
-    return column;
-}
-
 TextLabel *hintLabel(const QString &text) {
-    auto *hint = new TextLabel(text, TextStyle::callout, TextColor::secondary);
-    hint->setOverflow(TextLabel::Overflow::wrap);
-    return hint;
+    return wrapping(new TextLabel(text, TextStyle::callout, TextColor::secondary));
 }
 
 } // namespace

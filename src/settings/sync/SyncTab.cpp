@@ -9,6 +9,7 @@
 #include "ui/form/Form.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/TextField.h"
 #include "ui/text/TextLabel.h"
 
@@ -29,9 +30,7 @@ SyncTab::SyncTab(Daemon &daemon, QWidget *parent)
     , types_(new FormSection(qtTrId("sync.section.types")))
     , transfer_(new FormSection(qtTrId("sync.section.transfer")))
     , history_(new FormSection(qtTrId("sync.section.history"))) {
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins({});
-    stack->addWidget(form_);
+    columnLayout(this)->addWidget(form_);
     loading_->addRow(
         new FormRow(new TextLabel(qtTrId("common.loading"), TextStyle::body, TextColor::secondary)));
     for (FormSection *section : {loading_, types_, transfer_, history_})

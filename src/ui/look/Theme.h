@@ -30,7 +30,7 @@ QColor textOn(const QPalette &palette, TextColor color, const QColor &surface);
 /// White or nearly black, whichever stands out more from an opaque surface.
 QColor readableOn(const QColor &surface);
 
-/// `fill`, moved as far from the colour of the text as text on it needs.
+/// `fill`, made darker or lighter until `text` on it has the contrast of textColor().
 QColor fillUnder(const QColor &text, const QColor &fill, const QPalette &palette);
 
 /// All colours of a view, derived from the palette of the widget that paints. Those with an alpha are painted

@@ -181,4 +181,9 @@ bool TextLabel::event(QEvent *event) {
     return QWidget::event(event);
 }
 
+TextLabel *wrapping(TextLabel *label) {
+    label->setOverflow(TextLabel::Overflow::wrap);
+    return label;
+}
+
 } // namespace quorbit

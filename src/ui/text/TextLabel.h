@@ -65,4 +65,7 @@ private:
     mutable QHash<int, int> heights_; ///< of the wrapped text by width, since laying it out takes long
 };
 
+/// Lets a label break its text into as many lines as it needs.
+TextLabel *wrapping(TextLabel *label);
+
 } // namespace quorbit
