@@ -28,7 +28,7 @@ namespace {
 /// What can wait gives the icon this long to be there first.
 constexpr auto iconFirst = 150ms;
 /// How long a tray may take to come before the user is given a window instead.
-constexpr auto trayPatience = 5s;
+constexpr auto trayTimeout = 5s;
 
 void neverRestart(QSessionManager &session) {
     session.setRestartHint(QSessionManager::RestartNever);
@@ -95,7 +95,7 @@ void QuorbitApp::finishLaunching() {
 
     delegate_->applicationDidFinishLaunching();
     appearance_.start();
-    QTimer::singleShot(trayPatience, this, [this] {
+    QTimer::singleShot(trayTimeout, this, [this] {
         if (start_.isByUser && !tray_->isShown())
             openPanel();
     });

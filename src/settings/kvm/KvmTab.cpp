@@ -93,9 +93,9 @@ FormSection *KvmTab::makeToggleSection() {
 FormSection *KvmTab::makeLayoutSection() {
     canvas_ = new ScreenLayoutCanvas(this);
     connect(canvas_, &ScreenLayoutCanvas::arranged, this,
-            [this](const ScreenLayout &layout) { save(&DaemonSettings::kvm_layout, layout); });
+            [this](const ScreenLayout &layout) { save(daemon_, &DaemonSettings::kvm_layout, layout); });
     connect(canvas_, &ScreenLayoutCanvas::masterPicked, this,
-            [this](const QString &id) { save(&DaemonSettings::kvm_master_id, id); });
+            [this](const QString &id) { save(daemon_, &DaemonSettings::kvm_master_id, id); });
     canvasRow_ = new FormRow(canvas_);
     canvasRow_->hide();
     noPeerRow_ = new FormRow(
@@ -118,7 +118,7 @@ MenuPicker *KvmTab::makePicker(const std::vector<PickerOption<Value>> &options,
     auto *picker = new MenuPicker;
     picker->setOptions(labels);
     connect(picker, &MenuPicker::picked, this, [this, options, member](int index) {
-        save(member, options.at(static_cast<std::size_t>(index)).value);
+        save(daemon_, member, options.at(static_cast<std::size_t>(index)).value);
     });
     return picker;
 }
@@ -126,7 +126,7 @@ MenuPicker *KvmTab::makePicker(const std::vector<PickerOption<Value>> &options,
 FormSection *KvmTab::makeBehaviorSection() {
     swap_ = new Switch;
     connect(swap_, &Switch::flipped, this,
-            [this](bool wanted) { save(&DaemonSettings::kvm_swap_modifiers, wanted); });
+            [this](bool wanted) { save(daemon_, &DaemonSettings::kvm_swap_modifiers, wanted); });
     switchDelay_ = makePicker(switchDelayOptions(), &DaemonSettings::kvm_switch_delay_ms);
     cornerSize_ = makePicker(cornerSizeOptions(), &DaemonSettings::kvm_corner_size);
     sensitivity_ = makePicker(sensitivityOptions(), &DaemonSettings::kvm_sensitivity);
@@ -162,13 +162,6 @@ FormSection *KvmTab::makeTips() {
     auto *section = new FormSection;
     section->addRow(new FormRow(tips));
     return section;
-}
-
-template <class Value>
-void KvmTab::save(Value DaemonSettings::*member, std::type_identity_t<Value> value) {
-    // A save that fails is not shown: the next poll tells how things stand.
-    if (const auto wanted = edited(daemon_.state().settings, member, std::move(value)))
-        daemon_.saveSettings(*wanted);
 }
 
 void KvmTab::enable(bool wanted) {

@@ -21,6 +21,8 @@ public:
     void addRow(QWidget *row);
     void insertRow(int index, QWidget *row);
     int rowCount() const;
+    /// The layout of the rows.
+    QVBoxLayout *rows() const { return rows_; }
 
     QAccessible::Role accessibleRole() const override { return QAccessible::Grouping; }
     bool isAccessibleLeaf() const override { return false; }

@@ -18,22 +18,25 @@ constexpr int sideMargin = 12;
 constexpr int controlGap = 8;
 } // namespace
 
-FormRow::FormRow(QWidget *parent, std::nullptr_t) : QWidget(parent), row_(new QHBoxLayout(this)) {
-    row_->setContentsMargins(sideMargin, 6, sideMargin, 6);
-    row_->setSpacing(controlGap);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
-    updateMinimum();
-}
-
-FormRow::FormRow(const QString &label, QWidget *control, QWidget *parent) : FormRow(parent, nullptr) {
-    label_ = new TextLabel(label, TextStyle::body, TextColor::primary);
-    row_->addWidget(label_, 1);
-    if (control != nullptr)
+FormRow::FormRow(const QString &label, QWidget *control, QWidget *parent)
+    : QWidget(parent)
+    , row_(new QHBoxLayout(this))
+    , label_(new TextLabel(label, TextStyle::body, TextColor::primary)) {
+    setUp(label_);
+    if (control)
         addControl(control);
 }
 
-FormRow::FormRow(QWidget *content, QWidget *parent) : FormRow(parent, nullptr) {
-    row_->addWidget(content, 1);
+FormRow::FormRow(QWidget *content, QWidget *parent) : QWidget(parent), row_(new QHBoxLayout(this)) {
+    setUp(content);
+}
+
+void FormRow::setUp(QWidget *first) {
+    row_->setContentsMargins(sideMargin, 6, sideMargin, 6);
+    row_->setSpacing(controlGap);
+    row_->addWidget(first, 1);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    updateMinimum();
 }
 
 void FormRow::setLabel(const QString &label) {
