@@ -26,7 +26,7 @@ namespace {
 /// What can wait gives the icon this long to be there first.
 constexpr auto iconFirst = 150ms;
 /// How long a tray may take to come before the user is given a window instead.
-constexpr auto trayPatience = 5s;
+constexpr auto trayTimeout = 5s;
 
 void neverRestart(QSessionManager &session) {
     session.setRestartHint(QSessionManager::RestartNever);
@@ -99,7 +99,7 @@ void QuorbitApp::finishLaunching() {
 
     delegate_->applicationDidFinishLaunching();
     desktop_.followAppearance([this] { adoptAppearance(); });
-    QTimer::singleShot(trayPatience, this, [this] {
+    QTimer::singleShot(trayTimeout, this, [this] {
         if (!process_.isStartedBySession() && !tray_->isShown())
             openPanel();
     });

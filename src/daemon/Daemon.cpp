@@ -32,8 +32,7 @@ Daemon::Daemon(Platform &platform, UserDefaults &defaults, Clock &clock, std::fu
 
 Daemon::~Daemon() {
     blockSignals(true);
-    // In this order, so that a refresh of the poll loop is told that its owner goes and not that polling
-    // ends.
+    // In this order: fetch() tells by the lifetime's token whether the Daemon goes or polling alone ends.
     lifetime_.request_stop();
     polling_.request_stop();
 }

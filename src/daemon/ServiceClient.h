@@ -46,7 +46,7 @@ public:
 
     template <class Reply>
     QCoro::Task<Reply> get(QString path, std::stop_token token);
-    /// The reply as it came, for those who may not have to read it.
+    /// The body of the reply as it came; who knows it already can spare itself the decoding.
     QCoro::Task<std::string> getBody(QString path, std::stop_token token);
     template <class Reply, class Body>
     QCoro::Task<Reply> put(QString path, Body body, std::stop_token token);

@@ -3,7 +3,7 @@
 #include "menubar/PanelMetrics.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
-#include "wording/TextRules.h"
+#include "wording/HistoryItem.h"
 
 #include <QHBoxLayout>
 
@@ -14,7 +14,7 @@ namespace {
 constexpr int widestSource = 110;
 } // namespace
 
-HistoryRow::HistoryRow(const MenuBarModel::HistoryRow &model, QWidget *parent)
+HistoryRow::HistoryRow(const HistoryItem &model, QWidget *parent)
     : HoverRow(parent)
     , shown_(model)
     , symbol_(panel::columnSymbol(model.symbol))
@@ -30,7 +30,7 @@ HistoryRow::HistoryRow(const MenuBarModel::HistoryRow &model, QWidget *parent)
     line->addWidget(source_);
 }
 
-void HistoryRow::render(const MenuBarModel::HistoryRow &model) {
+void HistoryRow::render(const HistoryItem &model) {
     if (shown_ == model)
         return;
     shown_ = model;
@@ -41,7 +41,7 @@ void HistoryRow::render(const MenuBarModel::HistoryRow &model) {
 }
 
 QString HistoryRow::accessibleFallbackName() const {
-    return spokenEntry(shown_.preview, shown_.source);
+    return spokenHistoryItem(shown_.preview, shown_.source);
 }
 
 } // namespace quorbit

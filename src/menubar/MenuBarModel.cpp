@@ -1,7 +1,6 @@
 #include "menubar/MenuBarModel.h"
 
 #include "wording/DisplayLine.h"
-#include "wording/HistoryKind.h"
 #include "wording/TextRules.h"
 
 #include <QCoreApplication>
@@ -70,14 +69,6 @@ InfoRow noPeersRow(const ServiceState &service) {
     return row;
 }
 
-InfoRow morePeersRow(std::size_t count) {
-    return {.kind = InfoRow::Kind::notice,
-            .deviceId = {},
-            .symbol = u"pc"_s,
-            .text = moreNotShown(count),
-            .color = TextColor::secondary};
-}
-
 // A sender may well report more than the total, so only what no transfer can be is cut off: less than
 // nothing, and what 64 bits cannot hold.
 qint64 percentage(const FileXfer &transfer) {
@@ -105,7 +96,11 @@ std::vector<InfoRow> infoRows(const ServiceState &service) {
         const std::span shown(status->peers.data(), std::min(status->peers.size(), mostPeers));
         std::transform(shown.begin(), shown.end(), std::back_inserter(rows), peerRow);
         if (const std::size_t rest = status->peers.size() - shown.size(); rest > 0)
-            rows.push_back(morePeersRow(rest));
+            rows.push_back({.kind = InfoRow::Kind::notice,
+                            .deviceId = {},
+                            .symbol = u"pc"_s,
+                            .text = moreNotShown(rest),
+                            .color = TextColor::secondary});
     } else {
         rows.push_back(noPeersRow(service));
     }

@@ -30,7 +30,7 @@ constexpr int spaceUnderHeader = 2;
 constexpr int spaceAroundDivider = 4;
 constexpr int spaceUnderHistoryTitle = 2;
 
-// The same on every platform; QKeySequence::NativeText writes them as the platform does.
+// The same on every system; the rows write them as QKeySequence::NativeText.
 const QKeySequence settingsKeys(Qt::CTRL | Qt::Key_Comma);
 const QKeySequence quitKeys(Qt::CTRL | Qt::Key_Q);
 
@@ -112,7 +112,7 @@ void MenuBarView::addFooter(QVBoxLayout *stack) {
     connect(quit, &QShortcut::activated, this, &MenuBarView::quitRequested);
 }
 
-HistoryRow *MenuBarView::makeHistoryRow(const MenuBarModel::HistoryRow &model) {
+HistoryRow *MenuBarView::makeHistoryRow(const HistoryItem &model) {
     auto *row = new HistoryRow(model, historyBlock_);
     connect(row, &QAbstractButton::clicked, this, [this, row] { Q_EMIT historyChosen(row->id()); });
     return row;
@@ -127,8 +127,7 @@ void MenuBarView::render(const MenuBarModel &model) {
                      [this](const MenuBarModel::InfoRow &row) { return new MenuRow(row, infoBlock_); });
     pauseSwitch_->setOn(model.isPaused);
     historyBlock_->setVisible(!model.history.empty());
-    if (historyRows_.render(model.history,
-                            [this](const MenuBarModel::HistoryRow &row) { return makeHistoryRow(row); }))
+    if (historyRows_.render(model.history, [this](const HistoryItem &row) { return makeHistoryRow(row); }))
         updateTabOrder();
     updateHeight();
     passPointerOn();

@@ -13,7 +13,7 @@ namespace quorbit {
 namespace {
 constexpr int spacing = 10;
 constexpr int nameSpacing = 1;
-// The glyph has a margin: in a square of this side its circle is as large as the one of 13-pixel type.
+// A symbol's square is larger than its outline: in this one a circle is as high as in a font of 13 pixels.
 constexpr double dotSize = 18;
 } // namespace
 

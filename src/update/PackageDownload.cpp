@@ -15,7 +15,7 @@ namespace quorbit {
 
 namespace {
 
-constexpr std::chrono::seconds longestStall(60);
+constexpr std::chrono::seconds stallTimeout(60);
 constexpr qint64 readBufferSize = 256LL * 1024;
 constexpr qsizetype longestName = 255; // bytes, in every file system in common use
 
@@ -47,7 +47,7 @@ Q_SIGNALS:
 
 private:
     void expectMore() {
-        stall_ = clock_.after(longestStall, [this] {
+        timeout_ = clock_.after(stallTimeout, [this] {
             failWith(std::make_exception_ptr(TransportError("the server sends nothing more")));
         });
     }
@@ -83,7 +83,7 @@ private:
     Clock &clock_;
     QString folder_;
     std::optional<WholeFile> file_;
-    std::unique_ptr<Clock::Alarm> stall_;
+    std::unique_ptr<Clock::Alarm> timeout_;
     std::exception_ptr failure_;
 };
 

@@ -115,10 +115,4 @@ QString moreNotShown(std::size_t count) {
     return count == 0 ? QString() : qtTrId("common.more").arg(count);
 }
 
-QString spokenEntry(const QString &preview, const QString &source) {
-    if (preview.isEmpty() && source.isEmpty())
-        return qtTrId("common.unnamed");
-    return preview.isEmpty() || source.isEmpty() ? preview + source : preview + u", "_s + source;
-}
-
 } // namespace quorbit

@@ -24,7 +24,4 @@ QString lastUnits(QStringView text, qsizetype units);
 /// What a list that ends before its values do says of the rest; empty when nothing is left out.
 QString moreNotShown(std::size_t count);
 
-/// What screen readers call an entry of the clipboard history.
-QString spokenEntry(const QString &preview, const QString &source);
-
 } // namespace quorbit

@@ -141,12 +141,15 @@ private Q_SLOTS:
     void hiddenWindowRestsAndCatchesUp() {
         Window window(overviewTab);
         auto *running = window.named<TextLabel>(u"Running"_s);
+        auto *name = window.named<TextField>(u"Device name"_s);
+        name->setText(u"Half a na"_s);
         window.view.hide();
         window.publish(stateCalled("paused"_L1));
         window.pollAgain();
         QCOMPARE(running->text(), u"Running"_s);
         window.view.show();
         QCOMPARE(running->text(), u"Paused"_s);
+        QCOMPARE(name->text(), u"Studio Mac"_s); // the tab begins anew
     }
 
     void republicationDisturbsNothing() {
@@ -261,7 +264,7 @@ private Q_SLOTS:
         QCOMPARE(window.clock.pending().size(), std::size_t(1));
     }
 
-    void offersThePinAgainWhenNoneCame() {
+    void pairsByAPinThatCameLate() {
         Window window(devicesTab);
         window.press(u"Add a computer"_s);
         auto *create = window.named<Button>(u"Create a PIN"_s);
@@ -270,6 +273,14 @@ private Q_SLOTS:
         QVERIFY(!create->isEnabled());
         QTRY_VERIFY(create->isEnabled());
         QVERIFY(create->isVisible() && create->hasFocus());
+        window.world.service.answer("POST /api/pair/show", {R"({"pin":"482913"})"});
+        create->click();
+        QTRY_VERIFY(create->isHidden());
+        window.publishDevices({desk, lap, R"({"device_id":"n","name":"New"})"});
+        window.pollAgain();
+        QVERIFY(window.shows(u"Paired"_s));
+        window.clock.advance(1300ms);
+        QTRY_VERIFY(!window.only<Sheet>());
     }
 
     void answersToAClosedSheetAreLost() {

@@ -90,8 +90,4 @@ AboutModel aboutModel(const UpdateState &update, const AboutInput &input, const 
     return model;
 }
 
-bool changesLanguage(const QString &stored, const QString &picked) {
-    return stored != picked;
-}
-
 } // namespace quorbit

@@ -58,8 +58,4 @@ struct AboutModel {
 
 AboutModel aboutModel(const UpdateState &update, const AboutInput &input, const TimeFormats &formats);
 
-/// Whether picking a language, by its stored value, changes anything: if so it is to be stored and a restart
-/// is pending.
-bool changesLanguage(const QString &stored, const QString &picked);
-
 } // namespace quorbit

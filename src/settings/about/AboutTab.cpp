@@ -192,7 +192,7 @@ void AboutTab::showState() {
 
 void AboutTab::pickLanguage(int index) {
     const QString picked = services_.languages.at(static_cast<std::size_t>(index)).storedValue;
-    if (!changesLanguage(services_.storedLanguage(), picked))
+    if (picked == services_.storedLanguage())
         return;
     services_.chooseLanguage(picked);
     isRestartPending_ = true;

@@ -184,12 +184,7 @@ void DevicesTab::renderRows(const std::vector<DevicesModel::Row> &rows) {
 }
 
 void DevicesTab::renderAlert(const std::optional<DevicesModel::Confirmation> &confirmation) {
-    if (!confirmation) {
-        if (alert_)
-            alert_->dismiss();
-        return;
-    }
-    if (alert_)
+    if (!confirmation || alert_)
         return;
     alert_ = new Alert({.title = qtTrId("devices.unpair.title"),
                         .message = confirmation->message,

@@ -91,7 +91,7 @@ FormSection *KvmTab::makeLayoutSection() {
     canvas_ = new ScreenLayoutCanvas(this);
     connect(canvas_, &ScreenLayoutCanvas::arranged, this, &KvmTab::saveLayout);
     connect(canvas_, &ScreenLayoutCanvas::masterPicked, this,
-            [this](const QString &id) { save(&DaemonSettings::kvm_master_id, id); });
+            [this](const QString &id) { save(daemon_, &DaemonSettings::kvm_master_id, id); });
     canvasRow_ = new FormRow(canvas_);
     canvasRow_->hide();
     noPeerRow_ = new FormRow(
@@ -114,7 +114,7 @@ MenuPicker *KvmTab::makePicker(const std::vector<PickerOption<Value>> &options,
     auto *picker = new MenuPicker;
     picker->setOptions(labels);
     connect(picker, &MenuPicker::picked, this, [this, options, member](int index) {
-        save(member, options.at(static_cast<std::size_t>(index)).value);
+        save(daemon_, member, options.at(static_cast<std::size_t>(index)).value);
     });
     return picker;
 }
@@ -122,7 +122,7 @@ MenuPicker *KvmTab::makePicker(const std::vector<PickerOption<Value>> &options,
 FormSection *KvmTab::makeBehaviorSection() {
     swap_ = new Switch;
     connect(swap_, &Switch::flipped, this,
-            [this](bool wanted) { save(&DaemonSettings::kvm_swap_modifiers, wanted); });
+            [this](bool wanted) { save(daemon_, &DaemonSettings::kvm_swap_modifiers, wanted); });
     switchDelay_ = makePicker(switchDelayOptions(), &DaemonSettings::kvm_switch_delay_ms);
     cornerSize_ = makePicker(cornerSizeOptions(), &DaemonSettings::kvm_corner_size);
     sensitivity_ = makePicker(sensitivityOptions(), &DaemonSettings::kvm_sensitivity);
@@ -158,20 +158,13 @@ FormSection *KvmTab::makeTips() {
     return section;
 }
 
-template <class Value>
-void KvmTab::save(Value DaemonSettings::*member, std::type_identity_t<Value> value) {
-    // A save that fails is not shown: the next poll tells how things stand.
-    if (const auto wanted = edited(daemon_.state().settings, member, std::move(value)))
-        daemon_.saveSettings(*wanted);
-}
-
 void KvmTab::saveLayout(const ScreenLayout &layout, int number) {
     const auto record = edited(daemon_.state().settings, &DaemonSettings::kvm_layout, layout);
     if (!record)
         return canvas_->saveEnded(number, false);
     tellOutcome(daemon_.saveSettings(*record), this,
                 [this, number](const std::optional<UpdateResult> &answer) {
-                    refresh(); // or the card would go back until the tab is shown what came with the answer
+                    showState(); // or the card would go back until the tab is shown what came with the answer
                     canvas_->saveEnded(number, answer.has_value());
                 });
 }

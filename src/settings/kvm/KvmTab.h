@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <optional>
-#include <type_traits>
 
 namespace quorbit {
 
@@ -54,8 +53,6 @@ private:
     void renderStatus(const KvmModel &model);
     void renderLayout(const KvmModel &model);
 
-    template <class Value>
-    void save(Value DaemonSettings::*member, std::type_identity_t<Value> value);
     void saveLayout(const ScreenLayout &layout, int number);
     void enable(bool wanted);
     void requestAuthorization();

@@ -26,7 +26,8 @@ constexpr int dotGap = 6;
 
 SelectableText *identifier(TextStyle style) {
     auto *text = new SelectableText(style, TextColor::secondary, true);
-    text->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter); // it is at times wider than what it holds
+    text->setAlignment(Qt::AlignTrailing |
+                       Qt::AlignVCenter); // for a row may give it more width than it needs
     return text;
 }
 
@@ -49,7 +50,7 @@ OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
     : SettingsTab(parent)
     , daemon_(daemon)
     , peersSection_(new FormSection(qtTrId("overview.section.peers")))
-    , peers_(static_cast<QVBoxLayout *>(peersSection_->card().layout())) {
+    , peers_(peersSection_->card().rows()) {
     auto *form = new Form;
     columnLayout(this)->addWidget(form);
 

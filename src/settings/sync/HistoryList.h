@@ -18,7 +18,7 @@ class HistoryList final : public QWidget {
     Q_OBJECT
 
 public:
-    using Row = SyncModel::HistoryRow;
+    using Row = HistoryItem;
 
     explicit HistoryList(QWidget *parent = nullptr);
     ~HistoryList() override;

@@ -2,7 +2,7 @@
 
 #include "settings/sync/HistoryList.h"
 #include "wording/DisplayLine.h"
-#include "wording/TextRules.h"
+#include "wording/HistoryItem.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -62,7 +62,7 @@ public:
         if (kind != QAccessible::Name)
             return {};
         const HistoryList::Row &entry = list_->rows()[static_cast<std::size_t>(row_)];
-        return spokenEntry(displayLine(entry.preview), displayLine(entry.source));
+        return spokenHistoryItem(displayLine(entry.preview), displayLine(entry.source));
     }
     void setText(QAccessible::Text, const QString &) override {}
 

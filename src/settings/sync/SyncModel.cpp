@@ -1,6 +1,5 @@
 #include "settings/sync/SyncModel.h"
 
-#include "wording/HistoryKind.h"
 #include "wording/TextRules.h"
 
 #include <numeric>

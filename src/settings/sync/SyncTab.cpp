@@ -45,17 +45,10 @@ SyncTab::SyncTab(Daemon &daemon, QWidget *parent)
     addHistory();
 }
 
-template <class Value>
-void SyncTab::save(Value DaemonSettings::*member, Value value) {
-    // A save that fails is not shown: the refresh that follows tells how things stand.
-    if (const auto wanted = edited(daemon_.state().settings, member, value))
-        daemon_.saveSettings(*wanted);
-}
-
 Switch *SyncTab::addType(const QString &title, bool DaemonSettings::*member) {
     auto *control = new Switch;
     types_->addRow(new FormRow(title, control));
-    connect(control, &Switch::flipped, this, [this, member](bool wanted) { save(member, wanted); });
+    connect(control, &Switch::flipped, this, [this, member](bool wanted) { save(daemon_, member, wanted); });
     return control;
 }
 
@@ -68,7 +61,7 @@ void SyncTab::addTransfer() {
     transfer_->addRow(row);
     transfer_->setFooter(qtTrId("sync.file_cap.footer"));
     connect(fileCap_, &Stepper::stepped, this,
-            [this](int wanted) { save(&DaemonSettings::file_size_cap_mb, qint64{wanted}); });
+            [this](int wanted) { save(daemon_, &DaemonSettings::file_size_cap_mb, qint64{wanted}); });
 }
 
 void SyncTab::addHistory() {
@@ -118,7 +111,7 @@ void SyncTab::render(const std::optional<SyncModel> &model) {
 }
 
 void SyncTab::renderHistory(const std::optional<SyncModel::History> &history) {
-    static const std::vector<SyncModel::HistoryRow> none;
+    static const std::vector<HistoryItem> none;
     const auto &rows = history ? history->rows : none;
     searchRow_->setVisible(history && history->hasSearchField);
     noMatchRow_->setVisible(rows.empty());

@@ -32,8 +32,6 @@ private:
     void addTransfer();
     void addHistory();
     void renderHistory(const std::optional<SyncModel::History> &history);
-    template <class Value>
-    void save(Value DaemonSettings::*member, Value value);
 
     Daemon &daemon_;
     HistoryFilter filter_;

@@ -19,6 +19,8 @@ public:
     explicit Card(Kind kind = Kind::plain, QWidget *parent = nullptr);
 
     void addRow(QWidget *row);
+    /// The layout of the rows.
+    QVBoxLayout *rows() const { return rows_; }
 
     QAccessible::Role accessibleRole() const override { return QAccessible::Grouping; }
     bool isAccessibleLeaf() const override { return false; }
