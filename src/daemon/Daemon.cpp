@@ -18,6 +18,8 @@ constexpr auto requestTimeout = 60s;
 constexpr auto pollPause = 2000ms;
 constexpr auto launchPause = 100ms;
 constexpr int launchAttempts = 50;
+/// A reply of this many bytes takes many times that to read and to show.
+constexpr std::size_t muchOfAReply = std::size_t{1024} * 1024;
 
 } // namespace
 
@@ -102,6 +104,9 @@ QCoro::Task<> Daemon::poll(std::stop_token token) {
             loadConnectionInfo();
         Sleep pause(clock_, pollPause, token);
         co_await pause;
+        // By now the views show the new state, too.
+        if (std::exchange(hasFreedMuch_, false))
+            platform_.returnFreeMemory();
     }
 }
 
@@ -149,6 +154,8 @@ bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string
     if (!reply)
         return false;
     if (reply != readFrom) {
+        noteFreed(reply); // what reading it takes besides its value
+        noteFreed(readFrom);
         try {
             auto value = wire::decode<std::optional<Value>>(*reply);
             if (!value)
@@ -163,8 +170,13 @@ bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string
     return true;
 }
 
+void Daemon::noteFreed(const std::optional<std::string> &reply) {
+    hasFreedMuch_ |= reply && reply->size() >= muchOfAReply;
+}
+
 void Daemon::emptyHistory() {
-    state_.history.clear();
+    noteFreed(replies_.history);
+    state_.history = std::vector<HistoryEntry>(); // clear() would keep the memory
     replies_.history.reset();
     Q_EMIT changed();
 }

@@ -83,6 +83,8 @@ private:
     template <class Value, class Field>
     bool publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field);
     void emptyHistory();
+    /// Remembers that memory of about that many bytes' worth of a reply was freed, or is about to be.
+    void noteFreed(const std::optional<std::string> &reply);
 
     Clock &clock_;
     Platform &platform_;
@@ -92,6 +94,7 @@ private:
     std::stop_source lifetime_;
     std::stop_source polling_;
     ServiceState state_;
+    bool hasFreedMuch_ = false; ///< since memory was last given back
     /// The replies that the fields of the state were read from.
     struct {
         std::optional<std::string> status, settings, devices, history;

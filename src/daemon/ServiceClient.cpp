@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Some 20,000 history entries. Replies are read on the main thread, and the worst of this size takes it a
-/// quarter of a second.
+/// Some 65,000 history entries. Replies are read on the main thread: one of this size takes it 0.15 seconds,
+/// and 0.6 when it is of 930,000 entries without a text.
 constexpr std::size_t maximumReplySize = std::size_t{8} * 1024 * 1024;
 
 /// The path goes out byte for byte, so it must already be in the form of RFC 3986. Refused are also a

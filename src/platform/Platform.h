@@ -52,6 +52,8 @@ public:
     /// program that it launched; after half a minute, whatever has not.
     virtual void reopenAfterExit() = 0;
 
+    /// Gives the memory that this process has freed back to the system; worth its time after much was freed.
+    virtual void returnFreeMemory() = 0;
     /// Writes one line to the system log and to standard error; every character of it stands for itself.
     virtual void log(const QString &line) = 0;
     /// Whether this process may drive keyboard and pointer.

@@ -141,6 +141,21 @@ private Q_SLOTS:
         QVERIFY(world.clock.pending().empty());
     }
 
+    /// When it was read, and when its value is gone, each time once the views have had the time to follow.
+    void theMemoryOfALargeReplyIsGivenBack() {
+        Polling world;
+        const auto answer = [&world](qsizetype size) {
+            world.service.answer("GET /api/history", {'[' + QByteArray(size, ' ') + ']'});
+        };
+        const std::pair<qsizetype, int> rows[]{{100'000, 0}, {2'000'000, 0}, {2'000'000, 1},
+                                               {1, 1},       {1, 2},         {1, 2}};
+        for (const auto &[size, returned] : rows) {
+            answer(size);
+            QVERIFY(world.pollAgain());
+            QCOMPARE(world.platform.memoryReturned, returned);
+        }
+    }
+
     void nullIsNoNews() {
         Polling world;
         const ServiceState before = world.state();

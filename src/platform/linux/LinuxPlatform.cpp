@@ -18,6 +18,7 @@
 #include <array>
 #include <climits>
 
+#include <malloc.h>
 #include <syslog.h>
 #include <unistd.h>
 
@@ -116,6 +117,12 @@ void LinuxPlatform::reopenAfterExit() {
     } catch (const LaunchError &) {
         // The program then ends without coming back.
     }
+}
+
+void LinuxPlatform::returnFreeMemory() {
+#ifdef __GLIBC__
+    ::malloc_trim(0);
+#endif
 }
 
 void LinuxPlatform::log(const QString &line) {

@@ -40,6 +40,7 @@ public:
     std::unique_ptr<ChildProcess> launch(const QString &executable, const QStringList &arguments) override;
     void reopenAfterExit() override;
 
+    void returnFreeMemory() override;
     void log(const QString &line) override;
     bool isAccessibilityTrusted() const override;
     void observeAccessibilityChanges(std::function<void()> changed) override;

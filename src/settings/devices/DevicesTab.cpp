@@ -157,7 +157,7 @@ DeviceRow *DevicesTab::makeRow(const DevicesModel::Row &model) {
 void DevicesTab::render(const DevicesModel &model) {
     if (shown_ == model)
         return;
-    shown_ = model;
+    shown_ = DevicesModel(model); // not in the room of a list that may have been much longer
     renderRows(model.rows);
     renderAlert(model.confirmation);
 }

@@ -119,7 +119,7 @@ void OverviewTab::commitName() {
 void OverviewTab::render(const OverviewModel &model) {
     if (shown_ == model)
         return;
-    shown_ = model;
+    shown_ = OverviewModel(model); // not in the room of a list that may have been much longer
     name_->setValue(model.draftName);
     renderIdentity(model.identity);
     peers_.render(model.peers, [this](const OverviewModel::Peer &peer) { return new PeerRow(peer, this); });

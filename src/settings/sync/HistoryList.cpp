@@ -41,13 +41,13 @@ HistoryList::~HistoryList() {
     forgetAccessible(this);
 }
 
-void HistoryList::setRows(const std::vector<Row> &rows) {
+void HistoryList::setRows(std::vector<Row> rows) {
     if (rows == rows_)
         return;
     const std::optional<qint64> kept =
         current_ >= 0 ? std::optional(rows_[static_cast<std::size_t>(current_)].id) : std::nullopt;
     const bool resized = rows.size() != rows_.size();
-    rows_ = rows;
+    rows_ = std::move(rows); // not in the room of a list that may have been much longer
     if (kept) {
         const auto same = [&](const Row &row) { return row.id == *kept; };
         // Entries that claim to be the same one are told apart by their place.

@@ -25,7 +25,7 @@ public:
 
     const std::vector<Row> &rows() const { return rows_; }
     /// The row that the keyboard is at stays the one with the same identifier.
-    void setRows(const std::vector<Row> &rows);
+    void setRows(std::vector<Row> rows);
     /// Rounds the highlight of the first row, where the list begins its card.
     void setRoundedTop(bool rounded);
 

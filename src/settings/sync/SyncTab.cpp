@@ -95,7 +95,7 @@ void SyncTab::showState() {
 void SyncTab::render(const std::optional<SyncModel> &model) {
     if (shown_ == model)
         return;
-    shown_ = model;
+    shown_ = std::optional(model); // not in the room of a list that may have been much longer
     loading_->setVisible(!model);
     types_->setVisible(model.has_value());
     transfer_->setVisible(model.has_value());
