@@ -43,7 +43,7 @@ void addSpacedDivider(QVBoxLayout *stack) {
 } // namespace
 
 MenuBarView::MenuBarView(QWidget *parent)
-    : QWidget(parent)
+    : KeyboardArea(parent)
     , AccessibleControl(this)
     , header_(new PanelHeader(this)) // first in the focus chain
     , infoBlock_(new QWidget)
@@ -108,8 +108,13 @@ void MenuBarView::addFooter(QVBoxLayout *stack) {
     stack->addWidget(quitRow_);
     connect(settingsRow_, &QAbstractButton::clicked, this, &MenuBarView::settingsRequested);
     connect(quitRow_, &QAbstractButton::clicked, this, &MenuBarView::quitRequested);
-    auto *quit = new QShortcut(quitKeys, this);
-    connect(quit, &QShortcut::activated, this, &MenuBarView::quitRequested);
+    const auto bind = [this](const QKeySequence &keys, void (MenuBarView::*request)()) {
+        auto *shortcut = new QShortcut(keys, this);
+        shortcut->setAutoRepeat(false);
+        connect(shortcut, &QShortcut::activated, this, request);
+    };
+    bind(settingsKeys, &MenuBarView::settingsRequested);
+    bind(quitKeys, &MenuBarView::quitRequested);
 }
 
 HistoryRow *MenuBarView::makeHistoryRow(const HistoryItem &model) {
@@ -175,13 +180,6 @@ bool MenuBarView::event(QEvent *event) {
     if (event->type() == QEvent::LayoutRequest) // a text or the user's font has changed
         updateHeight();
     return handled;
-}
-
-void MenuBarView::showEvent(QShowEvent *event) {
-    // Nothing is chosen yet, so that a key pressed by chance does nothing; the first Tab or arrow key starts
-    // at the top.
-    setFocus();
-    QWidget::showEvent(event);
 }
 
 void MenuBarView::keyPressEvent(QKeyEvent *event) {

@@ -2,9 +2,8 @@
 
 #include "menubar/MenuBarModel.h"
 #include "ui/access/Accessibility.h"
+#include "ui/access/KeyboardArea.h"
 #include "ui/form/RowList.h"
-
-#include <QWidget>
 
 #include <memory>
 
@@ -21,7 +20,7 @@ class Switch;
 /// The panel under the tray icon. Its width is fixed and its height follows from what it shows; the window
 /// around it belongs to its owner. It keeps nothing of the service's state: the controls only ask, and show
 /// what render() is told.
-class MenuBarView final : public QWidget, public AccessibleControl {
+class MenuBarView final : public KeyboardArea, public AccessibleControl {
     Q_OBJECT
 
 public:
@@ -47,7 +46,6 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent *event) override;
-    void showEvent(QShowEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

@@ -49,7 +49,8 @@ std::vector<SettingsView::Tab> SettingsView::tabs() const {
 }
 
 SettingsView::SettingsView(SettingsServices services, QWidget *parent)
-    : QWidget(parent)
+    : KeyboardArea(parent)
+    , AccessibleControl(this)
     , services_(std::move(services))
     , tabs_(tabs())
     , bar_(new TabBar)
@@ -65,14 +66,7 @@ SettingsView::SettingsView(SettingsServices services, QWidget *parent)
         choices << Choice{tab.title, tab.symbol};
     bar_->setChoices(choices);
     connect(bar_, &TabBar::picked, this, &SettingsView::showTab);
-    const auto addStep = [this](QKeySequence::StandardKey keys, int step) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, step] {
-            const int count = static_cast<int>(tabs_.size());
-            showTab((bar_->current() + step + count) % count);
-        });
-    };
-    addStep(QKeySequence::NextChild, 1);
-    addStep(QKeySequence::PreviousChild, -1);
+    addShortcuts();
 
     showing_.setSingleShot(true);
     connect(&showing_, &QTimer::timeout, this, &SettingsView::showState);
@@ -80,6 +74,24 @@ SettingsView::SettingsView(SettingsServices services, QWidget *parent)
     connect(&services_.daemon, &Daemon::changed, this, showSoon);
     connect(&services_.updater, &UpdateChecker::changed, this, showSoon);
     showTab(0);
+}
+
+void SettingsView::addShortcuts() {
+    const auto bind = [this](const QList<QKeySequence> &keys, int step) {
+        auto *shortcut = new QShortcut(this);
+        shortcut->setKeys(keys);
+        connect(shortcut, &QShortcut::activated, this, [this, step] {
+            const int count = static_cast<int>(tabs_.size());
+            const int index = (bar_->current() + step + count) % count;
+            bar_->item(index)->setFocus(Qt::ShortcutFocusReason);
+            showTab(index);
+        });
+    };
+    // On X11 the Tab key with Shift is a key of its own.
+    bind({Qt::CTRL | Qt::Key_Tab, Qt::CTRL | Qt::Key_PageDown}, 1);
+    bind({Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab,
+          Qt::CTRL | Qt::Key_PageUp},
+         -1);
 }
 
 void SettingsView::showTab(int index) {
@@ -91,6 +103,9 @@ void SettingsView::showTab(int index) {
         pages_->addWidget(tab.page);
     }
     bar_->setCurrent(index);
+    // The stack would focus the first control of the page.
+    if (!bar_->isAncestorOf(window()->focusWidget()))
+        rest(bar_->item(index));
     // All of it before the page is first painted, or it would be seen to fall into place.
     tab.page->showState();
     pages_->setCurrentWidget(tab.page);

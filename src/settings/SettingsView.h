@@ -2,9 +2,10 @@
 
 #include "settings/about/AboutTab.h"
 #include "settings/kvm/KvmTab.h"
+#include "ui/access/Accessibility.h"
+#include "ui/access/KeyboardArea.h"
 
 #include <QTimer>
-#include <QWidget>
 
 #include <functional>
 #include <optional>
@@ -34,13 +35,18 @@ struct SettingsServices {
 
 /// The content of the settings window: its tabs, of which it starts on the first. While it can be seen, the
 /// tab that is shown follows what the service and the update checker publish.
-class SettingsView final : public QWidget {
+class SettingsView final : public KeyboardArea, public AccessibleControl {
     Q_OBJECT
 
 public:
     explicit SettingsView(SettingsServices services, QWidget *parent = nullptr);
 
     void showTab(int index);
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Grouping; }
+    bool isAccessibleLeaf() const override { return false; }
+    /// It has the focus while none of its controls does.
+    void addAccessibleState(QAccessible::State &state) const override { state.focusable = true; }
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -55,6 +61,7 @@ private:
 
     std::vector<Tab> tabs() const;
     void showState();
+    void addShortcuts();
 
     const SettingsServices services_;
     std::vector<Tab> tabs_;

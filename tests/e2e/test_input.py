@@ -1,9 +1,10 @@
 #!/usr/bin/python3
-"""The real executable by keyboard alone; the accessibility tree tells where the focus is, pictures that it is seen."""
+"""The real executable by keyboard and by pointer; the accessibility tree tells where the focus is, pictures that it is
+seen, and the service's log that nothing else was worked."""
 import subprocess
 import unittest
 
-from desktop import QUITTING, Desk, extents, keys, pointer, states, stays, wait_for
+from desktop import QUITTING, Desk, extents, keys, pointer, states, stays, wait_for, windows, xdotool
 from reader import screen
 
 WIDTH = 1280  # of the screen
@@ -11,9 +12,9 @@ RING = 3  # how far a control's ring may reach beyond it
 SEEN = 30  # differing pixels, more than a text cursor has
 
 
-class Keyboard(Desk):
-    def start(self, scenario):
-        super().start(scenario, "--speed", "10")
+class Hands(Desk):
+    def start(self, scenario, *options):
+        super().start(scenario, *(options or ("--speed", "10")))
         wait_for("the focus", lambda: self.focused() and self.focused().role == "panel")
 
     def focused(self):
@@ -46,6 +47,28 @@ class Keyboard(Desk):
             keys("ctrl+Tab")
             stays(lambda: True, 0.3)
 
+    def click(self, role, name):
+        place = extents(self.app.wait(role, name))
+        pointer((place.x, place.y, place.width, place.height), "click", 1)
+
+    def click_tab(self, tab):
+        self.click("page tab", tab)
+        wait_for(tab, lambda: "selected" in states(self.app.find("page tab", tab)))
+        stays(lambda: True, 0.3)
+
+    def commands(self):
+        """What was asked of the service that is not to be had by asking for its state."""
+        return [line for line in self.service.printed().splitlines() if line.startswith(("PUT", "POST", "DELETE"))]
+
+    def is_at_rest(self):
+        """Whether the window itself has the keyboard, and no key does anything."""
+        before = self.commands()
+        keys("x", "space", "Up", "Right", "Delete")
+        return (stays(lambda: self.commands() == before, 0.5) and self.focused().role in ("panel", "dialog", "alert")
+                and not self.app.find("popup menu"))
+
+
+class Keyboard(Hands):
     def walk(self, view):
         """Goes round a view in both directions."""
         stops = [each.name for each in screen(self.app.pid) if {"focusable", "enabled"} <= each.states
@@ -109,7 +132,56 @@ class Keyboard(Desk):
         self.go_to("Remove")
         keys("space")
         self.app.wait_gone("push button", "Remove, Office Linux")
-        wait_for("the focus", self.focused)
+        self.assertTrue(self.is_at_rest())
+        self.assertEqual(self.go("Tab").name, "Travel laptop")
+
+    def test_shortcuts(self):
+        self.start("still")
+        keys("ctrl+comma")
+        self.app.wait("page tab")
+        stays(lambda: True, 0.5)
+        self.assertTrue(self.is_at_rest())
+        for key, tab in (("ctrl+Tab", "Sync"), ("ctrl+Next", "KVM"), ("ctrl+Prior", "Sync"),
+                         ("ctrl+shift+Tab", "Overview")):
+            self.assertEqual(self.go(key).name, tab)
+        keys("ctrl+w")
+        wait_for("the window's end", lambda: not windows("Settings"))
+
+    def test_what_is_open_is_answered_first(self):
+        self.start("still")
+        self.open_settings()
+        self.show_tab("Devices")
+        for control, opened in (("Add a computer", "dialog"), ("Remove, Office Linux", "alert")):
+            self.go_to(control)
+            keys("space")
+            self.app.wait(opened)
+            keys("ctrl+Tab", "ctrl+Prior", "ctrl+w")
+            self.assertTrue(stays(lambda opened=opened: self.app.find(opened), 0.5))
+            self.assertIn("selected", states(self.app.find("page tab", "Devices")))
+            if opened == "dialog":
+                keys("Escape")
+                self.app.wait_gone(opened)
+        keys("alt+F4")  # of the window manager
+        wait_for("the window's end", lambda: not windows("Settings"))
+        self.assertEqual(self.commands(), [])
+
+    def test_a_held_key_acts_once(self):
+        self.start("still", "--fault", "/api/settings=slow")
+        self.open_settings()
+        # The service takes two seconds to answer, for which a key that steps waits.
+        for tab, control, key, asked in (("Sync", "Largest file", "Up", 1), ("Sync", "Text", "space", 1),
+                                         ("Overview", "Device name", "Return", 1),
+                                         ("KVM", "Switch delay", "Return", 0)):
+            with self.subTest(control=control, key=key):
+                self.show_tab(tab)
+                self.app.wait(name=control)
+                self.go_to(control)
+                before = len(self.commands())
+                if tab == "Overview":
+                    keys("x")
+                xdotool("keydown", key, "sleep", 1.5, "keyup", key)
+                stays(lambda: True, 3)
+                self.assertEqual(len(self.commands()) - before, asked)
 
     def test_quits(self):
         self.start("still")
@@ -117,7 +189,41 @@ class Keyboard(Desk):
         self.assertEqual(self.app.process.wait(4 + QUITTING), 0)
 
 
-class Pointer(Desk):
+class Pointer(Hands):
+    def test_a_click_leaves_the_keyboard_at_rest(self):
+        self.start("still")
+        self.click("push button", "Settings…")
+        self.app.wait("page tab")
+        stays(lambda: True, 0.5)
+        self.assertTrue(self.is_at_rest(), "the window has just opened")
+        for tab, first in (("Sync", "Text"), ("KVM", "Share keyboard and mouse"), ("About", "Check now"),
+                           ("Overview", "Device name")):
+            with self.subTest(tab=tab):
+                self.click_tab(tab)
+                self.assertTrue(self.is_at_rest())
+                self.assertEqual(self.go("Tab").name, first)
+        self.assertEqual(self.go("shift+Tab").name, "Overview")
+        self.click_tab("Sync")
+        self.assertTrue(self.is_at_rest(), "the tab that had the ring was left by a click")
+        without = picture()
+        place = self.go("Tab").place
+        self.assertGreater(different(without, picture(), place), SEEN)
+        self.click_tab("Sync")
+        self.assertEqual(different(without, picture(), place), 0, "a click leaves no ring")
+        self.assertTrue(self.is_at_rest())
+
+    def test_a_sheet_is_typed_into(self):
+        self.start("still")
+        self.app.open_tab("Devices")
+        self.click("push button", "Add a computer")
+        self.click("radio button", "Enter a PIN")
+        wait_for("the field", lambda: self.focused().role == "text")
+        keys("a", "b")
+        wait_for("what was typed", lambda: self.focused().text == "ab")
+        self.click("radio button", "Show a PIN")
+        self.app.wait_gone("text", "PIN")
+        self.assertTrue(self.is_at_rest())
+
     def test_opens_a_menu(self):
         self.start("still")
         self.app.open_tab("About")

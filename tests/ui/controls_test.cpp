@@ -1,6 +1,7 @@
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
 #include "ui/access/FocusRing.h"
+#include "ui/access/KeyboardArea.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/MenuPicker.h"
 #include "ui/controls/Stepper.h"
@@ -28,7 +29,7 @@ namespace {
 using Emitted = QList<QList<QVariant>>;
 
 /// A window of these widgets, one below the other, that the keyboard goes to.
-struct Window : QWidget {
+struct Window : KeyboardArea {
     explicit Window(std::initializer_list<QWidget *> widgets, QSize size = {}) {
         auto *column = new QVBoxLayout(this);
         for (QWidget *widget : widgets)
@@ -162,7 +163,41 @@ private Q_SLOTS:
         other->move(other->pos() + QPoint(7, 5));
         QVERIFY(rings().first()->geometry().contains(other->geometry()));
         QTest::mouseClick(other, Qt::LeftButton);
-        QVERIFY(rings().isEmpty());
+        QVERIFY(rings().isEmpty() && window.hasFocus());
+    }
+
+    void theKeyboardGoesNowhereByItself() {
+        // However a control goes, its window takes the keyboard. The Tab key goes on beside it, or starts
+        // again.
+        enum { hidden, hiddenUnseen, disabled, deleted, wentWithItsParent, disabledWithItsParent, ways };
+        for (int way = 0; way < ways; ++way) {
+            auto *first = new Switch;
+            auto *part = new QWidget;
+            auto *control = new Switch(Switch::Size::regular, part);
+            auto *after = new Switch;
+            Window window{first, part, after};
+            control->setFocus(Qt::TabFocusReason);
+            if (way == hidden) {
+                control->hide();
+            } else if (way == hiddenUnseen) {
+                Window other{new Switch};
+                control->hide();
+                window.activateWindow();
+            } else if (way == disabled) {
+                control->setEnabled(false);
+            } else if (way == deleted) {
+                delete control;
+            } else if (way == wentWithItsParent) {
+                part->hide();
+                part->deleteLater();
+                QCoreApplication::sendPostedEvents(part, QEvent::DeferredDelete);
+            } else {
+                part->setEnabled(false);
+            }
+            QTRY_VERIFY2(window.hasFocus(), qPrintable(QString::number(way)));
+            QTest::keyClick(&window, Qt::Key_Tab);
+            QVERIFY2((way == deleted ? first : after)->hasFocus(), qPrintable(QString::number(way)));
+        }
     }
 
     void hiddenRowsLeaveNoTrace() {

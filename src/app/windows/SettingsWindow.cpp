@@ -32,12 +32,14 @@ SettingsWindow::SettingsWindow(std::function<QWidget *()> makeContent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     auto *closing = new QShortcut(QKeySequence::Close, this);
+    closing->setAutoRepeat(false);
     connect(closing, &QShortcut::activated, this, &QWidget::close);
 }
 
 void SettingsWindow::open() {
     if (!content_) {
         content_ = makeContent_();
+        content_->setAccessibleName(windowTitle());
         layout()->addWidget(content_);
     }
     setWindowState(windowState() & ~Qt::WindowMinimized);

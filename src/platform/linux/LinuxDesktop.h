@@ -3,6 +3,7 @@
 #include "platform/Desktop.h"
 #include "platform/linux/accessibility/AccessibilityGate.h"
 #include "platform/linux/desktop/DesktopAppearance.h"
+#include "platform/linux/desktop/HeldKeys.h"
 #include "platform/linux/desktop/TrayHosts.h"
 
 #include <optional>
@@ -22,6 +23,7 @@ public:
 private:
     DesktopAppearance appearance_;
     TrayHosts trays_;
+    const HeldKeys heldKeys_;
     std::optional<AccessibilityGate> gate_;
 };
 

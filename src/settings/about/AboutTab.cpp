@@ -2,7 +2,6 @@
 
 #include "settings/AppIcon.h"
 #include "settings/about/UpdateBanner.h"
-#include "ui/access/FocusKeeping.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/MenuPicker.h"
 #include "ui/form/Form.h"
@@ -169,7 +168,7 @@ void AboutTab::render(const AboutModel &model) {
     checkStatus_->symbol().setColor(model.checkStatus.symbolColor);
     checkStatus_->setText(model.checkStatus.text);
     checkStatus_->text().setColor(model.checkStatus.textColor);
-    setEnabledKeepingFocus(*check_, !model.isChecking, *updateRow_);
+    check_->setEnabled(!model.isChecking);
     check_->setBusy(model.isChecking);
     lastChecked_->setText(model.lastChecked);
     lastChecked_->setVisible(!model.lastChecked.isEmpty());

@@ -5,7 +5,6 @@
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <QVBoxLayout>
 
@@ -77,9 +76,6 @@ void AccessibilityRow::render(const KvmModel::Accessibility &model) {
     symbol_->setColor(model.color);
     title_->setText(model.title);
     description_->setText(model.description);
-    // The focus stays here when the buttons go; it would jump to the top of the window.
-    if (!model.offersGrant && buttons_->isAncestorOf(QApplication::focusWidget()))
-        setFocus();
     buttons_->setVisible(model.offersGrant);
 }
 

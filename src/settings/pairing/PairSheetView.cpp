@@ -2,7 +2,6 @@
 
 #include "daemon/Daemon.h"
 #include "settings/TellAnswer.h"
-#include "ui/access/FocusKeeping.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/SegmentedPicker.h"
 #include "ui/look/Layouts.h"
@@ -133,9 +132,13 @@ void PairSheetView::render(const SheetState &state) {
     shown_ = state;
     mode_->setCurrent(static_cast<int>(state.mode));
     showPage_->setVisible(state.mode == Mode::show);
-    connectPage_->setVisible(state.mode == Mode::connect);
+    if (const bool connects = state.mode == Mode::connect; connects == connectPage_->isHidden()) {
+        connectPage_->setVisible(connects);
+        if (connects)
+            host_->setFocus(Qt::OtherFocusReason);
+    }
 
-    setEnabledKeepingFocus(*generate_, canGenerate(state), *this);
+    generate_->setEnabled(canGenerate(state));
     generate_->setBusy(state.isGenerating);
     generate_->setVisible(!state.pin);
     pin_->setValue(displayLine(state.pin.value_or(QString())));
@@ -148,7 +151,7 @@ void PairSheetView::render(const SheetState &state) {
     host_->setValue(state.host);
     inputPin_->setValue(state.inputPin);
     failed_->setVisible(state.hasFailed);
-    setEnabledKeepingFocus(*connect_, canConnect(state), *this);
+    connect_->setEnabled(canConnect(state));
     connect_->setBusy(state.isBusy);
 }
 

@@ -2,13 +2,13 @@
 
 #include "settings/sync/HistoryListAccessible.h"
 #include "ui/access/Accessibility.h"
+#include "ui/access/KeyboardArea.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
 #include "ui/look/Theme.h"
 #include "ui/look/ToolTip.h"
 #include "wording/DisplayLine.h"
 
-#include <QFocusEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -53,7 +53,10 @@ void HistoryList::setRows(std::vector<Row> rows) {
         // Entries that claim to be the same one are told apart by their place.
         if (current_ >= count() || !same(rows_[static_cast<std::size_t>(current_)])) {
             const auto found = std::find_if(rows_.begin(), rows_.end(), same);
-            current_ = found != rows_.end() ? static_cast<int>(found - rows_.begin()) : -1;
+            current_ = found != rows_.end() ? static_cast<int>(found - rows_.begin())
+                                            : std::min(current_, count() - 1);
+            if (hasFocus())
+                announceCurrentRow(*this);
         }
     }
     if (resized)
@@ -165,7 +168,7 @@ void HistoryList::paintRow(QPainter &painter, int row) const {
         paintText(place.source, entry.source, TextStyle::caption, TextColor::tertiary, Qt::ElideRight,
                   Qt::AlignTrailing);
 
-    if (row == current_ && byKeyboard_ && hasFocus()) {
+    if (row == current_ && hasFocus() && worksByKeyboard(*this)) {
         painter.setPen(QPen(themeColors(palette()).accent, 2));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(whole).adjusted(3, 3, -3, -3), 3, 3);
@@ -210,8 +213,6 @@ void HistoryList::mousePressEvent(QMouseEvent *event) {
     const int row = rowAt(event->position().toPoint());
     if (event->button() != Qt::LeftButton || row < 0)
         return;
-    byKeyboard_ = false;
-    update();
     pressed_ = rows_[static_cast<std::size_t>(row)].id;
 }
 
@@ -230,10 +231,7 @@ void HistoryList::leaveEvent(QEvent *) {
     setHovered(-1);
 }
 
-void HistoryList::focusInEvent(QFocusEvent *event) {
-    const Qt::FocusReason reason = event->reason();
-    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason)
-        byKeyboard_ = true;
+void HistoryList::focusInEvent(QFocusEvent *) {
     if (current_ < 0)
         current_ = std::max(rowAt(visibleRegion().boundingRect().topLeft()), rows_.empty() ? -1 : 0);
     update();
@@ -247,12 +245,7 @@ void HistoryList::focusOutEvent(QFocusEvent *) {
 void HistoryList::keyPressEvent(QKeyEvent *event) {
     const int last = count() - 1;
     const int page = std::max(visibleRegion().boundingRect().height() / rowHeight() - 1, 1);
-    const auto moveTo = [&](int row) {
-        byKeyboard_ = true;
-        if (current_ >= 0)
-            update(rowRect(current_));
-        setCurrentRow(std::clamp(row, 0, std::max(last, 0)));
-    };
+    const auto moveTo = [&](int row) { setCurrentRow(std::clamp(row, 0, std::max(last, 0))); };
     switch (event->key()) {
     case Qt::Key_Up:
         return moveTo(current_ - 1);

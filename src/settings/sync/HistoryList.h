@@ -24,7 +24,7 @@ public:
     ~HistoryList() override;
 
     const std::vector<Row> &rows() const { return rows_; }
-    /// The row that the keyboard is at stays the one with the same identifier.
+    /// The row that the keyboard is at stays the one with the same identifier, or its place does.
     void setRows(std::vector<Row> rows);
     /// Rounds the highlight of the first row, where the list begins its card.
     void setRoundedTop(bool rounded);
@@ -78,7 +78,6 @@ private:
     int hovered_ = -1;
     std::optional<qint64> pressed_;  ///< the identifier of the row that the button went down on
     std::optional<QPointF> pointer_; ///< where it is on the screen, while it is over the list
-    bool byKeyboard_ = false;        ///< the user works by keyboard and sees where
     bool roundedTop_ = false;
 };
 

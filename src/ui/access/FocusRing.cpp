@@ -1,8 +1,9 @@
 #include "ui/access/FocusRing.h"
 
+#include "ui/access/KeyboardArea.h"
 #include "ui/look/Theme.h"
 
-#include <QFocusEvent>
+#include <QEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -30,36 +31,12 @@ public:
 
     bool eventFilter(QObject *, QEvent *event) override {
         switch (event->type()) {
-        case QEvent::FocusIn: {
-            const auto reason = static_cast<QFocusEvent *>(event)->reason();
-            if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-                reason == Qt::ShortcutFocusReason)
-                byKeyboard_ = true;
-            else if (reason == Qt::MouseFocusReason)
-                byKeyboard_ = false;
-            update();
-            break;
-        }
-        case QEvent::KeyPress:
-            byKeyboard_ = true;
-            update();
-            break;
-        case QEvent::MouseButtonPress:
-            byKeyboard_ = false;
-            update();
-            break;
-        case QEvent::FocusOut: {
-            // The focus comes back to the control from menus and other windows as it was.
-            const auto reason = static_cast<QFocusEvent *>(event)->reason();
-            if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
-                byKeyboard_ = false;
-            remove();
-            break;
-        }
+        case QEvent::FocusOut:
         case QEvent::Hide:
         case QEvent::ParentAboutToChange:
             remove();
             break;
+        case QEvent::FocusIn:
         case QEvent::Show:
         case QEvent::Move:
         case QEvent::Resize:
@@ -74,7 +51,7 @@ public:
 
 private:
     void update() {
-        const bool wanted = byKeyboard_ && control_->hasFocus() && control_->isVisible() &&
+        const bool wanted = worksByKeyboard(*control_) && control_->hasFocus() && control_->isVisible() &&
                             control_->parentWidget() != nullptr && !control_->isWindow();
         if (!wanted) {
             remove();
@@ -97,7 +74,6 @@ private:
     QWidget *control_;
     double radius_;
     int gap_;
-    bool byKeyboard_ = false;
     QPointer<FocusRing> ring_;
 };
 

@@ -5,7 +5,7 @@
 
 namespace quorbit {
 
-/// A ring around a control while it has the focus and the user works by keyboard; a click shows none. It lies
+/// A ring around a control while it has the focus and the user works by keyboard. It lies
 /// beside the control in the same parent, so that it may be larger than the control. It is a QFocusFrame by
 /// type alone, by which assistive technology knows to pass it over.
 class FocusRing final : public QFocusFrame {

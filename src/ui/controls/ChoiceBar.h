@@ -52,6 +52,7 @@ class ChoiceBar : public QWidget, public AccessibleControl {
 public:
     void setChoices(const QList<Choice> &choices);
     int current() const { return current_; }
+    ChoiceItem *item(int index) const { return items_[index]; }
     /// -1 for none.
     void setCurrent(int index);
 

@@ -84,6 +84,7 @@ void MenuPicker::openMenu() {
         return;
     menu_ = new QMenu(this);
     menu_->setAccessibleName(accessibleName());
+    menu_->installEventFilter(this);
     // A click on the button that closes the menu must not open it again.
     menu_->setAttribute(Qt::WA_NoMouseReplay);
     menu_->setFont(textFont(TextStyle::body, font()));
@@ -162,6 +163,16 @@ void MenuPicker::mousePressEvent(QMouseEvent *event) {
     // A menu opens on the press, so that one gesture may press, drag to an option and release.
     if (event->button() == Qt::LeftButton)
         openMenu();
+}
+
+bool MenuPicker::eventFilter(QObject *watched, QEvent *event) {
+    // The Return key that opened the menu must not choose from it while it is still held.
+    if (watched == menu_ && event->type() == QEvent::KeyPress) {
+        const auto &pressed = *static_cast<QKeyEvent *>(event);
+        if (pressed.isAutoRepeat() && (pressed.key() == Qt::Key_Return || pressed.key() == Qt::Key_Enter))
+            return true;
+    }
+    return QAbstractButton::eventFilter(watched, event);
 }
 
 } // namespace quorbit

@@ -35,7 +35,7 @@ Stepper::Stepper(int minimum, int maximum, int step, QWidget *parent)
     , maximum_(maximum)
     , step_(step)
     , value_(minimum) {
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     FocusRing::install(this, radius);
 }
@@ -126,20 +126,23 @@ void Stepper::mouseReleaseEvent(QMouseEvent *) {
     update();
 }
 
+void Stepper::askByKey(const QKeyEvent &event, int steps) {
+    if (event.isAutoRepeat() && value_ == heldFrom_)
+        return;
+    heldFrom_ = value_;
+    ask(value_ + steps * step_);
+}
+
 void Stepper::keyPressEvent(QKeyEvent *event) {
     switch (event->key()) {
     case Qt::Key_Up:
-        ask(value_ + step_);
-        return;
+        return askByKey(*event, 1);
     case Qt::Key_Down:
-        ask(value_ - step_);
-        return;
+        return askByKey(*event, -1);
     case Qt::Key_PageUp:
-        ask(value_ + stepsOfAPage * step_);
-        return;
+        return askByKey(*event, stepsOfAPage);
     case Qt::Key_PageDown:
-        ask(value_ - stepsOfAPage * step_);
-        return;
+        return askByKey(*event, -stepsOfAPage);
     default:
         QWidget::keyPressEvent(event);
     }

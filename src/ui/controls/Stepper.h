@@ -41,6 +41,7 @@ protected:
 private:
     QRect buttons() const;
     void ask(int wanted);
+    void askByKey(const QKeyEvent &event, int steps);
 
     int minimum_;
     int maximum_;
@@ -48,7 +49,8 @@ private:
     int value_;
     /// The button held: 1 for up, -1 for down, 0 for none.
     int held_ = 0;
-    /// The value at the last step of the button held; it repeats only once that step has been answered.
+    /// The value at the last step of the button or key held; it repeats only once that step has been
+    /// answered.
     int heldFrom_ = 0;
     QBasicTimer repeat_;
 };

@@ -37,13 +37,11 @@ protected:
 } // namespace
 
 Overlay::Overlay(QWidget *over)
-    : QWidget(over->window())
+    : KeyboardArea(over->window())
     , AccessibleControl(this)
     , panel_(new Panel(this))
     , scroller_(new QScrollArea(panel_))
     , column_(new QVBoxLayout(new QWidget)) {
-    // The overlay is what has the focus while none of its controls does.
-    setFocusPolicy(Qt::ClickFocus);
     hide();
     QWidget *content = column_->parentWidget();
     scroller_->setFrameShape(QFrame::NoFrame);
@@ -77,11 +75,10 @@ void Overlay::open() {
     if (open_)
         return;
     open_ = true;
-    focusBefore_ = window()->focusWidget();
+    pauseBelow();
     place();
     show();
     raise();
-    setFocus(Qt::OtherFocusReason);
     if (QAccessible::isActive()) {
         QAccessibleEvent event(this, accessibleRole() == QAccessible::AlertMessage
                                          ? QAccessible::Alert
@@ -94,15 +91,15 @@ void Overlay::dismiss() {
     if (!open_)
         return;
     open_ = false;
+    resumeBelow();
     hide();
-    if (focusBefore_ != nullptr)
-        focusBefore_->setFocus(Qt::OtherFocusReason);
     Q_EMIT dismissed();
     deleteLater();
 }
 
 void Overlay::addAccessibleState(QAccessible::State &state) const {
     state.modal = true;
+    state.focusable = true; // it has the focus while none of its controls does
 }
 
 void Overlay::place() {
@@ -133,6 +130,10 @@ bool Overlay::event(QEvent *event) {
         // Nothing below may be reached.
         event->accept();
         return true;
+    case QEvent::ShortcutOverride:
+        // It comes as a key then, whatever shortcut of the window it is.
+        event->accept();
+        return true;
     case QEvent::LayoutRequest:
     case QEvent::FontChange:
         place();
@@ -161,23 +162,6 @@ void Overlay::keyPressEvent(QKeyEvent *event) {
     }
     // Keys that nobody here wants must not reach the window below.
     event->accept();
-}
-
-bool Overlay::focusNextPrevChild(bool next) {
-    QWidget *start = window()->focusWidget() != nullptr ? window()->focusWidget() : this;
-    QWidget *candidate = start;
-    do {
-        candidate = next ? candidate->nextInFocusChain() : candidate->previousInFocusChain();
-        if (candidate != this && isAncestorOf(candidate) && candidate->isVisible() &&
-            candidate->isEnabled() && (candidate->focusPolicy() & Qt::TabFocus) != 0 &&
-            candidate->focusProxy() == nullptr) {
-            candidate->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-            scroller_->ensureWidgetVisible(candidate);
-            return true;
-        }
-    } while (candidate != start);
-    // There is nothing to go to, and the focus stays where it is.
-    return true;
 }
 
 } // namespace quorbit

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "ui/access/Accessibility.h"
-
-#include <QPointer>
-#include <QWidget>
+#include "ui/access/KeyboardArea.h"
 
 class QScrollArea;
 class QVBoxLayout;
@@ -13,9 +11,10 @@ namespace quorbit {
 class Button;
 
 /// A panel over a window that must be answered before the window can be used again. It lies in the window
-/// itself, so that it needs nothing of the window manager: it dims and blocks what is below, keeps the focus
-/// inside, and gives the focus back when it goes. Escape dismisses it, and Return presses its default button.
-class Overlay : public QWidget, public AccessibleControl {
+/// itself, so that it needs nothing of the window manager: it dims and blocks what is below, the shortcuts of
+/// the window too, keeps the focus inside, and gives it back when it goes. Escape dismisses it, and Return
+/// presses its default button.
+class Overlay : public KeyboardArea, public AccessibleControl {
     Q_OBJECT
 
 public:
@@ -48,7 +47,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool event(QEvent *event) override;
-    bool focusNextPrevChild(bool next) override;
 
 private:
     void place();
@@ -58,7 +56,6 @@ private:
     QVBoxLayout *column_;
     QSize panelSize_;
     QPointer<Button> defaultButton_;
-    QPointer<QWidget> focusBefore_;
     bool open_ = false;
 };
 

@@ -4,6 +4,7 @@
 #include "ui/look/Inherited.h"
 #include "ui/look/Theme.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QTextBoundaryFinder>
 #include <QValidator>
@@ -54,6 +55,12 @@ QSize TextField::sizeHint() const {
 
 QSize TextField::minimumSizeHint() const {
     return {sizeHint().width() / 3, sizeHint().height()};
+}
+
+void TextField::keyPressEvent(QKeyEvent *event) {
+    const bool submits = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!submits || !event->isAutoRepeat())
+        StyledLineEdit::keyPressEvent(event);
 }
 
 void TextField::paintEvent(QPaintEvent *event) {

@@ -4,7 +4,8 @@
 
 namespace quorbit {
 
-/// A field for one line of text. It emits submitted() on Return, and textEdited() as the user types.
+/// A field for one line of text. It emits submitted() on Return, once however long the key
+/// is held, and textEdited() as the user types.
 class TextField final : public StyledLineEdit {
     Q_OBJECT
 
@@ -18,6 +19,7 @@ Q_SIGNALS:
     void submitted();
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 };
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 
+#include <X11/XKBlib.h>
 #include <xcb/xcb.h>
 
 namespace quorbit::x11 {
@@ -91,6 +92,11 @@ bool announcesTray(const QByteArray &eventType, const void *message) {
     const auto *announcement = reinterpret_cast<const xcb_client_message_event_t *>(event);
     return server && announcement->type == atom(server, "MANAGER") &&
            announcement->data.data32[1] == atom(server, ofScreen("_NET_SYSTEM_TRAY_S"));
+}
+
+bool useDetectableAutoRepeat() {
+    const auto *x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    return x11 && x11->display() && XkbSetDetectableAutoRepeat(x11->display(), True, nullptr) == True;
 }
 
 void activate(const QWindow &window, std::uint32_t timestamp) {

@@ -19,6 +19,9 @@ bool hasTray();
 bool hasSettingsDaemon();
 /// Whether a native event announces a tray that has just come up.
 bool announcesTray(const QByteArray &eventType, const void *message);
+/// Asks for a key that is held to come as presses alone, without a release before each; tells whether it
+/// will.
+bool useDetectableAutoRepeat();
 /// Asks the window manager to bring a window to the front on behalf of the user's action at `timestamp`
 /// (milliseconds of the server's clock).
 void activate(const QWindow &window, std::uint32_t timestamp);

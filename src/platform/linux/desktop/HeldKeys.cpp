@@ -1,0 +1,42 @@
+#include "platform/linux/desktop/HeldKeys.h"
+
+#include "platform/linux/desktop/X11.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QWindow>
+
+namespace quorbit {
+
+HeldKeys::HeldKeys() {
+    if (!x11::useDetectableAutoRepeat())
+        return;
+    qGuiApp->installEventFilter(this);
+    // Where the keyboard belongs to another program, the release goes there.
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *window) {
+        if (!window)
+            held_ = 0;
+    });
+}
+
+bool HeldKeys::eventFilter(QObject *watched, QEvent *event) {
+    const bool isPress = event->type() == QEvent::KeyPress;
+    if (!watched->isWindowType() || (!isPress && event->type() != QEvent::KeyRelease))
+        return false;
+    auto &key = *static_cast<QKeyEvent *>(event);
+    if (key.isAutoRepeat() || key.nativeScanCode() == 0)
+        return false;
+    if (!isPress || key.nativeScanCode() != held_) {
+        held_ = isPress ? key.nativeScanCode() : 0;
+        return false;
+    }
+    QKeyEvent repeat(key.type(), key.key(), key.modifiers(), key.nativeScanCode(), key.nativeVirtualKey(),
+                     key.nativeModifiers(), key.text(), true, static_cast<quint16>(key.count()),
+                     key.device());
+    repeat.setTimestamp(key.timestamp());
+    QCoreApplication::sendEvent(watched, &repeat);
+    key.setAccepted(repeat.isAccepted());
+    return true;
+}
+
+} // namespace quorbit
