@@ -39,7 +39,7 @@ void pressKeys() {
         qFatal("the history does not come");
     for (int round = 0; round < keyRounds; ++round) {
         SyncTab tab(*world.daemon);
-        tab.refresh();
+        tab.showState();
         tab.resize(580, 520);
         tab.show();
         tab.activateWindow();
@@ -94,7 +94,7 @@ int main(int argc, char **argv) {
     useTestFonts();
     QApplication app(argc, argv);
     QApplication::setStyle(new ControlStyle);
-    useLanguage("en"_L1);
+    useLanguage(u"en"_s);
     if (app.arguments().value(1) == "key"_L1)
         pressKeys();
     else

@@ -5,92 +5,78 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
 
-const QString languageKey = QStringLiteral("quorbit.language");
-const QString overrideKey = QStringLiteral("AppleLanguages");
-const QString chineseTable = QStringLiteral("zh-Hans");
-const QString englishTable = QStringLiteral("en");
+const QString languageKey = u"quorbit.language"_s;
+const QString overrideKey = u"AppleLanguages"_s;
+const QString fallback = u"en"_s;
 
-struct Choice {
-    AppLanguage language;
-    QString rawValue;
-    const char *labelKey;
+constexpr std::array traditionalChinese{"hant"_L1, "tw"_L1, "hk"_L1, "mo"_L1};
+
+constexpr std::array languages{
+    AppLanguage{"zh-Hans"_L1, "about.language.zh", traditionalChinese},
+    AppLanguage{"en"_L1, "about.language.en"},
 };
 
-const std::array<Choice, 3> &choices() {
-    static const std::array<Choice, 3> all{{{AppLanguage::system, QString(), "about.language.system"},
-                                            {AppLanguage::zhHans, chineseTable, "about.language.zh"},
-                                            {AppLanguage::english, englishTable, "about.language.en"}}};
-    return all;
+bool isLanguage(const QString &rawValue) {
+    return std::ranges::any_of(languages, [&](auto &language) { return language.rawValue == rawValue; });
 }
 
-const Choice &choice(AppLanguage language) {
-    for (const Choice &candidate : choices()) {
-        if (candidate.language == language)
-            return candidate;
-    }
-    return choices().front();
+/// In lower case; "zh_TW.UTF-8@variant" has those of "zh-TW".
+QStringList subtags(const QString &tag) {
+    QString language = tag.section(u'.', 0, 0).section(u'@', 0, 0).toLower();
+    return language.replace(u'_', u'-').split(u'-');
 }
 
-/// Who reads traditional characters alone is served by the simplified table only for want of English.
-enum class Match { nothing, inEnglish, inSimplified, inTraditional };
+enum class Match { none, asLastResort, full };
 
-Match match(const QString &tag) {
-    // "zh_TW.UTF-8@variant" and "zh-TW" mean the same.
-    QString language = tag.section(QLatin1Char('.'), 0, 0).section(QLatin1Char('@'), 0, 0).toLower();
-    const QStringList parts = language.replace(QLatin1Char('_'), QLatin1Char('-')).split(QLatin1Char('-'));
-    if (parts.front() == QLatin1String("en"))
-        return Match::inEnglish;
-    if (parts.front() != QLatin1String("zh"))
-        return Match::nothing;
-    if (parts.contains(QLatin1String("hans")))
-        return Match::inSimplified;
-    for (const char *traditional : {"hant", "tw", "hk", "mo"}) {
-        if (parts.contains(QLatin1String(traditional)))
-            return Match::inTraditional;
-    }
-    return Match::inSimplified;
+Match match(const AppLanguage &language, const QStringList &wanted) {
+    const QStringList own = subtags(language.rawValue);
+    if (wanted.front() != own.front())
+        return Match::none;
+    const bool isOtherVariant =
+        std::ranges::any_of(language.lastResortFor, [&](auto subtag) { return wanted.contains(subtag); });
+    // "zh-Hans-HK" names the script, which counts for more than the region.
+    return isOtherVariant && !wanted.contains(own.back()) ? Match::asLastResort : Match::full;
+}
+
+void install(const QLocale &locale, const QString &tables, const QString &folder) {
+    auto *texts = new QTranslator(qApp);
+    if (texts->load(locale, tables, u"_"_s, folder))
+        QCoreApplication::installTranslator(texts);
 }
 
 } // namespace
 
-QString rawValue(AppLanguage language) {
-    return choice(language).rawValue;
-}
-
-std::optional<AppLanguage> appLanguage(const QString &rawValue) {
-    for (const Choice &candidate : choices()) {
-        if (candidate.rawValue == rawValue)
-            return candidate.language;
-    }
-    return std::nullopt;
-}
-
-const char *labelKey(AppLanguage language) {
-    return choice(language).labelKey;
+std::span<const AppLanguage> appLanguages() {
+    return languages;
 }
 
 QString storedLanguage(const UserDefaults &defaults) {
     return defaults.string(languageKey);
 }
 
-void LanguageOverride::apply(AppLanguage language, UserDefaults &defaults) {
-    const QString stored = rawValue(language);
-    defaults.set(languageKey, stored);
-    if (language == AppLanguage::system)
+void LanguageOverride::apply(const QString &rawValue, UserDefaults &defaults) {
+    if (isLanguage(rawValue)) {
+        defaults.set(languageKey, rawValue);
+        defaults.set(overrideKey, QStringList{rawValue});
+    } else {
+        defaults.set(languageKey, QString());
         defaults.remove(overrideKey);
-    else
-        defaults.set(overrideKey, QStringList{stored});
+    }
     defaults.synchronize();
 }
 
 void applyStoredLanguageOverride(UserDefaults &defaults) {
-    const auto stored = appLanguage(defaults.string(languageKey));
-    if (stored && *stored != AppLanguage::system)
-        defaults.set(overrideKey, QStringList{rawValue(*stored)});
+    if (const QString stored = storedLanguage(defaults); isLanguage(stored))
+        defaults.set(overrideKey, QStringList{stored});
 }
 
 QStringList preferredLocalizations(const UserDefaults &defaults, const Platform &platform) {
@@ -99,40 +85,35 @@ QStringList preferredLocalizations(const UserDefaults &defaults, const Platform 
         wanted = platform.systemLanguages();
 
     QStringList found;
-    bool readsTraditional = false;
+    QStringList lastResorts;
     for (const QString &tag : wanted) {
-        const Match table = match(tag);
-        readsTraditional = readsTraditional || table == Match::inTraditional;
-        // A bare "zh" after "zh-TW" is the same wish in short.
-        if (table == Match::inEnglish)
-            found.append(englishTable);
-        else if (table == Match::inSimplified && !(readsTraditional && tag == QLatin1String("zh")))
-            found.append(chineseTable);
+        const QStringList parts = subtags(tag);
+        for (const AppLanguage &language : languages) {
+            const Match how = match(language, parts);
+            // A bare "zh" after "zh-TW" is the same wish in short.
+            const bool isRepeated = lastResorts.contains(language.rawValue) && parts.size() == 1;
+            if (how == Match::asLastResort)
+                lastResorts.append(language.rawValue);
+            else if (how == Match::full && !isRepeated)
+                found.append(language.rawValue);
+        }
     }
-    if (readsTraditional)
-        found.append(chineseTable);
+    found += lastResorts;
     found.removeDuplicates();
-    return found.isEmpty() ? QStringList{englishTable} : found;
+    return found.isEmpty() ? QStringList{fallback} : found;
 }
 
 QLocale localeFor(const QString &localization) {
     const QLocale system = QLocale::system();
-    const QLocale::Language language = localization == chineseTable ? QLocale::Chinese : QLocale::English;
-    return system.language() == language ? system : QLocale(language);
+    const QLocale own(localization);
+    return system.language() == own.language() ? system : own;
 }
 
 void installTranslations(const QString &localization) {
-    const QString table =
-        localization == chineseTable ? QStringLiteral("quorbit_zh_Hans") : QStringLiteral("quorbit_en");
-    auto *texts = new QTranslator(qApp);
-    if (texts->load(QStringLiteral(":/i18n/%1.qm").arg(table)))
-        QCoreApplication::installTranslator(texts);
-    if (localization != chineseTable)
-        return;
-    // The toolkit's own texts, such as those of a text field's menu; English is built into it.
-    auto *toolkit = new QTranslator(qApp);
-    if (toolkit->load(QStringLiteral("qtbase_zh_CN"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(toolkit);
+    const QLocale locale(localization);
+    install(locale, u"quorbit"_s, u":/i18n"_s);
+    // The toolkit's own texts, such as those of a text field's menu.
+    install(locale, u"qtbase"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 
 } // namespace quorbit

@@ -6,13 +6,11 @@
 #include "app/windows/SettingsWindow.h"
 #include "app/windows/TrayIcon.h"
 #include "menubar/MenuBarView.h"
-#include "platform/linux/desktop/X11.h"
-#include "platform/linux/process/QuitSignals.h"
-#include "platform/linux/process/TerminationHook.h"
 #include "settings/SettingsView.h"
 #include "ui/look/ControlStyle.h"
 #include "ui/look/TextStyle.h"
 #include "ui/look/Theme.h"
+#include "ui/overlay/Overlay.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -28,7 +26,7 @@ namespace {
 /// What can wait gives the icon this long to be there first.
 constexpr auto iconFirst = 150ms;
 /// How long a tray may take to come before the user is given a window instead.
-constexpr auto trayPatience = 5s;
+constexpr auto trayTimeout = 5s;
 
 void neverRestart(QSessionManager &session) {
     session.setRestartHint(QSessionManager::RestartNever);
@@ -36,24 +34,27 @@ void neverRestart(QSessionManager &session) {
 
 } // namespace
 
-QuorbitApp::QuorbitApp(Platform &platform, UserDefaults &defaults, Clock &clock, Start start)
-    : platform_(platform)
+QuorbitApp::QuorbitApp(Process &process, Desktop &desktop, UserDefaults &defaults, Clock &clock,
+                       QUrl manifest)
+    : process_(process)
+    , platform_(process.platform())
+    , desktop_(desktop)
     , defaults_(defaults)
     , clock_(clock)
-    , start_(std::move(start))
-    , termination_(std::make_unique<TerminationHook>([this] {
+    , manifest_(std::move(manifest))
+    , tray_(new TrayIcon(desktop, this))
+    , toolkitFont_(QApplication::font()) {
+    process_.callAtEnd([this] {
         if (delegate_)
             delegate_->applicationWillTerminate();
-    }))
-    , tray_(new TrayIcon(this))
-    , toolkitFont_(QApplication::font()) {
+    });
     applyStoredLanguageOverride(defaults_);
     localizations_ = preferredLocalizations(defaults_, platform_);
     QLocale::setDefault(localeFor(localizations_.front()));
     installTranslations(localizations_.front());
 
     QApplication::setQuitOnLastWindowClosed(false);
-    connect(new QuitSignals(this), &QuitSignals::received, this, terminateApplication);
+    desktop_.guardAccessibility(Overlay::covers);
     connect(qApp, &QGuiApplication::commitDataRequest, this, neverRestart, Qt::DirectConnection);
     connect(qApp, &QGuiApplication::saveStateRequest, this, neverRestart, Qt::DirectConnection);
 
@@ -62,6 +63,10 @@ QuorbitApp::QuorbitApp(Platform &platform, UserDefaults &defaults, Clock &clock,
     connectTray();
     tray_->start();
     QTimer::singleShot(iconFirst, this, &QuorbitApp::finishLaunching);
+    process_.finishStart([this] {
+        openPanel();
+        return panel_->windowHandle();
+    });
 }
 
 QuorbitApp::~QuorbitApp() = default;
@@ -81,36 +86,29 @@ void QuorbitApp::connectTray() {
 void QuorbitApp::finishLaunching() {
     if (delegate_)
         return;
-    delegate_.emplace(platform_, defaults_, clock_, start_.manifest, localizations_);
+    delegate_.emplace(platform_, defaults_, clock_, manifest_, localizations_);
 
     style_ = new ControlStyle;
     QApplication::setStyle(style_);
-    connect(&appearance_, &DesktopAppearance::changed, this, &QuorbitApp::adoptAppearance);
     adoptAppearance();
 
-    // A refresh publishes field by field; the views are made of all of them once it is through.
+    // A refresh publishes field by field; the panel is rendered once all of them are there.
     const auto renderSoon = [this] { rendering_.start(0); };
-    Daemon &daemon = delegate_->daemon();
-    connect(&daemon, &Daemon::connectionStateChanged, this, renderSoon);
-    connect(&daemon, &Daemon::statusChanged, this, renderSoon);
-    connect(&daemon, &Daemon::settingsChanged, this, renderSoon);
-    connect(&daemon, &Daemon::devicesChanged, this, renderSoon);
-    connect(&daemon, &Daemon::historyChanged, this, renderSoon);
+    connect(&delegate_->daemon(), &Daemon::changed, this, renderSoon);
     connect(&delegate_->updater(), &UpdateChecker::changed, this, renderSoon);
 
     delegate_->applicationDidFinishLaunching();
-    appearance_.start();
-    QTimer::singleShot(trayPatience, this, [this] {
-        if (start_.isByUser && !tray_->isShown())
+    desktop_.followAppearance([this] { adoptAppearance(); });
+    QTimer::singleShot(trayTimeout, this, [this] {
+        if (!process_.isStartedBySession() && !tray_->isShown())
             openPanel();
     });
 }
 
 void QuorbitApp::adoptAppearance() {
-    const DesktopPreferences &wanted = appearance_.current();
+    const Appearance &wanted = desktop_.appearance();
     style_->setReducedMotion(wanted.reducedMotion);
-    QApplication::setPalette(
-        themePalette({wanted.dark, wanted.accent, wanted.highContrast, wanted.reducedMotion}));
+    QApplication::setPalette(themePalette(wanted.colors));
 
     const QFont font = wanted.font ? applicationFont(*wanted.font, wanted.textScale)
                                    : scaledFont(toolkitFont_, wanted.textScale);
@@ -123,23 +121,23 @@ void QuorbitApp::adoptAppearance() {
 void QuorbitApp::render() {
     const ServiceState &service = delegate_->daemon().state();
     tray_->setPaused(service.status && service.status->paused);
-    if (auto *view = panel_ ? panel_->findChild<MenuBarView *>() : nullptr)
-        view->render(menuBarModel(service, delegate_->updater().state()));
+    if (view_)
+        view_->render(menuBarModel(service, delegate_->updater().state()));
 }
 
 PanelWindow &QuorbitApp::panel() {
     if (panel_)
         return *panel_;
     finishLaunching();
-    auto *view = new MenuBarView;
-    connect(view, &MenuBarView::pauseRequested, this,
+    view_ = new MenuBarView;
+    connect(view_, &MenuBarView::pauseRequested, this,
             [this](bool pause) { delegate_->daemon().setPaused(pause); });
-    connect(view, &MenuBarView::historyChosen, this,
+    connect(view_, &MenuBarView::historyChosen, this,
             [this](qint64 id) { delegate_->daemon().applyHistory(id); });
-    connect(view, &MenuBarView::updateRequested, this, &QuorbitApp::openSettings);
-    connect(view, &MenuBarView::settingsRequested, this, &QuorbitApp::openSettings);
-    connect(view, &MenuBarView::quitRequested, this, terminateApplication);
-    panel_ = std::make_unique<PanelWindow>(view);
+    connect(view_, &MenuBarView::updateRequested, this, &QuorbitApp::openSettings);
+    connect(view_, &MenuBarView::settingsRequested, this, &QuorbitApp::openSettings);
+    connect(view_, &MenuBarView::quitRequested, this, terminateApplication);
+    panel_ = std::make_unique<PanelWindow>(view_, [this] { return desktop_.blendsWindows(); });
     render();
     return *panel_;
 }
@@ -151,24 +149,13 @@ void QuorbitApp::openPanel() {
         panel().showAsWindow();
 }
 
-void QuorbitApp::showPanel(const StartRequest &request) {
-    // On Wayland the toolkit takes the token from the environment when it raises a window.
-    if (!x11::isSession() && !request.activationToken.isEmpty())
-        qputenv("XDG_ACTIVATION_TOKEN", request.activationToken);
-    openPanel();
-    if (const auto timestamp = request.timestamp())
-        x11::activate(*panel_->windowHandle(), *timestamp);
-    x11::endStartup(request.startupId);
-}
-
 SettingsServices QuorbitApp::settingsServices() {
     AboutServices about;
-    for (const AppLanguage language : appLanguages)
-        about.languages.push_back({rawValue(language), qtTrId(labelKey(language))});
+    about.languages.push_back({QString(), qtTrId("about.language.system")});
+    for (const AppLanguage &language : appLanguages())
+        about.languages.push_back({language.rawValue, qtTrId(language.labelKey)});
     about.storedLanguage = [this] { return storedLanguage(defaults_); };
-    about.chooseLanguage = [this](const QString &value) {
-        LanguageOverride::apply(appLanguage(value).value_or(AppLanguage::system), defaults_);
-    };
+    about.chooseLanguage = [this](const QString &value) { LanguageOverride::apply(value, defaults_); };
     about.restart = [this] { relaunchQuorbitApp(platform_); };
     about.openAddress = [this](const QUrl &address) { platform_.open(address); };
     KvmServices kvm;

@@ -2,10 +2,8 @@
 
 #include "app/AppDelegate.h"
 #include "platform/Clock.h"
-#include "platform/Platform.h"
+#include "platform/Process.h"
 #include "platform/UserDefaults.h"
-#include "platform/linux/desktop/DesktopAppearance.h"
-#include "platform/linux/process/SingleInstance.h"
 #include "wording/TimeFormats.h"
 
 #include <QFont>
@@ -18,10 +16,10 @@
 namespace quorbit {
 
 class ControlStyle;
+class MenuBarView;
 class PanelWindow;
 class SettingsWindow;
 struct SettingsServices;
-class TerminationHook;
 class TrayIcon;
 
 /// The application: its delegate, its icon with the panel under it, and its settings window. Made once, after
@@ -30,17 +28,9 @@ class QuorbitApp : public QObject {
     Q_OBJECT
 
 public:
-    /// What the application does without being asked.
-    struct Start {
-        QUrl manifest;        ///< where news of releases is found
-        bool isByUser = true; ///< not by the session that begins: the user waits for something to see
-    };
-
-    QuorbitApp(Platform &platform, UserDefaults &defaults, Clock &clock, Start start);
+    /// `manifest` is where news of releases is found.
+    QuorbitApp(Process &process, Desktop &desktop, UserDefaults &defaults, Clock &clock, QUrl manifest);
     ~QuorbitApp() override;
-
-    /// Shows the panel because the program was started again.
-    void showPanel(const StartRequest &request);
 
 private:
     void connectTray();
@@ -52,19 +42,20 @@ private:
     void openSettings();
     SettingsServices settingsServices();
 
+    Process &process_;
     Platform &platform_;
+    Desktop &desktop_;
     UserDefaults &defaults_;
     Clock &clock_;
-    const Start start_;
+    const QUrl manifest_;
     QStringList localizations_;
     std::optional<AppDelegate> delegate_;
-    std::unique_ptr<TerminationHook> termination_;
     TrayIcon *tray_;
-    DesktopAppearance appearance_;
     ControlStyle *style_ = nullptr;
     const QFont toolkitFont_; ///< where the desktop names none
     QTimer rendering_;
     std::unique_ptr<PanelWindow> panel_;
+    MenuBarView *view_ = nullptr;        ///< inside the panel
     std::optional<TimeFormats> formats_; ///< outlives the window
     std::unique_ptr<SettingsWindow> settings_;
 };

@@ -14,8 +14,9 @@
 /// token to every wait, and requests the stop first thing in its destructor: each of its coroutines is then
 /// resumed once, inside that call, leaves by the exception Stopped, and never touches the owner again.
 ///
-/// Name a wait before awaiting it (`Sleep pause(...); co_await pause;`). g++ 12 then awaits a copy of it, so
-/// that waits can be copied as long as nothing waits for them.
+/// Name a wait before awaiting it (`Sleep pause(...); co_await pause;`): g++ 12 may destroy a temporary in
+/// the operand of co_await twice. Of a named wait it awaits a copy, because QCoro's await_transform() returns
+/// a reference; so waits can be copied as long as nothing waits for them.
 namespace quorbit {
 
 /// Leaves a coroutine whose owner is going away. Not a std::exception, so that handlers of failures let it

@@ -63,14 +63,34 @@ void AccessibilityHeal::refreshed(const ServiceState &state) {
     if (permission != NeededPermission::missing)
         return;
 
+    const double uptime = clock_.uptime();
+    if (!(uptime < bootPhase))
+        return;
+    // A restart that is not counted would be followed by another, and another. Where nothing can be read or
+    // written the next refresh tries again.
+    if (!defaults_.synchronize())
+        return;
     const HealRecord stored{defaults_.real(bootKey()), defaults_.integer(countKey())};
-    const auto next = healRecord(clock_.now(), clock_.uptime(), stored);
+    const auto next = healRecord(clock_.now(), uptime, stored);
     if (!next)
         return;
-    if (next->boot != stored.boot)
-        defaults_.set(bootKey(), next->boot);
-    defaults_.set(countKey(), next->count);
+    keep(*next);
+    if (!defaults_.synchronize()) {
+        keep(stored);
+        return;
+    }
     selfHeal_ = clock_.after(6000ms, relaunch_);
+}
+
+void AccessibilityHeal::keep(const HealRecord &record) {
+    const auto keepNumber = [this](const QString &key, auto number) {
+        if (number != 0)
+            defaults_.set(key, number);
+        else
+            defaults_.remove(key); // Absent reads as 0.
+    };
+    keepNumber(bootKey(), record.boot);
+    keepNumber(countKey(), record.count);
 }
 
 } // namespace quorbit

@@ -39,10 +39,13 @@ public:
     /// The system announced a change: restarts once a run, soon, if the last known state lacks the
     /// permission.
     void permissionsChanged(const ServiceState &state);
-    /// A refresh ended: restarts once a run, within the limits of healRecord().
+    /// A refresh ended: restarts once a run, within the limits of healRecord(), provided that the record of
+    /// it was stored.
     void refreshed(const ServiceState &state);
 
 private:
+    void keep(const HealRecord &record);
+
     UserDefaults &defaults_;
     Clock &clock_;
     std::function<void()> relaunch_;

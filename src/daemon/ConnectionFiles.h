@@ -7,7 +7,7 @@
 
 namespace quorbit {
 
-/// Where the service listens and the word that opens its door.
+/// The service's address and the bearer token that its requests need.
 struct ConnectionInfo {
     QUrl address;
     QString token; ///< may be empty

@@ -18,6 +18,8 @@ constexpr auto requestTimeout = 60s;
 constexpr auto pollPause = 2000ms;
 constexpr auto launchPause = 100ms;
 constexpr int launchAttempts = 50;
+/// A reply of this many bytes takes many times that to read and to show.
+constexpr std::size_t muchOfAReply = std::size_t{1024} * 1024;
 
 } // namespace
 
@@ -32,8 +34,7 @@ Daemon::Daemon(Platform &platform, UserDefaults &defaults, Clock &clock, std::fu
 
 Daemon::~Daemon() {
     blockSignals(true);
-    // In this order, so that a refresh of the poll loop is told that its owner goes and not that polling
-    // ends.
+    // In this order: fetch() tells by the lifetime's token whether the Daemon goes or polling alone ends.
     lifetime_.request_stop();
     polling_.request_stop();
 }
@@ -103,6 +104,9 @@ QCoro::Task<> Daemon::poll(std::stop_token token) {
             loadConnectionInfo();
         Sleep pause(clock_, pollPause, token);
         co_await pause;
+        // By now the views show the new state, too.
+        if (std::exchange(hasFreedMuch_, false))
+            platform_.returnFreeMemory();
     }
 }
 
@@ -130,13 +134,10 @@ QCoro::Task<bool> Daemon::refresh(std::stop_token token) {
     auto devices = co_await devicesTask;
     auto history = co_await historyTask;
 
-    bool reached = publish<Status>(std::move(status), replies_.status, state_.status, &Daemon::statusChanged);
-    reached |= publish<DaemonSettings>(std::move(settings), replies_.settings, state_.settings,
-                                       &Daemon::settingsChanged);
-    reached |= publish<std::vector<Device>>(std::move(devices), replies_.devices, state_.devices,
-                                            &Daemon::devicesChanged);
-    reached |= publish<std::vector<HistoryEntry>>(std::move(history), replies_.history, state_.history,
-                                                  &Daemon::historyChanged);
+    bool reached = publish<Status>(std::move(status), replies_.status, state_.status);
+    reached |= publish<DaemonSettings>(std::move(settings), replies_.settings, state_.settings);
+    reached |= publish<std::vector<Device>>(std::move(devices), replies_.devices, state_.devices);
+    reached |= publish<std::vector<HistoryEntry>>(std::move(history), replies_.history, state_.history);
     if (state_.status)
         setConnectionState(ConnectionState::connected);
     heal_.refreshed(state_);
@@ -145,15 +146,16 @@ QCoro::Task<bool> Daemon::refresh(std::stop_token token) {
 
 void Daemon::setConnectionState(ConnectionState state) {
     state_.connectionState = state;
-    Q_EMIT connectionStateChanged();
+    Q_EMIT changed();
 }
 
 template <class Value, class Field>
-bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field,
-                     void (Daemon::*changed)()) {
+bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field) {
     if (!reply)
         return false;
     if (reply != readFrom) {
+        noteFreed(reply); // what reading it takes besides its value
+        noteFreed(readFrom);
         try {
             auto value = wire::decode<std::optional<Value>>(*reply);
             if (!value)
@@ -164,14 +166,19 @@ bool Daemon::publish(std::optional<std::string> reply, std::optional<std::string
         }
         readFrom = std::move(reply);
     }
-    Q_EMIT(this->*changed)();
+    Q_EMIT changed();
     return true;
 }
 
+void Daemon::noteFreed(const std::optional<std::string> &reply) {
+    hasFreedMuch_ |= reply && reply->size() >= muchOfAReply;
+}
+
 void Daemon::emptyHistory() {
-    state_.history.clear();
+    noteFreed(replies_.history);
+    state_.history = std::vector<HistoryEntry>(); // clear() would keep the memory
     replies_.history.reset();
-    Q_EMIT historyChanged();
+    Q_EMIT changed();
 }
 
 } // namespace quorbit

@@ -30,7 +30,7 @@ public:
            QObject *parent = nullptr);
     ~Daemon() override;
 
-    /// The last known good state; what the signals announce.
+    /// The last known good state.
     const ServiceState &state() const { return state_; }
 
     /// Finds the service or launches it, then polls it every two seconds. Called once.
@@ -59,12 +59,8 @@ public:
     QCoro::Task<> promptAccessibility();
 
 Q_SIGNALS:
-    /// Each is emitted at every assignment of its field, whether or not the value differs.
-    void connectionStateChanged();
-    void statusChanged();
-    void settingsChanged();
-    void devicesChanged();
-    void historyChanged();
+    /// A field of the state was assigned, whether or not its value differs.
+    void changed();
 
 private:
     QCoro::Task<> bootstrap();
@@ -85,9 +81,10 @@ private:
     /// Publishes what a fetch brought, if it is such a value; whether it is. A reply that says the same as
     /// the one that the field was read from is not read again.
     template <class Value, class Field>
-    bool publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field,
-                 void (Daemon::*changed)());
+    bool publish(std::optional<std::string> reply, std::optional<std::string> &readFrom, Field &field);
     void emptyHistory();
+    /// Remembers that memory of about that many bytes' worth of a reply was freed, or is about to be.
+    void noteFreed(const std::optional<std::string> &reply);
 
     Clock &clock_;
     Platform &platform_;
@@ -97,6 +94,7 @@ private:
     std::stop_source lifetime_;
     std::stop_source polling_;
     ServiceState state_;
+    bool hasFreedMuch_ = false; ///< since memory was last given back
     /// The replies that the fields of the state were read from.
     struct {
         std::optional<std::string> status, settings, devices, history;

@@ -11,16 +11,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Some 20,000 history entries. Replies are read on the main thread, and the worst of this size takes it a
-/// quarter of a second.
+/// Some 65,000 history entries. Replies are read on the main thread: one of this size takes it 0.15 seconds,
+/// and 0.6 when it is of 930,000 entries without a text.
 constexpr std::size_t maximumReplySize = std::size_t{8} * 1024 * 1024;
 
-/// The path goes out as it is, so it must already be in the form of RFC 3986. A fragment would silently be
-/// cut off on the way, and two slashes at the beginning would name another server; both are refused too.
+/// The path goes out byte for byte, so it must already be in the form of RFC 3986. Refused are also a
+/// fragment, which no request has, two slashes at the beginning, which would name another server, and
+/// segments that a server might take for steps to another path, however they are spelled.
 bool isPathAndQuery(const QString &text) {
     static const QRegularExpression form(QRegularExpression::anchoredPattern(
         uR"(/(?!/)(?:[A-Za-z0-9\-._~:/?@!$&'()*+,;=]|%[0-9A-Fa-f]{2})*)"_s));
-    return form.match(text).hasMatch();
+    static const QRegularExpression step(uR"([/\\]\.\.?(?:[/\\]|$))"_s);
+    if (!form.match(text).hasMatch())
+        return false;
+    const QByteArray path = text.section(u'?', 0, 0).toLatin1();
+    return !step.match(QString::fromLatin1(QByteArray::fromPercentEncoding(path))).hasMatch();
 }
 
 bool isServiceAddress(const QUrl &address) {
@@ -36,11 +41,10 @@ bool isHeaderValue(const QByteArray &value) {
 
 } // namespace
 
-ServiceClient::ServiceClient(std::chrono::milliseconds silence)
-    : connections_(std::make_shared<HttpConnections>(HttpLimits{silence, maximumReplySize})) {}
+ServiceClient::ServiceClient(std::chrono::milliseconds timeout) : connections_({timeout, maximumReplySize}) {}
 
 void ServiceClient::setConnection(ConnectionInfo connection) {
-    connections_->setAddress(connection.address);
+    connections_.setAddress(connection.address);
     connection_ = std::move(connection);
 }
 
@@ -53,10 +57,10 @@ QCoro::Task<std::string> ServiceClient::exchange(const QByteArray &method, const
     if (!isHeaderValue(authorization))
         throw APIError(APIError::noConnection);
 
-    const QUrl address = connection_->address.resolved(QUrl(path, QUrl::StrictMode));
-    QByteArray request = method + ' ' + address.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority) +
-                         " HTTP/1.1\r\nHost: " +
-                         address.adjusted(QUrl::RemoveUserInfo).authority(QUrl::FullyEncoded).toLatin1() +
+    // The path takes the place of the address's own.
+    const QUrl server = connection_->address.adjusted(QUrl::RemoveUserInfo);
+    QByteArray request = method + ' ' + path.toLatin1() +
+                         " HTTP/1.1\r\nHost: " + server.authority(QUrl::FullyEncoded).toLatin1() +
                          "\r\nAuthorization: " + authorization + "\r\n";
     const bool isQuestion = method == "GET";
     if (!isQuestion)
@@ -66,7 +70,7 @@ QCoro::Task<std::string> ServiceClient::exchange(const QByteArray &method, const
     if (body || method == "POST" || method == "PUT")
         request += "Content-Length: " + QByteArray::number(body ? body->size() : 0) + "\r\n";
     request += "\r\n" + body.value_or(QByteArray());
-    return HttpConnections::exchange(connections_, request, isQuestion, std::move(token));
+    return connections_.exchange(request, isQuestion, std::move(token));
 }
 
 QCoro::Task<std::string> ServiceClient::getBody(QString path, std::stop_token token) {

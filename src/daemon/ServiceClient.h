@@ -12,7 +12,6 @@
 
 #include <chrono>
 #include <exception>
-#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -39,15 +38,15 @@ public:
 /// expected record; the HTTP status plays no part. Every wait leaves by Stopped when its token is triggered.
 class ServiceClient {
 public:
-    /// `silence` is how long a reply may make no progress.
-    explicit ServiceClient(std::chrono::milliseconds silence);
+    /// `timeout` is how long an exchange may make no progress.
+    explicit ServiceClient(std::chrono::milliseconds timeout);
 
     /// The service to which every later request goes.
     void setConnection(ConnectionInfo connection);
 
     template <class Reply>
     QCoro::Task<Reply> get(QString path, std::stop_token token);
-    /// The reply as it came, for those who may not have to read it.
+    /// The body of the reply as it came; who knows it already can spare itself the decoding.
     QCoro::Task<std::string> getBody(QString path, std::stop_token token);
     template <class Reply, class Body>
     QCoro::Task<Reply> put(QString path, Body body, std::stop_token token);
@@ -61,7 +60,7 @@ private:
     QCoro::Task<std::string> exchange(const QByteArray &method, const QString &path, std::stop_token token,
                                       const std::optional<QByteArray> &body = std::nullopt);
 
-    std::shared_ptr<HttpConnections> connections_;
+    HttpConnections connections_;
     std::optional<ConnectionInfo> connection_;
 };
 

@@ -3,11 +3,9 @@
 #include "menubar/PanelMetrics.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
+#include "wording/HistoryItem.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
-
-using namespace Qt::StringLiterals;
 
 namespace quorbit {
 
@@ -16,7 +14,7 @@ namespace {
 constexpr int widestSource = 110;
 } // namespace
 
-HistoryRow::HistoryRow(const MenuBarModel::HistoryRow &model, QWidget *parent)
+HistoryRow::HistoryRow(const HistoryItem &model, QWidget *parent)
     : HoverRow(parent)
     , shown_(model)
     , symbol_(panel::columnSymbol(model.symbol))
@@ -32,7 +30,7 @@ HistoryRow::HistoryRow(const MenuBarModel::HistoryRow &model, QWidget *parent)
     line->addWidget(source_);
 }
 
-void HistoryRow::render(const MenuBarModel::HistoryRow &model) {
+void HistoryRow::render(const HistoryItem &model) {
     if (shown_ == model)
         return;
     shown_ = model;
@@ -43,11 +41,7 @@ void HistoryRow::render(const MenuBarModel::HistoryRow &model) {
 }
 
 QString HistoryRow::accessibleFallbackName() const {
-    if (shown_.preview.isEmpty() && shown_.source.isEmpty())
-        return qtTrId("common.unnamed");
-    if (shown_.preview.isEmpty() || shown_.source.isEmpty())
-        return shown_.preview + shown_.source;
-    return shown_.preview + u", "_s + shown_.source;
+    return spokenHistoryItem(shown_.preview, shown_.source);
 }
 
 } // namespace quorbit

@@ -13,16 +13,16 @@ class HistoryRow final : public HoverRow {
     Q_OBJECT
 
 public:
-    explicit HistoryRow(const MenuBarModel::HistoryRow &model, QWidget *parent = nullptr);
+    explicit HistoryRow(const HistoryItem &model, QWidget *parent = nullptr);
 
     qint64 id() const { return shown_.id; }
-    bool isFor(const MenuBarModel::HistoryRow &model) const { return shown_.id == model.id; }
-    void render(const MenuBarModel::HistoryRow &model);
+    bool isFor(const HistoryItem &model) const { return shown_.id == model.id; }
+    void render(const HistoryItem &model);
 
     QString accessibleFallbackName() const override;
 
 private:
-    MenuBarModel::HistoryRow shown_;
+    HistoryItem shown_;
     SymbolLabel *symbol_;
     TextLabel *preview_;
     TextLabel *source_;

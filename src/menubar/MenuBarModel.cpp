@@ -1,7 +1,7 @@
 #include "menubar/MenuBarModel.h"
 
 #include "wording/DisplayLine.h"
-#include "wording/HistoryKind.h"
+#include "wording/TextRules.h"
 
 #include <QCoreApplication>
 
@@ -45,7 +45,7 @@ InfoRow peerRow(const PeerStatus &peer) {
     return {.kind = InfoRow::Kind::peer,
             .deviceId = peer.device_id,
             .symbol = isLaptop ? u"laptopcomputer"_s : u"pc"_s,
-            .text = name.isEmpty() ? displayLine(peer.device_id) : name,
+            .text = name.isEmpty() ? displayName(peer.device_id) : name,
             .color = TextColor::primary};
 }
 
@@ -67,14 +67,6 @@ InfoRow noPeersRow(const ServiceState &service) {
         row.text = qtTrId("menu.no_devices");
     }
     return row;
-}
-
-InfoRow morePeersRow(std::size_t count) {
-    return {.kind = InfoRow::Kind::notice,
-            .deviceId = {},
-            .symbol = u"pc"_s,
-            .text = qtTrId("common.more").arg(count),
-            .color = TextColor::secondary};
 }
 
 // A sender may well report more than the total, so only what no transfer can be is cut off: less than
@@ -104,15 +96,20 @@ std::vector<InfoRow> infoRows(const ServiceState &service) {
         const std::span shown(status->peers.data(), std::min(status->peers.size(), mostPeers));
         std::transform(shown.begin(), shown.end(), std::back_inserter(rows), peerRow);
         if (const std::size_t rest = status->peers.size() - shown.size(); rest > 0)
-            rows.push_back(morePeersRow(rest));
+            rows.push_back({.kind = InfoRow::Kind::notice,
+                            .deviceId = {},
+                            .symbol = u"pc"_s,
+                            .text = moreNotShown(rest),
+                            .color = TextColor::secondary});
     } else {
         rows.push_back(noPeersRow(service));
     }
-    if (status && status->last_activity && !status->last_activity->isEmpty())
+    const QString activity = displayLine(status ? status->last_activity.value_or(QString()) : QString());
+    if (!activity.isEmpty())
         rows.push_back({.kind = InfoRow::Kind::lastActivity,
                         .deviceId = {},
                         .symbol = u"clock"_s,
-                        .text = displayLine(*status->last_activity),
+                        .text = activity,
                         .color = TextColor::secondary});
     if (status && status->file_xfer)
         rows.push_back(transferRow(*status->file_xfer));
@@ -124,7 +121,7 @@ std::vector<InfoRow> infoRows(const ServiceState &service) {
 MenuBarModel menuBarModel(const ServiceState &service, const UpdateState &update) {
     MenuBarModel model;
     model.dot = statusDot(service);
-    model.deviceName = service.status ? displayLine(service.status->device_name) : qtTrId("common.dash");
+    model.deviceName = service.status ? displayName(service.status->device_name) : qtTrId("common.dash");
     if (update.available)
         model.availableVersion = displayLine(update.available->version);
     model.rows = infoRows(service);

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "daemon/ServiceState.h"
-#include "ui/look/Theme.h"
+#include "ui/look/TextColor.h"
 #include "update/UpdateState.h"
+#include "wording/HistoryItem.h"
 
 #include <QString>
 
@@ -35,21 +36,12 @@ struct MenuBarModel {
         bool operator==(const InfoRow &) const = default;
     };
 
-    struct HistoryRow {
-        qint64 id = 0;
-        QString symbol;
-        QString preview;
-        QString source;
-
-        bool operator==(const HistoryRow &) const = default;
-    };
-
     StatusDot dot;
     QString deviceName;
     std::optional<QString> availableVersion; ///< of the update that the badge announces
     std::vector<InfoRow> rows;
     bool isPaused = false;
-    std::vector<HistoryRow> history;
+    std::vector<HistoryItem> history;
 
     bool operator==(const MenuBarModel &) const = default;
 };

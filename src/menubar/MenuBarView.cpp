@@ -6,6 +6,7 @@
 #include "menubar/PanelHeader.h"
 #include "menubar/PanelMetrics.h"
 #include "ui/controls/Switch.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/Divider.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
@@ -29,16 +30,9 @@ constexpr int spaceUnderHeader = 2;
 constexpr int spaceAroundDivider = 4;
 constexpr int spaceUnderHistoryTitle = 2;
 
-// One set for all systems, shown the way the system writes it.
+// The same on every system; the rows write them as QKeySequence::NativeText.
 const QKeySequence settingsKeys(Qt::CTRL | Qt::Key_Comma);
 const QKeySequence quitKeys(Qt::CTRL | Qt::Key_Q);
-
-QVBoxLayout *stackLayout(QWidget *owner = nullptr) {
-    auto *stack = new QVBoxLayout(owner);
-    stack->setContentsMargins(0, 0, 0, 0);
-    stack->setSpacing(0);
-    return stack;
-}
 
 void addSpacedDivider(QVBoxLayout *stack) {
     stack->addSpacing(spaceAroundDivider);
@@ -53,13 +47,13 @@ MenuBarView::MenuBarView(QWidget *parent)
     , AccessibleControl(this)
     , header_(new PanelHeader(this)) // first in the focus chain
     , infoBlock_(new QWidget)
-    , infoLayout_(stackLayout(infoBlock_))
+    , infoLayout_(columnLayout(infoBlock_))
     , infoRows_(infoLayout_)
     , pauseSwitch_(new Switch(Switch::Size::small))
-    , historyLayout_(stackLayout())
+    , historyLayout_(columnLayout())
     , historyRows_(historyLayout_)
     , historyBlock_(makeHistoryBlock()) {
-    QVBoxLayout *stack = stackLayout(this);
+    QVBoxLayout *stack = columnLayout(this);
     stack->setContentsMargins(0, panel::outerInset, 0, panel::outerInset);
     stack->addWidget(header_);
     stack->addWidget(new Divider);
@@ -99,7 +93,7 @@ QWidget *MenuBarView::makeHistoryBlock() {
     auto *titleLine = new QHBoxLayout;
     titleLine->setContentsMargins(panel::sideInset, 0, panel::sideInset, spaceUnderHistoryTitle);
     titleLine->addWidget(title);
-    QVBoxLayout *stack = stackLayout(block);
+    QVBoxLayout *stack = columnLayout(block);
     addSpacedDivider(stack);
     stack->addLayout(titleLine);
     stack->addLayout(historyLayout_);
@@ -123,7 +117,7 @@ void MenuBarView::addFooter(QVBoxLayout *stack) {
     bind(quitKeys, &MenuBarView::quitRequested);
 }
 
-HistoryRow *MenuBarView::makeHistoryRow(const MenuBarModel::HistoryRow &model) {
+HistoryRow *MenuBarView::makeHistoryRow(const HistoryItem &model) {
     auto *row = new HistoryRow(model, historyBlock_);
     connect(row, &QAbstractButton::clicked, this, [this, row] { Q_EMIT historyChosen(row->id()); });
     return row;
@@ -138,8 +132,7 @@ void MenuBarView::render(const MenuBarModel &model) {
                      [this](const MenuBarModel::InfoRow &row) { return new MenuRow(row, infoBlock_); });
     pauseSwitch_->setOn(model.isPaused);
     historyBlock_->setVisible(!model.history.empty());
-    if (historyRows_.render(model.history,
-                            [this](const MenuBarModel::HistoryRow &row) { return makeHistoryRow(row); }))
+    if (historyRows_.render(model.history, [this](const HistoryItem &row) { return makeHistoryRow(row); }))
         updateTabOrder();
     updateHeight();
     passPointerOn();
@@ -197,18 +190,9 @@ void MenuBarView::keyPressEvent(QKeyEvent *event) {
     case Qt::Key_Up:
         focusNextPrevChild(false);
         return;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        // Buttons take only the space key by themselves.
-        if (auto *button = qobject_cast<QAbstractButton *>(focusWidget()); button && !event->isAutoRepeat()) {
-            button->click();
-            return;
-        }
-        break;
     default:
-        break;
+        QWidget::keyPressEvent(event);
     }
-    QWidget::keyPressEvent(event);
 }
 
 } // namespace quorbit

@@ -52,7 +52,7 @@ private:
     QWidget *makePauseRow();
     QWidget *makeHistoryBlock();
     void addFooter(QVBoxLayout *stack);
-    HistoryRow *makeHistoryRow(const MenuBarModel::HistoryRow &model);
+    HistoryRow *makeHistoryRow(const HistoryItem &model);
     void updateTabOrder();
     void updateHeight();
     void passPointerOn();

@@ -5,6 +5,7 @@
 #include "ui/text/TextLabel.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -49,6 +50,19 @@ MenuRow::MenuRow(const MenuBarModel::InfoRow &model, QWidget *parent)
         connected_ = new TextLabel(qtTrId("menu.connected"), TextStyle::caption, TextColor::green);
         line->addWidget(connected_);
     }
+    keepSomeText();
+}
+
+/// However large the font is, something of the name is to be seen before what follows it is whole.
+void MenuRow::keepSomeText() {
+    constexpr int leastCharacters = 5;
+    text_->setMinimumWidth(leastCharacters * text_->fontMetrics().averageCharWidth());
+}
+
+void MenuRow::changeEvent(QEvent *event) {
+    if (event->type() == QEvent::FontChange)
+        keepSomeText();
+    QWidget::changeEvent(event);
 }
 
 bool MenuRow::isFor(const MenuBarModel::InfoRow &model) const {

@@ -24,7 +24,12 @@ public:
     QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
     QString accessibleFallbackName() const override;
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    void keepSomeText();
+
     MenuBarModel::InfoRow shown_;
     SymbolLabel *symbol_;
     TextLabel *text_;

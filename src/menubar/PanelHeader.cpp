@@ -13,7 +13,7 @@ namespace quorbit {
 namespace {
 constexpr int spacing = 10;
 constexpr int nameSpacing = 1;
-// The square around a filled circle as large as one of a font of 13 pixels.
+// A symbol's square is larger than its outline: in this one a circle is as high as in a font of 13 pixels.
 constexpr double dotSize = 18;
 } // namespace
 

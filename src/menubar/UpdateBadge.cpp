@@ -16,8 +16,7 @@ constexpr double outlineWidth = 0.5;
 constexpr double outlineOpacity = 0.6;
 } // namespace
 
-UpdateBadge::UpdateBadge(QWidget *parent) : QAbstractButton(parent), AccessibleControl(this) {
-    setFocusPolicy(Qt::TabFocus);
+UpdateBadge::UpdateBadge(QWidget *parent) : Pressable(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     FocusRing::install(this, sizeHint().height() / 2.0, -2);
 }
@@ -32,21 +31,12 @@ QSize UpdateBadge::sizeHint() const {
     return {diameter + 2 * reach, diameter + 2 * reach};
 }
 
-QStringList UpdateBadge::accessibleActions() const {
-    return {QAccessibleActionInterface::pressAction()};
-}
-
-void UpdateBadge::performAccessibleAction(const QString &action) {
-    if (action == QAccessibleActionInterface::pressAction())
-        click();
-}
-
 bool UpdateBadge::event(QEvent *event) {
     if (event->type() == QEvent::ToolTip) {
         showToolTip(*static_cast<QHelpEvent *>(event), accessibleName(), this);
         return true;
     }
-    return QAbstractButton::event(event);
+    return Pressable::event(event);
 }
 
 void UpdateBadge::paintEvent(QPaintEvent *) {

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "ui/access/Accessibility.h"
-
-#include <QAbstractButton>
+#include "ui/controls/Pressable.h"
 
 namespace quorbit {
 
 /// The red dot that announces an update; resting the pointer on it tells which.
-class UpdateBadge final : public QAbstractButton, public AccessibleControl {
+class UpdateBadge final : public Pressable {
     Q_OBJECT
 
 public:
@@ -20,9 +18,6 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
-    QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
-    QStringList accessibleActions() const override;
-    void performAccessibleAction(const QString &action) override;
 
 protected:
     bool event(QEvent *event) override;

@@ -48,9 +48,12 @@ public:
     /// Starts a program that inherits environment, streams and working directory, and outlives this one.
     /// Throws LaunchError.
     virtual std::unique_ptr<ChildProcess> launch(const QString &executable, const QStringList &arguments) = 0;
-    /// Leaves behind a short-lived helper that starts this program again once it has ended.
+    /// Leaves behind a short-lived helper that starts this program again once it has ended, and with it the
+    /// program that it launched; after half a minute, whatever has not.
     virtual void reopenAfterExit() = 0;
 
+    /// Gives the memory that this process has freed back to the system; worth its time after much was freed.
+    virtual void returnFreeMemory() = 0;
     /// Writes one line to the system log and to standard error; every character of it stands for itself.
     virtual void log(const QString &line) = 0;
     /// Whether this process may drive keyboard and pointer.

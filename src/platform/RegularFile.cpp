@@ -8,7 +8,7 @@
 namespace quorbit {
 
 std::optional<QByteArray> readRegularFile(const QString &path, qint64 maximumSize) {
-    // Opened without blocking, because a pipe would otherwise hold the program until somebody writes to it.
+    // O_NONBLOCK: a pipe would otherwise hold the program until somebody writes to it.
     const int descriptor =
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     QFile file;

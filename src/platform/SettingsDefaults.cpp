@@ -1,21 +1,49 @@
 #include "platform/SettingsDefaults.h"
 
 #include "platform/RegularFile.h"
+#include "platform/WholeFile.h"
 
-#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include <sys/stat.h>
 
 namespace quorbit {
 
 namespace {
+
 constexpr qint64 longestFile = 65'536;
+
+[[noreturn]] void fail(std::errc error, const char *operation) {
+    throw std::system_error(std::make_error_code(error), operation);
 }
+
+/// Whether there certainly is nothing, not even something that may not be looked at.
+bool isFree(const QString &path) {
+    struct stat status {};
+    return ::stat(QFile::encodeName(path).constData(), &status) != 0 && errno == ENOENT;
+}
+
+/// The file that a path leads to, which need not be there.
+QFileInfo withoutLinks(const QString &path) {
+    QFileInfo file(path);
+    for (int links = 0; file.isSymLink(); ++links) {
+        if (links == 40) // as the system itself counts
+            fail(std::errc::too_many_symbolic_link_levels, "follow the link");
+        file.setFile(file.symLinkTarget());
+    }
+    return file;
+}
+
+} // namespace
 
 SettingsDefaults::SettingsDefaults(const QString &file) : path_(file) {
     read();
@@ -86,7 +114,7 @@ void SettingsDefaults::change(const QString &key, const QJsonValue &value) {
 
 bool SettingsDefaults::read() {
     const auto bytes = readRegularFile(path_, longestFile);
-    if (!bytes && QFileInfo::exists(path_))
+    if (!bytes && !isFree(path_))
         return false;
     const QJsonDocument document = QJsonDocument::fromJson(bytes.value_or(QByteArray()));
     stored_ = document.object();
@@ -94,25 +122,44 @@ bool SettingsDefaults::read() {
     return true;
 }
 
-void SettingsDefaults::synchronize() {
+bool SettingsDefaults::synchronize() {
     writing_.stop();
     // Read again first, so that what another hand has written since is kept.
-    if (changes_.empty() || !read())
-        return;
+    if (!read())
+        return false;
+    if (changes_.empty())
+        return true;
     QJsonObject next = stored_;
     for (const auto &[key, value] : changes_)
         next.insert(key, value); // which removes the key when the value is undefined
-    QDir().mkpath(QFileInfo(path_).path());
-    QSaveFile file(path_); // The old file stays until the new one is complete.
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.write(QJsonDocument(next).toJson());
-    if (isBroken_)
-        QFile::rename(path_, path_ + QStringLiteral(".broken"));
-    if (!file.commit())
-        return;
+    try {
+        write(QJsonDocument(next).toJson());
+    } catch (const std::system_error &) {
+        return false;
+    }
     stored_ = next;
     changes_.clear();
+    return true;
+}
+
+void SettingsDefaults::write(const QByteArray &contents) const {
+    if (contents.size() > longestFile)
+        fail(std::errc::file_too_large, "write what could not be read again");
+    const QFileInfo old = withoutLinks(path_);
+    WholeFile file(old.path());
+    if (old.exists()) {
+        if (!old.isWritable())
+            fail(std::errc::permission_denied, "replace the file");
+        file.copyPermissions(old.filePath());
+    }
+    file.write(contents);
+    file.bringToDisk();
+    if (isBroken_) {
+        const QByteArray name = QFile::encodeName(old.filePath());
+        if (std::rename(name.constData(), (name + ".broken").constData()) != 0)
+            throw std::system_error(errno, std::generic_category(), "keep the broken file");
+    }
+    file.takeName(old.fileName());
 }
 
 } // namespace quorbit

@@ -12,8 +12,9 @@
 namespace quorbit {
 
 /// User defaults in a JSON file, of which all but the keys that are set stays as it is. What lies in the
-/// file's place is never waited for and, unless it can be read as a file, never replaced; a file that holds
-/// something else than an object is kept beside it, with ".broken" after its name.
+/// file's place is never waited for and, unless it can be read as a file, never replaced; a link stays, and
+/// the file that it leads to is replaced. A file that holds something else than an object is kept beside the
+/// new one, with ".broken" after its name.
 class SettingsDefaults : public UserDefaults {
 public:
     explicit SettingsDefaults(const QString &file = userFile());
@@ -35,7 +36,7 @@ public:
     void set(const QString &key, qint64 value) override;
     void set(const QString &key, double value) override;
     void remove(const QString &key) override;
-    void synchronize() override;
+    bool synchronize() override;
 
 private:
     /// Undefined when it is absent.
@@ -44,6 +45,8 @@ private:
     void change(const QString &key, const QJsonValue &value);
     /// Whether there is a file that can be read, or nothing at all.
     bool read();
+    /// Throws std::system_error.
+    void write(const QByteArray &contents) const;
 
     QString path_;
     QJsonObject stored_; ///< as it was last read

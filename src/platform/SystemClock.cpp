@@ -35,6 +35,7 @@ double SystemClock::now() const {
 }
 
 double SystemClock::uptime() const {
+    // On Linux, unlike elsewhere, CLOCK_MONOTONIC stands still while the computer sleeps.
     return seconds(CLOCK_MONOTONIC);
 }
 

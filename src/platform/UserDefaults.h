@@ -6,7 +6,7 @@
 namespace quorbit {
 
 /// The user's own small settings of this program. Reading a key that is absent or of another type yields the
-/// neutral value, and nothing here ever fails loudly: settings that cannot be stored hold for this run.
+/// neutral value, and nothing here fails loudly: settings that cannot be stored hold for this run.
 class UserDefaults {
 public:
     virtual ~UserDefaults() = default;
@@ -22,8 +22,9 @@ public:
     virtual void set(const QString &key, qint64 value) = 0;
     virtual void set(const QString &key, double value) = 0;
     virtual void remove(const QString &key) = 0;
-    /// Writes everything through to storage before it returns.
-    virtual void synchronize() = 0;
+    /// Reads what is stored, writes everything through to it before it returns, and tells whether both
+    /// succeeded: only then is a value that is absent here known to be stored nowhere.
+    virtual bool synchronize() = 0;
 };
 
 } // namespace quorbit

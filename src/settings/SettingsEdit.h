@@ -1,8 +1,9 @@
 #pragma once
 
-#include "daemon/Records.h"
+#include "daemon/Daemon.h"
 
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 namespace quorbit {
@@ -15,6 +16,14 @@ std::optional<DaemonSettings> edited(std::optional<DaemonSettings> settings, Mem
     if (settings)
         (*settings).*member = std::forward<Value>(value);
     return settings;
+}
+
+/// Saves the settings with one member replaced; nothing while none are known. A save that fails is not shown:
+/// the next poll tells how things stand.
+template <class Value>
+void save(Daemon &daemon, Value DaemonSettings::*member, std::type_identity_t<Value> value) {
+    if (auto wanted = edited(daemon.state().settings, member, std::move(value)))
+        daemon.saveSettings(*std::move(wanted));
 }
 
 } // namespace quorbit

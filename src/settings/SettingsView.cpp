@@ -20,31 +20,26 @@ namespace quorbit {
 
 namespace {
 
-/// Lays out a widget and all that is inside it, from the inside out: an outer layout knows what the inner
-/// ones need only after they were made.
+/// Activates the layouts from the inside out. By themselves they do so one level a turn of the event loop,
+/// and the first frame is painted at the end of the first turn.
 void layOut(QWidget &widget) {
-    for (QObject *child : widget.children())
-        if (child->isWidgetType())
-            layOut(static_cast<QWidget &>(*child));
-    if (QLayout *layout = widget.layout()) {
-        layout->invalidate();
+    for (QWidget *child : widget.findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
+        layOut(*child);
+    if (QLayout *layout = widget.layout())
         layout->activate();
-    }
 }
 
 } // namespace
 
 std::vector<SettingsView::Tab> SettingsView::tabs() const {
-    const auto page = [](auto *tab) { return Page{tab, [tab] { tab->refresh(); }}; };
-    const auto overview = [this, page] { return page(new OverviewTab(services_.daemon)); };
-    const auto sync = [this, page] { return page(new SyncTab(services_.daemon)); };
-    const auto kvm = [this, page] { return page(new KvmTab(services_.daemon, services_.kvm)); };
-    const auto devices = [this, page] {
-        return page(new DevicesTab(services_.daemon, services_.formats, services_.clock));
+    const auto overview = [this] { return new OverviewTab(services_.daemon); };
+    const auto sync = [this] { return new SyncTab(services_.daemon); };
+    const auto kvm = [this] { return new KvmTab(services_.daemon, services_.kvm); };
+    const auto devices = [this] {
+        return new DevicesTab(services_.daemon, services_.formats, services_.clock);
     };
-    const auto about = [this, page] {
-        return page(
-            new AboutTab(services_.updater, services_.formats, services_.about, services_.bundleVersion));
+    const auto about = [this] {
+        return new AboutTab(services_.updater, services_.formats, services_.about, services_.bundleVersion);
     };
     return {{qtTrId("tab.overview"), u"info.circle"_s, overview},
             {qtTrId("tab.sync"), u"arrow.triangle.2.circlepath"_s, sync},
@@ -73,14 +68,11 @@ SettingsView::SettingsView(SettingsServices services, QWidget *parent)
     connect(bar_, &TabBar::picked, this, &SettingsView::showTab);
     addShortcuts();
 
-    refreshing_.setSingleShot(true);
-    connect(&refreshing_, &QTimer::timeout, this, &SettingsView::refresh);
-    connect(&services_.daemon, &Daemon::connectionStateChanged, this, &SettingsView::refreshSoon);
-    connect(&services_.daemon, &Daemon::statusChanged, this, &SettingsView::refreshSoon);
-    connect(&services_.daemon, &Daemon::settingsChanged, this, &SettingsView::refreshSoon);
-    connect(&services_.daemon, &Daemon::devicesChanged, this, &SettingsView::refreshSoon);
-    connect(&services_.daemon, &Daemon::historyChanged, this, &SettingsView::refreshSoon);
-    connect(&services_.updater, &UpdateChecker::changed, this, &SettingsView::refreshSoon);
+    showing_.setSingleShot(true);
+    connect(&showing_, &QTimer::timeout, this, &SettingsView::showState);
+    const auto showSoon = [this] { showing_.start(0); };
+    connect(&services_.daemon, &Daemon::changed, this, showSoon);
+    connect(&services_.updater, &UpdateChecker::changed, this, showSoon);
     showTab(0);
 }
 
@@ -104,34 +96,27 @@ void SettingsView::showTab(int index) {
     if (index == bar_->current())
         return;
     Tab &tab = tabs_[static_cast<std::size_t>(index)];
-    if (tab.page.widget == nullptr) {
+    if (!tab.page) {
         tab.page = tab.make();
-        pages_->addWidget(tab.page.widget);
+        pages_->addWidget(tab.page);
     }
     bar_->setCurrent(index);
-    refresh(); // so that its first frame is right
     // The stack would focus the first control of the page.
     if (!bar_->isAncestorOf(window()->focusWidget()))
         rest(bar_->item(index));
-    pages_->setCurrentWidget(tab.page.widget);
-    if (isVisible()) {
-        // Before anything is painted, or the page would be seen to fall into place.
-        layOut(*tab.page.widget);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-    }
+    // All of it before the page is first painted, or it would be seen to fall into place.
+    tab.page->showState();
+    pages_->setCurrentWidget(tab.page);
+    layOut(*tab.page);
 }
 
-void SettingsView::refreshSoon() {
+void SettingsView::showState() {
     if (isVisible())
-        refreshing_.start(0);
-}
-
-void SettingsView::refresh() {
-    tabs_[static_cast<std::size_t>(bar_->current())].page.refresh();
+        tabs_[static_cast<std::size_t>(bar_->current())].page->showState();
 }
 
 void SettingsView::showEvent(QShowEvent *event) {
-    refresh();
+    showState();
     QWidget::showEvent(event);
 }
 

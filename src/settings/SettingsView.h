@@ -17,6 +17,7 @@ namespace quorbit {
 
 class Clock;
 class Daemon;
+class SettingsTab;
 class TabBar;
 class TimeFormats;
 class UpdateChecker;
@@ -51,28 +52,23 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    struct Page {
-        QWidget *widget = nullptr; ///< none until the tab is first shown
-        std::function<void()> refresh;
-    };
     struct Tab {
         QString title;
         QString symbol;
-        std::function<Page()> make;
-        Page page = {};
+        std::function<SettingsTab *()> make;
+        SettingsTab *page = nullptr; ///< none until the tab is first chosen
     };
 
     std::vector<Tab> tabs() const;
+    void showState();
     void addShortcuts();
-    void refreshSoon();
-    void refresh();
 
     const SettingsServices services_;
     std::vector<Tab> tabs_;
     TabBar *bar_;
     QStackedWidget *pages_;
-    /// A refresh of the service publishes field by field; the tab is made of all of them once it is through.
-    QTimer refreshing_;
+    /// A refresh publishes field by field; the tab shows the state once all of them are there.
+    QTimer showing_;
 };
 
 } // namespace quorbit

@@ -23,6 +23,7 @@ struct Manifest {
         bool operator==(const Download &) const = default;
     };
 
+    /// The publisher writes them in these two languages, whichever the interface has.
     struct Notes {
         std::optional<QString> zh;
         std::optional<QString> en;

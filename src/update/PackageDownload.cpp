@@ -1,7 +1,10 @@
 #include "update/PackageDownload.h"
 
 #include "async/Waiting.h"
-#include "update/PackageFile.h"
+#include "platform/WholeFile.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <exception>
@@ -12,7 +15,7 @@ namespace quorbit {
 
 namespace {
 
-constexpr std::chrono::seconds longestStall(60);
+constexpr std::chrono::seconds stallTimeout(60);
 constexpr qint64 readBufferSize = 256LL * 1024;
 constexpr qsizetype longestName = 255; // bytes, in every file system in common use
 
@@ -29,7 +32,7 @@ public:
     }
 
     /// The whole file, after the end. Throws what went wrong.
-    PackageFile &whole() {
+    WholeFile &whole() {
         if (failure_)
             std::rethrow_exception(failure_);
         if (reply_.error() != QNetworkReply::NoError)
@@ -44,7 +47,7 @@ Q_SIGNALS:
 
 private:
     void expectMore() {
-        stall_ = clock_.after(longestStall, [this] {
+        timeout_ = clock_.after(stallTimeout, [this] {
             failWith(std::make_exception_ptr(TransportError("the server sends nothing more")));
         });
     }
@@ -79,8 +82,8 @@ private:
     QNetworkReply &reply_;
     Clock &clock_;
     QString folder_;
-    std::optional<PackageFile> file_;
-    std::unique_ptr<Clock::Alarm> stall_;
+    std::optional<WholeFile> file_;
+    std::unique_ptr<Clock::Alarm> timeout_;
     std::exception_ptr failure_;
 };
 
@@ -121,8 +124,14 @@ QCoro::Task<QString> downloadPackage(SecureNetwork &network, Clock &clock, QUrl 
         Signal end(&arrival, &Arrival::ended, token);
         co_await end;
     }
-    arrival.whole().finish(*name);
-    co_return folder + u'/' + *name;
+    WholeFile &file = arrival.whole();
+    file.bringToDisk();
+    const QString path = folder + u'/' + *name;
+    const QFileInfo obstacle(path);
+    if (obstacle.isDir() && !obstacle.isSymLink())
+        QDir(path).removeRecursively(); // Should it fail, so does the renaming.
+    file.takeName(*name);
+    co_return path;
 }
 
 } // namespace quorbit

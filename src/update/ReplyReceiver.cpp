@@ -37,8 +37,10 @@ QCoro::Task<HttpReply> receive(OwnedReply reply, qint64 maximumSize, std::stop_t
         if (received.body.size() > maximumSize)
             reply->abort();
     });
-    if (!reply->isFinished())
-        co_await Signal(reply.get(), &QNetworkReply::finished, token);
+    if (!reply->isFinished()) {
+        Signal end(reply.get(), &QNetworkReply::finished, token);
+        co_await end;
+    }
     if (reply->isOpen()) // An aborted reply is not.
         received.body += reply->readAll();
 

@@ -12,7 +12,7 @@ namespace quorbit {
 namespace {
 
 constexpr std::chrono::seconds checkPeriod = 12h;
-constexpr std::chrono::seconds checkTimeLimit = 8s;
+constexpr std::chrono::seconds checkTimeout = 8s;
 constexpr qint64 largestManifest = 1024LL * 1024; // bytes
 
 /// The server answered, but not with a manifest.
@@ -49,7 +49,7 @@ UpdateChecker::~UpdateChecker() {
 
 void UpdateChecker::startAutoChecking() {
     check();
-    // The alarm's function is destroyed as it runs, when the next alarm takes its place here.
+    // Last, for the new alarm destroys the one whose function may be calling this.
     timer_ = clock_.after(checkPeriod, [this] { startAutoChecking(); });
 }
 
@@ -71,8 +71,8 @@ QCoro::Task<> UpdateChecker::check() {
 
 QCoro::Task<Manifest> UpdateChecker::fetchManifest() {
     OwnedReply reply = network_.get(QNetworkRequest(manifest_));
-    // The limit covers the whole exchange; a transfer time-out would start anew with every byte.
-    const auto limit = clock_.after(checkTimeLimit, [pending = reply.get()] { pending->abort(); });
+    // For the whole exchange; the toolkit's transfer timeout starts anew with every byte.
+    const auto timeout = clock_.after(checkTimeout, [pending = reply.get()] { pending->abort(); });
     const auto receiving = receive(std::move(reply), largestManifest, stop_.get_token());
     HttpReply received;
     try {

@@ -22,8 +22,8 @@ bool compare(const QString &version, const QString &isNewerThan);
 
 } // namespace version
 
-/// The notes in the first of the interface languages (BCP 47, best first), or in the other language when
-/// there are none.
+/// The Chinese notes where the first of the interface languages (BCP 47, best first) is Chinese, else the
+/// English ones; for want of these the others.
 std::optional<QString> pickNotes(const std::optional<Manifest::Notes> &notes, const QStringList &languages);
 
 } // namespace quorbit

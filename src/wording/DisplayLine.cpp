@@ -1,5 +1,8 @@
 #include "wording/DisplayLine.h"
 
+#include "wording/TextRules.h"
+
+#include <QCoreApplication>
 #include <QList>
 #include <QRegularExpression>
 #include <QStringList>
@@ -15,7 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype keptAtEachEnd = 300; // more than fits in any row
-constexpr qsizetype longestText = 4000;  // characters and lines; more than any release has to say
+constexpr qsizetype longestText = 4000;  // units and lines; more than any release has to say
 constexpr qsizetype mostLines = 60;
 constexpr QChar firstStrongIsolate(0x2068);
 constexpr QChar popDirectionalIsolate(0x2069);
@@ -53,7 +56,7 @@ bool runsRightToLeft(char32_t character) {
     }
 }
 
-// Both ends of the text without what shows nothing around it; a pair of surrogates stays whole.
+// Both ends of the text without what shows nothing around it.
 QString ends(QStringView text) {
     const auto showsNothing = [](QChar unit) {
         return isBreak(unit.unicode()) || isInvisible(unit.unicode());
@@ -64,13 +67,7 @@ QString ends(QStringView text) {
         text.chop(1);
     if (text.size() <= 2 * keptAtEachEnd)
         return text.toString();
-    QStringView head = text.first(keptAtEachEnd);
-    QStringView tail = text.last(keptAtEachEnd);
-    if (head.back().isHighSurrogate())
-        head.chop(1);
-    if (tail.front().isLowSurrogate())
-        tail = tail.sliced(1);
-    return head.toString() + u'…' + tail.toString();
+    return firstUnits(text, keptAtEachEnd) + u'…' + lastUnits(text, keptAtEachEnd);
 }
 
 QString cleanLine(const QString &text) {
@@ -78,6 +75,8 @@ QString cleanLine(const QString &text) {
     line.reserve(text.size() + 2);
     bool afterBreak = false;
     bool needsIsolation = false;
+    if (isBlank(text))
+        return line;
     for (const char32_t character : text.toUcs4()) {
         if (isInvisible(character))
             continue;
@@ -99,14 +98,18 @@ QString displayLine(const QString &text) {
     return cleanLine(ends(text));
 }
 
+QString displayName(const QString &name) {
+    const QString line = displayLine(name);
+    return line.isEmpty() ? qtTrId("common.unnamed") : line;
+}
+
 QString displayText(const QString &text) {
     static const QRegularExpression lineEnd(u"\r\n|[\n\v\f\r\u0085\u2028\u2029]"_s);
     QStringList lines;
-    for (const QString &each : text.first(std::min(text.size(), longestText)).split(lineEnd)) {
+    for (const QString &each : firstUnits(text, longestText).split(lineEnd)) {
         const QString line = cleanLine(each);
-        const bool isBlank = line.trimmed().isEmpty();
-        if (!isBlank || (!lines.isEmpty() && !lines.back().isEmpty()))
-            lines << (isBlank ? QString() : line);
+        if (!line.isEmpty() || (!lines.isEmpty() && !lines.back().isEmpty()))
+            lines << line;
     }
     const bool isCut = text.size() > longestText || lines.size() > mostLines;
     lines = lines.first(std::min(lines.size(), mostLines));

@@ -87,7 +87,7 @@ struct TimeFormats::Formatters {
         relative.reset(
             ureldatefmt_open(id.data(), nullptr, UDAT_STYLE_SHORT, UDISPCTX_CAPITALIZATION_NONE, &error));
         error = U_ZERO_ERROR;
-        // It is given the time of this computer's zone as if that were UTC: the zone is Qt's business.
+        // In UTC, because dateTime() has Qt convert to local time; ICU's time zones may differ from Qt's.
         date.reset(udat_open(UDAT_SHORT, UDAT_MEDIUM, id.data(), u"UTC", -1, nullptr, 0, &error));
     }
 

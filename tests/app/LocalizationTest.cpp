@@ -24,10 +24,10 @@ class LocalizationTest : public QObject {
 private Q_SLOTS:
     void choiceIsStoredWithItsOverride() {
         FakeDefaults defaults;
-        LanguageOverride::apply(AppLanguage::english, defaults);
+        LanguageOverride::apply(u"en"_s, defaults);
         QCOMPARE(defaults.values.value(languageKey), QVariant(u"en"_s));
         QCOMPARE(defaults.values.value(overrideKey), QVariant(words("en")));
-        LanguageOverride::apply(AppLanguage::system, defaults);
+        LanguageOverride::apply(QString(), defaults);
         QCOMPARE(defaults.values.value(languageKey), QVariant(QString()));
         QVERIFY(!defaults.contains(overrideKey));
         QCOMPARE(defaults.synchronizations, 2);
@@ -53,6 +53,15 @@ private Q_SLOTS:
             applyStoredLanguageOverride(defaults);
             QCOMPARE(defaults.values.value(overrideKey), after);
             QCOMPARE(defaults.values.size(), (stored.isValid() ? 1 : 0) + (after.isValid() ? 1 : 0));
+        }
+    }
+
+    void everyLanguageHasItsTable() {
+        QStringList texts{u"tab.about"_s};
+        for (const AppLanguage &language : appLanguages()) {
+            installTranslations(language.rawValue);
+            QVERIFY2(!texts.contains(qtTrId("tab.about")), language.rawValue.data());
+            texts << qtTrId("tab.about");
         }
     }
 

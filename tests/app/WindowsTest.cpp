@@ -10,6 +10,10 @@ using namespace quorbit;
 
 namespace {
 
+bool isBlended() {
+    return true;
+}
+
 /// What the window system tells.
 void tell(QWidget &widget, QEvent::Type type) {
     QEvent event(type);
@@ -42,7 +46,7 @@ private Q_SLOTS:
     void followsItsContentAndNeverOutgrowsTheScreen() {
         auto *content = new QWidget;
         content->setFixedSize(320, 200);
-        PanelWindow panel(content);
+        PanelWindow panel(content, isBlended);
         panel.dropDown(QRect(100, 0, 20, 20));
         QCOMPARE(panel.size(), QSize(320, 200));
         const QPoint place = panel.pos();
@@ -58,7 +62,7 @@ private Q_SLOTS:
     }
 
     void escapeHidesItUntilTheNextClick() {
-        PanelWindow panel(new QWidget);
+        PanelWindow panel(new QWidget, isBlended);
         panel.toggle(QRect(100, 0, 20, 20));
         tell(panel, QEvent::WindowActivate);
         QTest::keyClick(&panel, Qt::Key_Escape);
@@ -72,7 +76,7 @@ private Q_SLOTS:
     void withoutATrayItIsAWindowThatStays() {
         auto *content = new QWidget;
         content->setFixedSize(320, 200);
-        PanelWindow panel(content);
+        PanelWindow panel(content, isBlended);
         panel.showAsWindow();
         tell(panel, QEvent::WindowActivate);
         tell(panel, QEvent::WindowDeactivate);

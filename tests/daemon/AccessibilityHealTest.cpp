@@ -65,6 +65,28 @@ private Q_SLOTS:
         }
     }
 
+    /// Else the next run would know nothing of it, and restart too.
+    void restartsOnlyWhenThatIsStored() {
+        FakeClock clock;
+        clock.uptimeAtStart = 120;
+        const double boot = clock.now() - 120;
+        for (const QMap<QString, QVariant> &before :
+             {QMap<QString, QVariant>(), QMap<QString, QVariant>{{bootKey, boot}, {countKey, qint64{1}}}}) {
+            FakeDefaults defaults;
+            defaults.values = before;
+            AccessibilityHeal heal(defaults, clock, [] {});
+            for (const QList<bool> &outcomes : {QList{false}, QList{true, false}}) { // of reading, of writing
+                defaults.outcomes = outcomes;
+                heal.refreshed(stateWith(true, std::optional(false)));
+                QVERIFY(clock.pending().empty() && defaults.outcomes.isEmpty());
+                QCOMPARE(defaults.values, before);
+            }
+            heal.refreshed(stateWith(true, std::optional(false)));
+            QCOMPARE(clock.pending().size(), std::size_t{1});
+            QCOMPARE(defaults.integer(countKey), before.value(countKey).toLongLong() + 1);
+        }
+    }
+
     /// Two restarts a boot, as far as two computations of its time can be told to be of one.
     void limits() {
         const struct {

@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto silence = 300ms;
+constexpr auto timeout = 300ms;
 
 /// A service with a good status, and its client.
 struct World {
@@ -40,7 +40,7 @@ private Q_SLOTS:
         const QString path = u"/api/devices/a"_s;
         const auto refuses = [&](const QString &address, const QString &token, const QString &way) {
             const Row row((address + u' ' + token + u' ' + way).toUtf8());
-            ServiceClient client(silence);
+            ServiceClient client(timeout);
             if (!address.isEmpty())
                 client.setConnection({QUrl(address.arg(service.address().authority())), token});
             QVERIFY_EXCEPTION_THROWN(finish(client.getBody(way, {})), APIError);
@@ -51,7 +51,10 @@ private Q_SLOTS:
             refuses(u"http://%1"_s, token, path);
         for (const char16_t character : u" \"<>\\^`{|}[]%\u00e9\n\r\u007f#")
             refuses(u"http://%1"_s, u"t"_s, path + character); // the last one is NUL
-        for (const auto &way : {u"/api/devices/%4"_s, u"api/status"_s, u"//127.0.0.2/api/status"_s})
+        for (const auto &way :
+             {u"/api/devices/%4"_s, u"api/status"_s, u"//127.0.0.2/api/status"_s, u"/api/devices/.."_s,
+              u"/api/devices/."_s, u"/api/devices/../history"_s, u"/api/devices/%2e%2E/history"_s,
+              u"/api/devices/.%2e?x"_s, u"/api/devices/a%2F%2E./b"_s, u"/api/devices/a%5c..%5Cb"_s})
             refuses(u"http://%1"_s, u"t"_s, way);
         QTest::qWait(20);
         QCOMPARE(service.connections, 0);
@@ -64,7 +67,8 @@ private Q_SLOTS:
         } rows[]{{u"localhost"_s, u"/ui"_s, u"/api/history"_s, u"s3cret"_s},
                  {u"[::1]"_s, u"/a/b/?c=d#e"_s, u"/api/history"_s, u""_s, QHostAddress::LocalHostIPv6},
                  {u"127.0.0.1"_s, u""_s, u"/api/devices/AZaz09-._~:@!$&'()*+,;=%2F%25"_s, u"p\u00e9: ,x"_s},
-                 {u"127.0.0.1"_s, u""_s, u"/api/devices//x?b"_s, u"t"_s}};
+                 {u"127.0.0.1"_s, u""_s, u"/api/devices/%41%2e%2Ea...%252e/"_s, u"t"_s},
+                 {u"127.0.0.1"_s, u""_s, u"/api/devices//x?b/../c"_s, u"t"_s}};
         for (const auto &[host, base, path, token, listens] : rows) {
             const Row row(host.toUtf8() + path.toUtf8());
             FakeService service(listens);
@@ -88,7 +92,7 @@ private Q_SLOTS:
         qunsetenv("no_proxy");
         qputenv("http_proxy", proxy.address().toEncoded());
         QNetworkProxyFactory::setUseSystemConfiguration(true);
-        ServiceClient client(silence);
+        ServiceClient client(timeout);
         client.setConnection({QUrl(u"http://192.0.2.1:9"_s), u"t"_s});
         QVERIFY_EXCEPTION_THROWN(finish(client.getBody(u"/api/status"_s, {})), TransportError);
         QNetworkProxyFactory::setUseSystemConfiguration(false);
@@ -195,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(answer(), "{}");
     }
 
-    void aReplyMayTakeLongerThanItsSilences() {
+    void aReplyMayTakeLongerThanTheTimeout() {
         FakeService service;
         ServiceClient client(2s);
         client.setConnection({service.address(), u"t"_s});

@@ -173,7 +173,8 @@ FAULTS = {
 }
 ONLY = {"10,000 peers": ("/api/status", TAKEN, changed(lambda status: status | {"peers": many({"name": "Peer"})})),
         "10,000 devices": ("/api/devices", TAKEN, changed(many)),
-        "10,000 entries": ("/api/history", TAKEN, changed(many))}
+        "400,000 entries": ("/api/history", TAKEN,
+                            changed(lambda entry: [entry] + [{"id": i} for i in range(400_000)]))}
 # These hold a poll until the fault ends.
 HELD = {
     "never answered": (KEPT, held(lambda b: b"")),

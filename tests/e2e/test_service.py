@@ -43,7 +43,8 @@ class Permission(unittest.TestCase):
             self.assertTrue(service.running())
 
     def test_is_asked_for_and_reaches_the_service(self):
-        state = {"QUORBITD_SIM_SCENARIO": "no-permission", "QUORBITD_SIM_SPEED": "4",
+        # A new instance that came before the service's end would find it, and lose it.
+        state = {"QUORBITD_SIM_SCENARIO": "no-permission", "QUORBITD_SIM_SPEED": "4", "QUORBITD_SIM_LINGER": "2",
                  "QUORBITD_SIM_STATE": str(HOME / "state.json")}
         with XembedTray(), Installed(env=state) as app:
             wait_for("the icon", icon)
@@ -62,8 +63,13 @@ class Permission(unittest.TestCase):
 
     @unittest.skipUnless(os.geteuid() == 0 and Path("/proc/self/ns/time").exists(), "needs a clock of its own")
     def test_restarts_by_itself_twice_after_a_boot(self):
+        """And not once where it cannot count that."""
         just_booted = ["unshare", "--time", f"--monotonic={60 - int(UPTIME)}", "--fork", "--kill-child"]
-        with Sim("no-permission"), Installed(wrapper=just_booted) as app:
+        (HOME / "forgetful/Quorbit/settings.json").mkdir(parents=True)
+        forgetful = {"XDG_CONFIG_HOME": str(HOME / "forgetful"), "XDG_RUNTIME_DIR": str(HOME / "forgetful")}
+        with Sim("no-permission"), Installed(wrapper=just_booted) as app, \
+                Installed(forgetful, just_booted, HOME / "forgetful/prefix") as other:
+            only = wait_for("the one that cannot count", lambda: len(now := processes(other.executable)) == 1 and now)
             seen = set()
 
             def instances():
@@ -72,6 +78,10 @@ class Permission(unittest.TestCase):
                 return len(seen)
             wait_for("two restarts", lambda: instances() == 3, 2 * PATIENCE)
             self.assertTrue(stays(lambda: instances() == 3, 8))
+            still = processes(other.executable)
+            for pid in still:  # their wrapper does not hand on the signal
+                os.kill(pid, signal.SIGTERM)
+            self.assertEqual(still, only)
 
 
 if __name__ == "__main__":

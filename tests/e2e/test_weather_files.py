@@ -31,6 +31,11 @@ class Home:
         self.env = {"HOME": str(self.path), "XDG_CONFIG_HOME": str(self.config), "XDG_RUNTIME_DIR": str(self.runtime),
                     "XDG_DATA_HOME": str(self.path / ".local/share")}
         self.wrapper = list(UNPRIVILEGED)
+        self.kept = None  # what the defaults hold from beginning to end
+
+    def keep_defaults(self):
+        self.kept = '{"other": 1}'
+        self.defaults.write_text(self.kept)
 
 
 # What may lie in a file's place
@@ -110,7 +115,7 @@ def before(prepare):
 
 
 def read_only(home):
-    home.defaults.write_text('{"other": 1}')
+    home.keep_defaults()
     home.defaults.chmod(0o400)
 
 
@@ -121,11 +126,16 @@ def read_only_folder(home):
 
 def full_disk(home):
     """A file system without a free block, where the test may make one; the limit on a file's size is everywhere."""
-    home.wrapper += ["prlimit", "--fsize=0"]
+    no_size(home)
     if os.geteuid() == 0 and subprocess.call(["unshare", "--mount", "true"], stderr=subprocess.DEVNULL) == 0:
         script = 'mount -t tmpfs -o size=4k tmpfs "$XDG_CONFIG_HOME" && mkdir "$XDG_CONFIG_HOME/Quorbit" && ' \
-                 'head -c 4096 /dev/zero >"$XDG_CONFIG_HOME/full"; exec "$@"'
+                 f"printf %s '{home.kept}' >\"$XDG_CONFIG_HOME/Quorbit/settings.json\" && exec \"$@\""
         home.wrapper = ["unshare", "--mount", "sh", "-c", script, "sh", *UNPRIVILEGED]
+
+
+def no_size(home):
+    home.keep_defaults()
+    home.wrapper += ["prlimit", "--fsize=0"]
 
 
 def no_writing(home):
@@ -140,7 +150,7 @@ ROWS = {name: (in_every_place(make), "") for name, make in KINDS.items()} | {
     "read-only defaults": (before(read_only), ""),
     "a read-only folder": (before(read_only_folder), ""),
     "a full disk": (before(full_disk), ""),
-    "files of no size": (before(lambda home: home.wrapper.extend(["prlimit", "--fsize=0"])), ""),
+    "files of no size": (before(no_size), ""),
     "no runtime folder": (before(lambda home: home.env.update(XDG_RUNTIME_DIR="")), "XDG_RUNTIME_DIR not set"),
     "no writing anywhere": (before(no_writing), "wrong permissions on runtime"),
 }
@@ -177,10 +187,14 @@ class Weather(unittest.TestCase):
             next(fault, None)
         service.calm()
         service.listen()
-        for name, _, program in up:
+        for home, (name, _, program) in zip((home for home, *_ in rows.values()), up):
             with self.subTest(name):
                 for path in SHOWN:
                     program.shows(service.number, path)
+                if home.kept:  # seen with the program's eyes, which has a disk of its own
+                    folder = Path(f"/proc/{program.pid}/root{home.defaults.parent}")
+                    self.assertEqual({file.name: file.read_text() for file in folder.iterdir()},
+                                     {home.defaults.name: home.kept})
                 self.ends_well(program)
 
     def test_without_a_service(self):

@@ -12,7 +12,8 @@ from desktop import BIN, HOME, Application, Atspi, GLib, extents, nodes, press, 
 PATHS = ("/api/status", "/api/settings", "/api/devices", "/api/history")
 FRAME = 0.016
 # What the largest reply takes is a third of it, with a sanitizer, which slows the program down, too.
-WORST = 15 if b"libasan" in (BIN / "quorbit").read_bytes() else 0.45
+SANITIZED = b"libasan" in (BIN / "quorbit").read_bytes()
+WORST = 15 if SANITIZED else 0.45
 BUSES = session_buses()
 
 
@@ -120,6 +121,10 @@ class Witness(Application):
                 taken.append(max(0, time.monotonic() - start - (waiting() - waited)))
                 time.sleep(0.002)
         return sorted(taken)
+
+    def memory(self):
+        """In bytes, of its own alone."""
+        return 1024 * int(re.search(r"Private_Dirty: +(\d+)", Path(f"/proc/{self.pid}/smaps_rollup").read_text())[1])
 
     def complaints(self):
         """What went wrong as far as can be seen from outside."""

@@ -1,6 +1,6 @@
 #include "Property.h"
 
-#include "settings/canvas/ScreenLayout.h"
+#include "settings/canvas/Arrangement.h"
 #include "settings/canvas/ScreenRelations.h"
 
 #include <algorithm>
@@ -61,7 +61,7 @@ void checkWritten(const ScreenDesk &desk, const ScreenLayout &written) {
 
 } // namespace
 
-/// A desk, a canvas and a drop on it.
+/// A desk, a canvas, a drop and a step on it, and another desk that is published before the drop is answered.
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     InputReader input(data, size);
     const QSizeF canvas(coordinate(input), coordinate(input));
@@ -87,7 +87,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const ScreenLayout once = normalized(desk.layout);
     HOLDS(canBeSent(once));
     HOLDS(normalized(once) == once);
-    checkWritten(desk, commitDrag(desk, dropped, way, fit.scale));
-    checkWritten(desk, commitStep(desk, dropped, StepDirection::left, keyboardStep));
+
+    Arrangement arrangement;
+    arrangement.publish(desk);
+    arrangement.hold(dropped);
+    const Arrangement::Save drop = arrangement.drop(fit.toUnits(way));
+    checkWritten(desk, drop.layout);
+    arrangement.step(dropped, way);
+    HOLDS(!arrangement.nextSave());
+    const ScreenDesk next = readDesk(input);
+    arrangement.publish(next);
+    arrangement.ended(drop.number, way.x() > 0);
+    if (const auto step = arrangement.nextSave())
+        checkWritten(next, step->layout);
     return 0;
 }

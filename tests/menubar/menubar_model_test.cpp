@@ -113,6 +113,8 @@ private Q_SLOTS:
     void outsideTextsStayInOneLine() {
         const QString rough = u"a\r\nb\u202Ec"_s;
         const QString plain = u"a bc"_s;
+        const QString blank = u"\u3164 "_s; // there is nothing to see in it
+        const QString unnamed = qtTrId("common.unnamed");
         ServiceState service = serviceWith(ConnectionState::connected, {{u"1"_s, rough}, {rough, {}}});
         service.status->device_name = service.status->last_activity.emplace(rough);
         service.status->file_xfer = FileXfer{rough, {}, 1, 1, true};
@@ -126,6 +128,14 @@ private Q_SLOTS:
               model.rows.at(2).text, model.history.at(0).preview, model.history.at(0).source})
             QCOMPARE(shown, plain);
         QCOMPARE(model.rows.at(3).text, plain + u" · 100%"_s);
+
+        service.status->peers = {{u"id"_s, blank}, {blank, blank}};
+        service.status->device_name = service.status->last_activity.emplace(blank);
+        const MenuBarModel nameless = menuBarModel(service, update);
+        QCOMPARE(nameless.deviceName, unnamed);
+        QCOMPARE(nameless.rows.at(0).text, u"id"_s);
+        QCOMPARE(nameless.rows.at(1).text, unnamed);
+        QVERIFY(nameless.rows.at(2).kind != MenuBarModel::InfoRow::Kind::lastActivity);
     }
 };
 

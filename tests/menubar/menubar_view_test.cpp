@@ -35,7 +35,7 @@ class MenuBarViewTest : public QObject {
 
 private Q_SLOTS:
     void init() {
-        useLanguage("en"_L1);
+        useLanguage(u"en"_s);
         useAppearance({}, 9);
     }
 

@@ -1,11 +1,37 @@
 #include "platform/SettingsDefaults.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 using namespace Qt::StringLiterals;
 using namespace quorbit;
+
+namespace {
+
+/// What is written beyond that fails, as on a full disk.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &former_);
+        const rlimit limit{bytes, former_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &former_); }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    rlimit former_{};
+};
+
+} // namespace
 
 class SettingsDefaultsTest : public QObject {
     Q_OBJECT
@@ -73,6 +99,64 @@ private Q_SLOTS:
         file(R"({"key": "old", "other": [2]})"); // Another hand writes meanwhile.
         defaults.synchronize();
         QCOMPARE(contents(path).simplified(), QByteArray(R"({ "key": "new", "other": [ 2 ] })"));
+    }
+
+    void keepsTheOldFileUntilTheNewOneIsWhole() {
+        const QString path = folder_.filePath(u"full/settings.json"_s);
+        QVERIFY(QDir().mkpath(folder_.filePath(u"full"_s)));
+        const QByteArray broken = R"({"key": )";
+        // What could not be read again is not written either.
+        const QByteArray nearlyTooLong = "{\"key\": \"" + QByteArray(65'500, 'x') + "\"}";
+        for (const QByteArray &old : {QByteArray(R"({"key": "old"})"), broken, nearlyTooLong}) {
+            QVERIFY(QFile::rename(file(old), path));
+            SettingsDefaults defaults(path);
+            defaults.set(u"new"_s, QString(100, u'y'));
+            {
+                const FileSizeLimit limit(8);
+                QVERIFY(!defaults.synchronize());
+            }
+            QCOMPARE(contents(path), old);
+            QCOMPARE(QDir(folder_.filePath(u"full"_s))
+                         .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                     QStringList{u"settings.json"_s});
+            QCOMPARE(defaults.string(u"new"_s).size(), 100); // It holds for this run.
+            const bool isTooLong = old == nearlyTooLong;
+            QCOMPARE(defaults.synchronize(), !isTooLong);
+            QCOMPARE(contents(path) == old, isTooLong);
+            QCOMPARE(QFile::remove(path + u".broken"_s), old == broken);
+            QFile::remove(path);
+        }
+    }
+
+    void writesThroughLinksAndOverNothingElse() {
+        const QString path = folder_.filePath(u"settings.json"_s);
+        const QString target = folder_.filePath(u"elsewhere.json"_s);
+        const auto store = [&path] {
+            SettingsDefaults defaults(path);
+            defaults.set(u"key"_s, u"new"_s);
+            return defaults.synchronize();
+        };
+        for (const bool isThere : {true, false}) {
+            QFile::remove(target);
+            if (isThere) {
+                QVERIFY(QFile::rename(file("{}"), target));
+                QVERIFY(QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner));
+            }
+            QFile::remove(path);
+            QVERIFY(QFile::link(u"elsewhere.json"_s, path));
+            QVERIFY(store());
+            QVERIFY(QFile(path).symLinkTarget() == target);
+            QCOMPARE(SettingsDefaults(target).string(u"key"_s), u"new"_s);
+            QCOMPARE(!(QFile::permissions(target) & QFile::ReadOther), isThere);
+        }
+        QFile::remove(target);
+        QVERIFY(QFile::link(u"settings.json"_s, target)); // in a circle
+        QVERIFY(!store());
+        QFile::remove(path);
+        QVERIFY(QDir().mkdir(path));
+        QVERIFY(!store());
+        QVERIFY(QDir().rmdir(path));
+        QFile::remove(target);
     }
 
     void keepsABrokenFileAside() {

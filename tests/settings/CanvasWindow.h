@@ -61,18 +61,39 @@ struct Window {
     QPoint middle(const QString &id) const { return place(id).center().toPoint(); }
     double scale() const { return place(u"office"_s).width() / 1778; }
 
-    void press(const QString &id) { QTest::mousePress(area, Qt::LeftButton, {}, middle(id)); }
-    void press(const QPoint &at) { QTest::mousePress(area, Qt::LeftButton, {}, at); }
-    void move(const QPoint &to) const {
-        QMouseEvent event(QEvent::MouseMove, to, area->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+    void press(const QString &id) { press(middle(id)); }
+    void press(const QPointF &at, Qt::MouseButton button = Qt::LeftButton) {
+        area->setFocus(Qt::MouseFocusReason);
+        send(QEvent::MouseButtonPress, at, button, button);
+    }
+    void move(const QPointF &to, Qt::MouseButtons buttons = Qt::LeftButton) {
+        send(QEvent::MouseMove, to, Qt::NoButton, buttons);
+    }
+    void release(const QPointF &at, Qt::MouseButton button = Qt::LeftButton) {
+        send(QEvent::MouseButtonRelease, at, button, {});
+    }
+    /// As the toolkit sends it: only in the window's coordinates it tells parts of a point.
+    void send(QEvent::Type type, const QPointF &at, Qt::MouseButton button, Qt::MouseButtons buttons) {
+        QMouseEvent event(type, at.toPoint(), area->mapTo(&view, at), area->mapToGlobal(at.toPoint()), button,
+                          buttons, {});
         QCoreApplication::sendEvent(area, &event);
     }
-    void release(const QPoint &at) { QTest::mouseRelease(area, Qt::LeftButton, {}, at); }
+    void click(const QString &id) {
+        press(id);
+        release(middle(id));
+    }
     void drag(const QString &id, const QPoint &by) {
         const QPoint from = middle(id);
         press(from);
         move(from + by);
         release(from + by);
+    }
+    /// The last layout that was asked for is stored.
+    void answer(int save) {
+        ScreenDesk desk = usualDesk();
+        desk.layout = arranged.back();
+        canvas.render(desk, u"mac"_s);
+        canvas.saveEnded(save, true);
     }
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { // where the focus is
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);

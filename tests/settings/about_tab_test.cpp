@@ -23,7 +23,7 @@ private Q_SLOTS:
         trust(authority.certificate());
         server_ = std::make_unique<HttpsServer>(authority.identity(u"localhost"_s));
         platform_.version = u"1.4.1"_s;
-        useLanguage("en"_L1);
+        useLanguage(u"en"_s);
         useAppearance({}, 9);
     }
 
@@ -123,8 +123,8 @@ private:
                                      .openAddress = [this](const QUrl &address) { opened_ << address; }};
         tab_ = std::make_unique<AboutTab>(*checker_, formats_, services, u"1.4.1"_s);
         tab_->resize(560, 640);
-        tab_->refresh();
-        connect(checker_.get(), &UpdateChecker::changed, tab_.get(), &AboutTab::refresh);
+        tab_->showState();
+        connect(checker_.get(), &UpdateChecker::changed, tab_.get(), &AboutTab::showState);
         openWindow(*tab_);
     }
 

@@ -86,27 +86,6 @@ private Q_SLOTS:
             QCOMPARE(fitInto(square, none).scale, 0.0);
     }
 
-    void dropsOneCard() {
-        const ScreenDesk three = desk({u"self"_s, u"a"_s, u"b"_s}, {{u"gone"_s, {4000, 0, 1, 1}}});
-        const ScreenLayout right = commitDrag(three, u"a"_s, {100, 0}, 0.1);
-        QCOMPARE(right.size(), std::size_t{4});
-        QVERIFY(right.at(u"a"_s) == (ScreenPlacement{2778, 1030, 1778, 1000}));
-        QVERIFY(right.at(u"self"_s) == (ScreenPlacement{0, 0, 1778, 1000}));
-        QVERIFY(right.at(u"gone"_s) == (ScreenPlacement{4000, 0, 1, 1}));
-
-        const ScreenLayout leftmost = commitDrag(three, u"a"_s, {-200, -200}, 0.1);
-        QVERIFY(leftmost.at(u"a"_s) == (ScreenPlacement{0, 0, 1778, 1000}));
-        QVERIFY(leftmost.at(u"self"_s) == (ScreenPlacement{222, 970, 1778, 1000}));
-
-        const ScreenDesk flipped = desk({u"a"_s}, {{u"a"_s, {10, 20, -10, -20}}});
-        QVERIFY(commitDrag(flipped, u"a"_s, {0, 0}, 1).at(u"a"_s) == (ScreenPlacement{0, 0, 10, 20}));
-
-        ScreenDesk stepped = three;
-        stepped.layout = commitStep(stepped, u"b"_s, StepDirection::right, keyboardStep);
-        stepped.layout = commitStep(stepped, u"b"_s, StepDirection::up, keyboardFineStep);
-        QVERIFY(stepped.layout.at(u"b"_s) == (ScreenPlacement{1878, 2050, 1778, 1000}));
-    }
-
     void relates() {
         using Side = CardRelation::Side;
         // Beside this computer's screen, which is 1000 wide and high at the origin.
@@ -127,14 +106,16 @@ private Q_SLOTS:
     void describesCards() {
         ScreenDesk two = desk({u"self"_s, u"a"_s, u"b"_s});
         two.devices[0].platform = u"Darwin"_s;
+        two.devices[0].name = u"\u3164"_s; // there is nothing to see in it
         two.devices[1].platform = u"WINDOWS"_s;
         two.devices[2].online = false;
         const auto shown = canvasCards(two, u"a"_s, fitInto(two, canvas));
         QCOMPARE(shown[0].symbol, u"macbook"_s);
+        QCOMPARE(shown[0].title, u"common.unnamed (kvm.canvas.local)"_s);
         QVERIFY(shown[0].isSelf && !shown[0].isMaster && shown[0].statusText.isEmpty());
         QCOMPARE(shown[1].symbol, u"pc"_s);
         QCOMPARE(shown[1].statusText, u"kvm.canvas.online"_s);
-        QVERIFY(shown[1].isMaster && shown[1].statusTint == Tint::green);
+        QVERIFY(shown[1].isMaster && shown[1].statusColor == TextColor::green);
         QCOMPARE(shown[2].symbol, u"display"_s);
 
         const CardMetrics low = cardMetrics(50);

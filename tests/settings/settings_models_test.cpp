@@ -58,9 +58,10 @@ ServiceState ready() {
     service.status->device_id = u"me"_s;
     service.status->device_name = u"Studio"_s;
     service.status->accessibility_granted = true;
-    service.status->peers = {{u"peer"_s, u"Peer now"_s}};
+    service.status->peers = {{u"peer"_s, u"Peer now"_s}, {u"unnamed"_s, u"\u200B "_s}};
     service.devices = {{.device_id = u"peer"_s, .name = u"Peer once"_s, .platform = u"Linux"_s},
-                       {.device_id = u"office"_s, .name = u"Office"_s, .online = true}};
+                       {.device_id = u"office"_s, .name = u"Office"_s, .online = true},
+                       {.device_id = u"unnamed"_s, .name = u"\u3164"_s}};
     return service;
 }
 
@@ -117,7 +118,8 @@ private Q_SLOTS:
         QVERIFY(!committedName(service, u"New"_s));
         service.settings = DaemonSettings{};
         service.settings->device_name = u"Old"_s;
-        QVERIFY(!committedName(service, u"Old"_s) && !committedName(service, {}));
+        QVERIFY(!committedName(service, u"Old"_s) && !committedName(service, {}) &&
+                !committedName(service, u" \u3164"_s));
         QCOMPARE(committedName(service, u" old "_s)->device_name, u" old "_s);
     }
 
@@ -155,18 +157,18 @@ private Q_SLOTS:
         const struct {
             Device device;
             QString badge;
-            Tint tint;
+            TextColor color;
             std::optional<qint64> holds = {}; ///< milliseconds
-        } rows[]{{{.online = true, .last_seen = 5}, u"devices.online"_s, Tint::green},
-                 {{.online = false}, u"devices.offline"_s, Tint::secondary},
-                 {{.last_seen = 0}, u"devices.offline"_s, Tint::secondary},
-                 {{.last_seen = now - 50}, u"devices.lastseen now"_s, Tint::secondary, 950}};
-        for (const auto &[device, badge, tint, holds] : rows) {
+        } rows[]{{{.online = true, .last_seen = 5}, u"devices.online"_s, TextColor::green},
+                 {{.online = false}, u"devices.offline"_s, TextColor::secondary},
+                 {{.last_seen = 0}, u"devices.offline"_s, TextColor::secondary},
+                 {{.last_seen = now - 50}, u"devices.lastseen now"_s, TextColor::secondary, 950}};
+        for (const auto &[device, badge, color, holds] : rows) {
             ServiceState service;
             service.devices = {device};
             const auto row = devicesModel(service, {}, now, formats_).rows.front();
             QCOMPARE(row.badge, badge);
-            QVERIFY(row.badgeTint == tint);
+            QVERIFY(row.badgeColor == color);
             const auto shown = devicesModelHoldsFor(service, now);
             QCOMPARE(shown ? std::optional<qint64>(shown->count()) : std::nullopt, holds);
         }
@@ -187,9 +189,10 @@ private Q_SLOTS:
         ServiceState service = serviceCalled(rough);
         service.status->device_id = service.status->last_activity.emplace(rough);
         service.status->peers = {{rough, rough}, {u"p"_s, u"\u200B\n"_s}};
-        service.devices = {{.device_id = u"a"_s, .name = rough, .fingerprint = rough}};
+        service.devices = {{.device_id = u"a"_s, .name = rough, .fingerprint = rough}, {.name = u"\u3164"_s}};
         const OverviewModel overview = overviewModel(service, {});
         const DevicesModel devices = devicesModel(service, service.devices[0], now, formats_);
+        const DevicesModel nameless = devicesModel(service, service.devices[1], now, formats_);
         AvailableUpdate update;
         update.version = update.releaseNotesText.emplace(rough);
         const AboutModel about =
@@ -201,6 +204,8 @@ private Q_SLOTS:
             {overview.peers[1].label, u"common.unnamed"_s},
             {overview.lastActivity.value(), fit},
             {devices.rows[0].name, fit},
+            {nameless.rows[1].name, u"common.unnamed"_s},
+            {nameless.confirmation->message, u"devices.unpair.message[common.unnamed]"_s},
             {devices.rows[0].fingerprint, u"devices.fp "_s + fit + u'…'},
             {devices.confirmation->message, u"devices.unpair.message["_s + fit + u']'},
             {about.banner->title, u"update.available.title["_s + fit + u']'},
@@ -237,21 +242,22 @@ private Q_SLOTS:
         const struct {
             Change change;
             QString text;
-            Tint dot = Tint::orange;
+            TextColor dot = TextColor::orange;
             bool isTrusted = false;
-        } rows[]{{asIs, u"ready"_s, Tint::green},
+        } rows[]{{asIs, u"ready"_s, TextColor::green},
                  {isOff, {}},
-                 {granted(false), u"need_ax"_s, Tint::orange, true},
+                 {granted(false), u"need_ax"_s, TextColor::orange, true},
                  {granted({}), u"need_ax"_s},
-                 {granted({}), u"ready"_s, Tint::green, true},
+                 {granted({}), u"ready"_s, TextColor::green, true},
                  {noStatus, u"need_ax"_s},
-                 {noStatus, u"waiting"_s, Tint::orange, true},
+                 {noStatus, u"waiting"_s, TextColor::orange, true},
                  {alone, u"waiting"_s},
                  {withMaster({}), u"no_master"_s},
-                 {withMaster(u"peer"_s), u"controlled[Peer now]"_s, Tint::green},
+                 {withMaster(u"peer"_s), u"controlled[Peer now]"_s, TextColor::green},
                  {withMaster(u"office"_s), u"master_off[Office]"_s},
                  {withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
-                 {withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s}};
+                 {withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s},
+                 {withMaster(u"unnamed"_s), u"controlled[unnamed]"_s, Tint::green}};
         for (const auto &[change, text, dot, isTrusted] : rows) {
             const auto line = modelAfter(change, isTrusted)->statusLine;
             QCOMPARE(line ? line->text : QString(), text.isEmpty() ? text : u"kvm.status."_s + text);
@@ -266,6 +272,7 @@ private Q_SLOTS:
             {u"peer"_s,
              {u"keyboard kvm.master.peer_global[Peer once]"_s, u"command kvm.master.linux_hotkey"_s}},
             {u"office"_s, {u"keyboard kvm.master.peer_global[Office]"_s}},
+            {u"unnamed"_s, {u"keyboard kvm.master.peer_global[common.unnamed]"_s}},
             {u"gone"_s, {u"keyboard kvm.master.peer_global[?]"_s}}};
         for (const auto &[id, expected] : rows) {
             QStringList lines;
@@ -280,17 +287,17 @@ private Q_SLOTS:
         const struct {
             Change change;
             QString title;
-            Tint tint;
+            TextColor color;
             bool offersGrant;
-        } rows[]{{granted(true), u"granted"_s, Tint::green, false},
-                 {granted({}, false), u"not_granted"_s, Tint::orange, true},
-                 {granted(true, true), u"needs_restart"_s, Tint::blue, false},
-                 {granted(false, true), u"needs_restart"_s, Tint::blue, true}};
-        for (const auto &[change, title, tint, offersGrant] : rows) {
+        } rows[]{{granted(true), u"granted"_s, TextColor::green, false},
+                 {granted({}, false), u"not_granted"_s, TextColor::orange, true},
+                 {granted(true, true), u"needs_restart"_s, TextColor::accent, false},
+                 {granted(false, true), u"needs_restart"_s, TextColor::accent, true}};
+        for (const auto &[change, title, color, offersGrant] : rows) {
             const auto shown = modelAfter(change)->accessibility;
             QCOMPARE(shown.title, u"kvm.accessibility."_s + title);
             QCOMPARE(shown.description, shown.title + u"_desc"_s);
-            QVERIFY(shown.tint == tint);
+            QVERIFY(shown.color == color);
             QCOMPARE(shown.offersGrant, offersGrant);
         }
     }
@@ -321,12 +328,13 @@ private Q_SLOTS:
         QVERIFY(canvas->desk.devices ==
                 (std::vector<DeviceCard>{{u"me"_s, u"Studio"_s, u"darwin"_s, true},
                                          {u"peer"_s, u"Peer once"_s, u"Linux"_s, true},
-                                         {u"office"_s, u"Office"_s, {}, false}}));
+                                         {u"office"_s, u"Office"_s, {}, false},
+                                         {u"unnamed"_s, u"\u3164"_s, {}, true}}));
         service.status.reset();
         const auto unknown = kvmModel(service, false, false)->canvas;
         QVERIFY(unknown->desk.selfID.isEmpty());
-        QVERIFY(!unknown->desk.devices[0].online && unknown->desk.devices.size() == 2);
-        service.devices.pop_back();
+        QVERIFY(!unknown->desk.devices[0].online && unknown->desk.devices.size() == 3);
+        service.devices.resize(1);
         QVERIFY(!kvmModel(service, false, false)->canvas);
         service.settings.reset();
         QVERIFY(!kvmModel(service, true, true));

@@ -1,6 +1,8 @@
 #include "daemon/Fixture.h"
 #include "settings/SettingsView.h"
 #include "settings/TabStates.h"
+#include "settings/canvas/CanvasArea.h"
+#include "settings/kvm/KvmTab.h"
 #include "settings/sync/HistoryList.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
@@ -14,6 +16,7 @@
 #include "update/UpdateChecker.h"
 #include "wording/TimeFormats.h"
 
+#include <QJsonDocument>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
@@ -102,8 +105,8 @@ class TabsTest : public QObject {
 
 private Q_SLOTS:
     void init() {
-        useLanguage("en"_L1);
-        useAppearance({.reducedMotion = true}, 9);
+        useLanguage(u"en"_s);
+        useAppearance({}, 9);
     }
 
     void sameStatePaintsNothing() {
@@ -138,12 +141,15 @@ private Q_SLOTS:
     void hiddenWindowRestsAndCatchesUp() {
         Window window(overviewTab);
         auto *running = window.named<TextLabel>(u"Running"_s);
+        auto *name = window.named<TextField>(u"Device name"_s);
+        name->setText(u"Half a na"_s);
         window.view.hide();
         window.publish(stateCalled("paused"_L1));
         window.pollAgain();
         QCOMPARE(running->text(), u"Running"_s);
         window.view.show();
         QCOMPARE(running->text(), u"Paused"_s);
+        QCOMPARE(name->text(), u"Studio Mac"_s); // the tab begins anew
     }
 
     void republicationDisturbsNothing() {
@@ -268,7 +274,7 @@ private Q_SLOTS:
         QCOMPARE(window.clock.pending().size(), std::size_t(1));
     }
 
-    void offersThePinAgainWhenNoneCame() {
+    void pairsByAPinThatCameLate() {
         Window window(devicesTab);
         window.press(u"Add a computer"_s);
         auto *create = window.named<Button>(u"Create a PIN"_s);
@@ -277,6 +283,14 @@ private Q_SLOTS:
         QVERIFY(!create->isEnabled());
         QTRY_VERIFY(create->isEnabled());
         QVERIFY(create->isVisible() && create->hasFocus());
+        window.world.service.answer("POST /api/pair/show", {R"({"pin":"482913"})"});
+        create->click();
+        QTRY_VERIFY(create->isHidden());
+        window.publishDevices({desk, lap, R"({"device_id":"n","name":"New"})"});
+        window.pollAgain();
+        QVERIFY(window.shows(u"Paired"_s));
+        window.clock.advance(1300ms);
+        QTRY_VERIFY(!window.only<Sheet>());
     }
 
     void answersToAClosedSheetAreLost() {
@@ -314,6 +328,60 @@ private Q_SLOTS:
             QTest::qWait(100);
             QTRY_COMPARE(window.shows(hint), isTold);
         }
+    }
+
+    void stepsOnTheCanvasEndWhereTheUserLeftThem() {
+        TabState state = stateCalled("usual"_L1);
+        Window window(kvmTab, state);
+        const QByteArray line = "PUT /api/settings";
+        auto tab = std::make_unique<KvmTab>(*window.world.daemon, window.kvm);
+        tab->refresh();
+        openWindow(*tab);
+        auto *area = tab->findChild<CanvasArea *>();
+        area->setCurrentCard(u"d-1"_s);
+        const auto step = [&] { QTest::keyClick(area, Qt::Key_Down); };
+        const auto place = [&] { return area->placeOf(*area->cardWithID(u"d-1"_s)); };
+        const auto sentY = [&](int save, QLatin1String card) {
+            std::vector<SeenRequest> saves = window.world.service.seen;
+            std::erase_if(saves, [&](const SeenRequest &request) { return request.line != line; });
+            const auto record = QJsonDocument::fromJson(saves.at(static_cast<std::size_t>(save - 1)).body);
+            return record["kvm_layout"_L1][card]["y"_L1].toDouble();
+        };
+
+        // What comes with the answer goes into the next save.
+        window.world.service.answer(line, {R"({"ok":true})"});
+        state.settings.chop(1);
+        state.settings += R"(,"kvm_layout":{"l-2":{"x":0,"y":7000,"w":1778,"h":1000}}})";
+        window.publish(state);
+        step();
+        step();
+        QTRY_COMPARE(window.asked(line), 2);
+        QCOMPARE(sentY(2, "l-2"_L1), 7000.0);
+        QTest::qWait(100);
+
+        window.world.service.answer(line, {.manner = Answer::hang});
+        tab->refresh();
+        const QRectF start = place();
+        step();
+        step();
+        const QRectF left = place();
+        QTRY_COMPARE(window.asked(line), 3);
+        window.pollAgain();
+        QCOMPARE(window.asked(line), 3);
+        QCOMPARE(place(), left);
+        window.world.service.hangUp(); // so that it fails
+        QTRY_COMPARE(window.asked(line), 4);
+        QCOMPARE(place(), left);
+        window.world.service.hangUp();
+        QTRY_COMPARE(place(), start);
+
+        for (int count = 0; count < 3; ++count)
+            step();
+        QTRY_COMPARE(window.asked(line), 5);
+        tab.reset(); // with the window
+        QTRY_COMPARE(window.asked(line), 6);
+        QCOMPARE(sentY(6, "d-1"_L1), sentY(5, "d-1"_L1) + 200);
+        window.world.service.hangUp(); // nobody is there to be told
     }
 
     void permissionIsAskedForAndGranted() {

@@ -36,7 +36,7 @@ public:
         , updater_(world.platform, clock_, QUrl(QStringLiteral("https://updates.invalid/version.json")),
                    {QStringLiteral("en")})
         , view_(new MenuBarView)
-        , panel_(view_)
+        , panel_(view_, [] { return true; })
         , settings_([this] {
             AboutServices about;
             about.storedLanguage = [] { return QString(); };
@@ -48,10 +48,7 @@ public:
         rendering_.setSingleShot(true);
         connect(&rendering_, &QTimer::timeout, this,
                 [this, daemon] { view_->render(menuBarModel(daemon->state(), updater_.state())); });
-        for (const auto published :
-             {&Daemon::connectionStateChanged, &Daemon::statusChanged, &Daemon::settingsChanged,
-              &Daemon::devicesChanged, &Daemon::historyChanged})
-            connect(daemon, published, &rendering_, [this] { rendering_.start(0); });
+        connect(daemon, &Daemon::changed, &rendering_, [this] { rendering_.start(0); });
         openSettings();
         panel_.showAsWindow();
     }

@@ -93,7 +93,7 @@ void poll(Fixture &world, Desk &desk, int number) {
         world.service.close();
 
     world.service.seen.clear();
-    world.announced.clear();
+    world.announced = 0;
     world.clock.advance(2000ms);
     desk.advance(2000ms);
     if (kind == Trouble::hang) {
@@ -123,7 +123,7 @@ int main(int argc, char **argv) {
     QApplication app(argc, argv);
     QApplication::setStyle(new ControlStyle);
     useAppearance({}, 9);
-    useLanguage(QLatin1String("en"));
+    useLanguage(QStringLiteral("en"));
     // Wakes up a wait that would otherwise last for ever.
     QTimer heartbeat;
     heartbeat.start(1s);

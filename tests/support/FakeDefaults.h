@@ -2,6 +2,7 @@
 
 #include "platform/UserDefaults.h"
 
+#include <QList>
 #include <QMap>
 #include <QVariant>
 
@@ -12,6 +13,7 @@ class FakeDefaults final : public UserDefaults {
 public:
     QMap<QString, QVariant> values;
     int synchronizations = 0;
+    QList<bool> outcomes; ///< what the next synchronizations tell; those after them succeed
 
     bool contains(const QString &key) const override { return values.contains(key); }
     QString string(const QString &key) const override { return read<QString>(key); }
@@ -24,7 +26,10 @@ public:
     void set(const QString &key, qint64 value) override { values[key] = value; }
     void set(const QString &key, double value) override { values[key] = value; }
     void remove(const QString &key) override { values.remove(key); }
-    void synchronize() override { ++synchronizations; }
+    bool synchronize() override {
+        ++synchronizations;
+        return outcomes.isEmpty() || outcomes.takeFirst();
+    }
 
 private:
     /// A value of another type reads as the neutral one.

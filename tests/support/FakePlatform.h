@@ -32,6 +32,7 @@ public:
     std::vector<QUrl> opened;
     QStringList revealed;
     int accessibilitySettingsOpened = 0;
+    int memoryReturned = 0;
 
     /// Plays the system's announcement that accessibility permissions changed.
     void announceAccessibilityChange() const {
@@ -56,6 +57,7 @@ public:
         return std::make_unique<Handle>(launched.back());
     }
     void reopenAfterExit() override {}
+    void returnFreeMemory() override { ++memoryReturned; }
     void log(const QString &line) override { logged.push_back(line); }
     bool isAccessibilityTrusted() const override { return trusted; }
     void observeAccessibilityChanges(std::function<void()> changed) override {

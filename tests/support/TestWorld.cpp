@@ -1,5 +1,6 @@
 #include "support/TestWorld.h"
 
+#include <QDir>
 #include <QFont>
 #include <QTranslator>
 
@@ -11,19 +12,26 @@ void useTestFonts() {
     qputenv("FONTCONFIG_FILE", FONTS_CONF);
 }
 
-void useLanguage(QLatin1String language) {
+QStringList allLanguages() {
+    QStringList languages;
+    for (const QFileInfo &table : QDir(QStringLiteral(STRING_TABLES)).entryInfoList({u"quorbit_*.ts"_s}))
+        languages << table.baseName().remove("quorbit_"_L1);
+    return languages;
+}
+
+void useLanguage(const QString &language) {
     static QTranslator translator;
     QCoreApplication::removeTranslator(&translator);
     if (!translator.load("quorbit_"_L1 + language, QLatin1String(TRANSLATIONS)) ||
         !QCoreApplication::installTranslator(&translator))
-        qFatal("no string table for %s", language.data());
+        qFatal("no string table for %s", qPrintable(language));
 }
 
-void useAppearance(const Appearance &appearance, double fontPoints) {
+void useAppearance(const ColorPreferences &colors, double fontPoints) {
     QFont font(u"sans-serif"_s);
     font.setPointSizeF(fontPoints);
     QApplication::setFont(font);
-    QApplication::setPalette(themePalette(appearance));
+    QApplication::setPalette(themePalette(colors));
 }
 
 } // namespace quorbit

@@ -4,7 +4,7 @@
 #include "ui/look/Theme.h"
 
 #include <QApplication>
-#include <QLatin1String>
+#include <QStringList>
 #include <QTest>
 
 namespace quorbit {
@@ -12,11 +12,14 @@ namespace quorbit {
 /// Makes views use the same fonts everywhere. Called before the application object is made.
 void useTestFonts();
 
-/// Shows the views made from now on in a language, "en" or "zh_Hans", read from its string table.
-void useLanguage(QLatin1String language);
+/// The languages that there is a string table for, by its name: "en", "zh_Hans".
+QStringList allLanguages();
+
+/// Shows the views made from now on in a language, read from its string table.
+void useLanguage(const QString &language);
 
 /// Gives the application the look of a desktop.
-void useAppearance(const Appearance &appearance, double fontPoints);
+void useAppearance(const ColorPreferences &colors, double fontPoints);
 
 /// The main function of a test of views.
 template <class Test>

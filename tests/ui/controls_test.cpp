@@ -55,6 +55,16 @@ class ControlsTest : public QObject {
     ControlStyle *style_ = nullptr;
 
 private Q_SLOTS:
+    void aFieldCutsBetweenCharacters() {
+        const QString family = u"👨‍👩‍👧‍👦"_s;
+        TextField field;
+        field.setText(u"x"_s + family.repeated(500));
+        field.setCursorPosition(1 + static_cast<int>(family.size()) * 20);
+        field.insert(family.repeated(3000));
+        QVERIFY(field.text().size() > 16'000);
+        QCOMPARE(field.text().remove(family), u"x"_s);
+    }
+
     void init() {
         style_ = new ControlStyle;
         QApplication::setStyle(style_);

@@ -47,10 +47,10 @@ private Q_SLOTS:
         for (const char *accent : {"", "#ffffff", "#000000", "#ffd500", "#9141ac", "#7fdbff", "#808080"}) {
             for (const bool dark : {false, true}) {
                 for (const bool highContrast : {false, true}) {
-                    Appearance appearance{.dark = dark, .accent = {}, .highContrast = highContrast};
+                    ColorPreferences preferences{.dark = dark, .accent = {}, .highContrast = highContrast};
                     if (*accent)
-                        appearance.accent = QColor(accent);
-                    checkContrasts(appearance);
+                        preferences.accent = QColor(accent);
+                    checkContrasts(preferences);
                     if (QTest::currentTestFailed())
                         QFAIL(qPrintable(u"accent %1, dark %2, contrast %3"_s.arg(QLatin1String(accent))
                                              .arg(dark)
@@ -132,10 +132,10 @@ private Q_SLOTS:
     }
 
 private:
-    static void checkContrasts(const Appearance &appearance) {
-        const QPalette palette = themePalette(appearance);
-        const double text = appearance.highContrast ? 7 : 4.5;
-        const double shape = appearance.highContrast ? 4.5 : 3;
+    static void checkContrasts(const ColorPreferences &preferences) {
+        const QPalette palette = themePalette(preferences);
+        const double text = preferences.highContrast ? 7 : 4.5;
+        const double shape = preferences.highContrast ? 4.5 : 3;
         const auto reads = [text](const char *what, const QColor &ink, const QColor &surface) {
             const double reached = contrastRatio(ink, surface);
             QVERIFY2(reached >= text,
@@ -158,7 +158,7 @@ private:
         }
 
         const ThemeColors colors = themeColors(palette);
-        QCOMPARE(colors.dark, appearance.dark);
+        QCOMPARE(colors.dark, preferences.dark);
         reads("destructive button", Qt::white, fillUnder(Qt::white, colors.red, palette));
         for (const QColor &surface : {colors.window, colors.card}) {
             reads("segment", colors.primary, composed(colors.pill, surface));
@@ -172,7 +172,7 @@ private:
         reads("placeholder", palette.color(QPalette::PlaceholderText), colors.field);
         reads("tooltip", palette.color(QPalette::ToolTipText), palette.color(QPalette::ToolTipBase));
         reads("selection", palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight));
-        if (appearance.highContrast) {
+        if (preferences.highContrast) {
             for (const QColor &surface : {colors.window, colors.card, colors.control})
                 QVERIFY(contrastRatio(composed(colors.controlEdge, surface), surface) >= shape);
             for (const QColor &track : {colors.track, colors.accent})

@@ -1,10 +1,12 @@
 #include "wording/DisplayLine.h"
+#include "wording/TextRules.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using quorbit::displayLine;
 using quorbit::displayText;
+using quorbit::firstCharacters;
 
 class DisplayLineTest : public QObject {
     Q_OBJECT
@@ -21,6 +23,9 @@ private Q_SLOTS:
                                                  {u"\u202Aa\u202C\u2067b\u2069\u2066\u2068"_s, u"ab"_s},
                                                  {u"\uFEFFa\u200Bb\u00ADc\u200E\u2060\uFFF9"_s, u"abc"_s},
                                                  {u"\u200B\n\u2066"_s, {}},
+                                                 {u" \u00A0\u3000\u2800\u3164\u115F"_s, {}},
+                                                 {u"\u200D\uFE0F\u0301\u0488\U000E0041"_s, {}},
+                                                 {u"\u3164\uE000"_s, u"\u3164\uE000"_s},
                                                  {u"שלום"_s, u"\u2068שלום\u2069"_s},
                                                  {u"a مرحبا b"_s, u"\u2068a مرحبا b\u2069"_s},
                                                  {u"א\u2069b\u2069"_s, u"\u2068אb\u2069"_s}};
@@ -34,11 +39,25 @@ private Q_SLOTS:
         const QString line = displayLine(longText);
         QVERIFY(line.size() <= 601);
         QVERIFY(line.startsWith("begin"_L1) && line.endsWith("end"_L1) && line.contains(u'…'));
-        // No cut between the halves of a character, wherever the cut falls.
-        for (const int before : {0, 1}) {
-            const QString emoji = QString(before, u'x') + u"😀"_s.repeated(1000) + QString(before, u'x');
-            QVERIFY(!displayLine(emoji).contains(QChar::ReplacementCharacter));
+    }
+
+    void longTextsAreCutBetweenCharacters() {
+        for (const QString &character :
+             {u"😀"_s, u"👨‍👩‍👧‍👦"_s, u"🇩🇪"_s, u"e\u0301\u0327"_s}) {
+            for (int before = 0; before < character.size(); ++before) {
+                const QString text = QString(before, u'x') + character.repeated(2500) + QString(before, u'x');
+                for (QString &shown : std::array{displayLine(text), displayText(text)}) {
+                    QVERIFY(shown.size() > 500 && shown.size() <= 4001);
+                    QCOMPARE(shown.remove(character).remove(u'x'), u"…"_s);
+                }
+                QString head = firstCharacters(u"y"_s + text, before + 3).sliced(before + 1);
+                QCOMPARE(head, character.repeated(2));
+            }
         }
+        // However many marks a letter has, it is one character.
+        const QString crowded = u"e"_s + QString(10'000, QChar(0x301));
+        QCOMPARE(firstCharacters(u"a"_s + crowded, 2), u"a"_s);
+        QCOMPARE(displayLine(u"a"_s + crowded + u'b'), u"a…b"_s);
     }
 
     void linesStayLines() {

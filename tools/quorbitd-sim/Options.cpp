@@ -37,6 +37,7 @@ QUORBITD_SIM_SCENARIO=paused for --scenario paused.
                   << std::string(20 - std::string(scenario.name).size(), ' ') << scenario.summary << '\n';
     std::cout << R"(  --speed N           lets the simulated time run N times as fast
   --start-delay S     waits S seconds before it listens
+  --linger S          goes on for S seconds once it is told to terminate
   --history N         starts with N history entries
   --port N            listens there instead of on a free port
   --token TEXT        takes this token instead of a random one
@@ -44,7 +45,11 @@ QUORBITD_SIM_SCENARIO=paused for --scenario paused.
   --fault KIND        misbehaves on every path; --fault PATH=KIND on one path. KIND is one of
                       slow, hang, garbage, truncate, redirect, error500, html, null.
                       Several, separated by commas, are possible.
-  --log               prints a line for each request
+  --delay MS          lets every reply come MS milliseconds after the request has been carried
+                      out; --delay PATH=MS on one path. Several, separated by commas, are
+                      possible.
+  --log               prints a line for each request: method, path, status, and when it came
+                      and was answered, in milliseconds
   --help              prints this page
 
 The PIN that it shows and accepts is 482 913. A shown PIN is used by a new computer some
@@ -61,17 +66,27 @@ double number(const std::string &name, const std::string &text) {
     return value;
 }
 
-void addFaults(Options &options, const std::string &list) {
+/// Reads a list of VALUE or PATH=VALUE.
+template <class Value>
+void addByPath(std::map<std::string, Value> &byPath, const std::string &list,
+               Value (*parse)(const std::string &)) {
     std::istringstream items(list);
     for (std::string item; std::getline(items, item, ',');) {
         const auto equals = item.rfind('=');
         const std::string path = equals == std::string::npos ? "" : item.substr(0, equals);
-        const std::string kind = equals == std::string::npos ? item : item.substr(equals + 1);
-        const auto fault = faultNames.find(kind);
-        if (fault == faultNames.end())
-            refuse("there is no fault \"" + kind + "\"");
-        options.faults[path] = fault->second;
+        byPath[path] = parse(equals == std::string::npos ? item : item.substr(equals + 1));
     }
+}
+
+Fault faultNamed(const std::string &name) {
+    const auto fault = faultNames.find(name);
+    if (fault == faultNames.end())
+        refuse("there is no fault \"" + name + "\"");
+    return fault->second;
+}
+
+std::chrono::milliseconds delayOf(const std::string &text) {
+    return std::chrono::milliseconds(static_cast<int>(number("delay", text)));
 }
 
 void set(Options &options, const std::string &name, const std::string &value) {
@@ -83,6 +98,8 @@ void set(Options &options, const std::string &name, const std::string &value) {
         options.speed = number(name, value);
     } else if (name == "start-delay") {
         options.startDelay = number(name, value);
+    } else if (name == "linger") {
+        options.linger = number(name, value);
     } else if (name == "history") {
         options.history = static_cast<int>(number(name, value));
     } else if (name == "port") {
@@ -92,7 +109,9 @@ void set(Options &options, const std::string &name, const std::string &value) {
     } else if (name == "state") {
         options.stateFile = value;
     } else if (name == "fault") {
-        addFaults(options, value);
+        addByPath(options.faults, value, faultNamed);
+    } else if (name == "delay") {
+        addByPath(options.delays, value, delayOf);
     } else {
         refuse("there is no option \"--" + name + "\"");
     }
@@ -110,7 +129,7 @@ std::string variable(std::string name) {
 Options parseOptions(int argc, char **argv) {
     Options options;
     for (const char *name :
-         {"scenario", "speed", "start-delay", "history", "port", "token", "state", "fault"}) {
+         {"scenario", "speed", "start-delay", "linger", "history", "port", "token", "state", "fault", "delay"}) {
         if (const char *value = std::getenv(variable(name).c_str()))
             set(options, name, value);
     }

@@ -1,6 +1,7 @@
 #include "Routes.h"
 
 #include <chrono>
+#include <cstdio>
 #include <thread>
 
 namespace sim {
@@ -55,15 +56,25 @@ bool misbehave(Response &response, Fault fault) {
     return false;
 }
 
+/// What was asked for on that path, or nullptr.
+template <class Value>
+const Value *onPath(const std::map<std::string, Value> &byPath, const std::string &path) {
+    auto found = byPath.find(path);
+    if (found == byPath.end())
+        found = byPath.find("");
+    return found == byPath.end() ? nullptr : &found->second;
+}
+
+/// When the request came that this thread answers, in milliseconds.
+thread_local std::int64_t requestTime = 0;
+
 } // namespace
 
-void addRoutes(httplib::Server &server, World &world, const std::string &token,
-               const std::map<std::string, Fault> &faults) {
-    server.set_pre_routing_handler([token, faults](const Request &request, Response &response) {
-        auto fault = faults.find(request.path);
-        if (fault == faults.end())
-            fault = faults.find("");
-        if (fault != faults.end() && misbehave(response, fault->second))
+void addRoutes(httplib::Server &server, World &world, const std::string &token, const Options &options) {
+    server.set_pre_routing_handler([token, options](const Request &request, Response &response) {
+        requestTime = nowMilliseconds();
+        const Fault *fault = onPath(options.faults, request.path);
+        if (fault != nullptr && misbehave(response, *fault))
             return httplib::Server::HandlerResponse::Handled;
         if (request.get_header_value("Authorization") != "Bearer " + token) {
             refuse(response, 401, "unauthorized");
@@ -71,6 +82,17 @@ void addRoutes(httplib::Server &server, World &world, const std::string &token,
         }
         return httplib::Server::HandlerResponse::Unhandled;
     });
+    server.set_post_routing_handler([options](const Request &request, Response &) {
+        if (const auto *delay = onPath(options.delays, request.path))
+            std::this_thread::sleep_for(*delay);
+    });
+    if (options.log) {
+        server.set_logger([](const Request &request, const Response &response) {
+            std::printf("%s %s %d %lld %lld\n", request.method.c_str(), request.path.c_str(), response.status,
+                        static_cast<long long>(requestTime), static_cast<long long>(nowMilliseconds()));
+            std::fflush(stdout);
+        });
+    }
     server.set_exception_handler([](const Request &, Response &response, const std::exception_ptr &) {
         refuse(response, 400, "the request cannot be understood");
     });

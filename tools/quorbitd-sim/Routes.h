@@ -7,9 +7,8 @@
 
 namespace sim {
 
-/// Lets the server answer every request of the service's interface from the world, with the faults that were
-/// asked for.
-void addRoutes(httplib::Server &server, World &world, const std::string &token,
-               const std::map<std::string, Fault> &faults);
+/// Lets the server answer every request of the service's interface from the world, with the faults and delays
+/// that were asked for, and print each if that was.
+void addRoutes(httplib::Server &server, World &world, const std::string &token, const Options &options);
 
 } // namespace sim

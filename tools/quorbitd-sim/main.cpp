@@ -59,14 +59,8 @@ int run(const sim::Options &options) {
 
     httplib::Server server;
     server.new_task_queue = [] { return new httplib::ThreadPool(workers); };
-    if (options.log) {
-        server.set_logger([](const httplib::Request &request, const httplib::Response &response) {
-            std::printf("%s %s %d\n", request.method.c_str(), request.path.c_str(), response.status);
-            std::fflush(stdout);
-        });
-    }
     const std::string token = options.token.empty() ? randomToken() : options.token;
-    sim::addRoutes(server, world, token, options.faults);
+    sim::addRoutes(server, world, token, options);
     const int port = options.port == 0 ? server.bind_to_any_port("127.0.0.1")
                                        : (server.bind_to_port("127.0.0.1", options.port) ? options.port : -1);
     if (port < 0) {
@@ -78,6 +72,7 @@ int run(const sim::Options &options) {
     const sim::ConnectionFiles files("http://127.0.0.1:" + std::to_string(port), token);
 
     liveUntil(signals, world, options.speed);
+    std::this_thread::sleep_for(std::chrono::duration<double>(options.linger));
     files.remove();
     // At once, whatever requests are still being answered.
     std::fflush(nullptr);

@@ -1,6 +1,5 @@
 #include "app/windows/PanelWindow.h"
 
-#include "platform/linux/desktop/X11.h"
 #include "settings/AppIcon.h"
 #include "ui/look/Theme.h"
 
@@ -33,11 +32,12 @@ QPainterPath outline(const QRectF &rectangle) {
 
 } // namespace
 
-PanelWindow::PanelWindow(QWidget *content)
+PanelWindow::PanelWindow(QWidget *content, std::function<bool()> isBlended)
     : QWidget(nullptr, dropDownFlags)
     , AccessibleControl(this)
     , content_(content)
-    , scroller_(new QScrollArea(this)) {
+    , scroller_(new QScrollArea(this))
+    , isBlended_(std::move(isBlended)) {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(qtTrId("common.app_name"));
@@ -132,11 +132,10 @@ void PanelWindow::fit() {
 }
 
 void PanelWindow::roundCorners() {
-    // Without a compositor the translucent corners would be black.
-    if (x11::isSession() && !x11::hasCompositor())
-        setMask(QRegion(outline(rect()).toFillPolygon().toPolygon()));
-    else
+    if (isBlended_())
         clearMask();
+    else // Translucent corners would be black.
+        setMask(QRegion(outline(rect()).toFillPolygon().toPolygon()));
 }
 
 bool PanelWindow::event(QEvent *event) {

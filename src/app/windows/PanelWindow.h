@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 class QScrollArea;
@@ -18,8 +19,9 @@ class PanelWindow : public QWidget, public AccessibleControl {
     Q_OBJECT
 
 public:
-    /// Takes over `content`, whose own size decides.
-    explicit PanelWindow(QWidget *content);
+    /// Takes over `content`, whose own size decides. `isBlended` tells whether a translucent window is
+    /// blended with what lies behind it now.
+    PanelWindow(QWidget *content, std::function<bool()> isBlended);
     ~PanelWindow() override;
 
     /// Drops down beside `icon`, or beside the pointer when that is empty.
@@ -47,6 +49,7 @@ private:
 
     QWidget *content_;
     QScrollArea *scroller_;
+    std::function<bool()> isBlended_;
     std::optional<PanelAnchor> anchor_; ///< absent for an ordinary window
     QRect available_;                   ///< around the anchor
     bool hasFocus_ = false;

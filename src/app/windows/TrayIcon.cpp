@@ -1,6 +1,6 @@
 #include "app/windows/TrayIcon.h"
 
-#include "platform/linux/desktop/TrayHosts.h"
+#include "platform/Desktop.h"
 #include "ui/look/Symbol.h"
 
 #include <QMenu>
@@ -8,18 +8,16 @@
 
 namespace quorbit {
 
-TrayIcon::TrayIcon(QObject *parent) : QObject(parent), hosts_(new TrayHosts(this)) {
-    connect(hosts_, &TrayHosts::available, this, &TrayIcon::show);
-}
+TrayIcon::TrayIcon(Desktop &desktop, QObject *parent) : QObject(parent), desktop_(desktop) {}
 
 TrayIcon::~TrayIcon() = default;
 
 void TrayIcon::start() {
-    hosts_->start();
+    desktop_.findTray([this] { show(); });
 }
 
 bool TrayIcon::isShown() const {
-    return icon_ && hosts_->isAvailable();
+    return icon_ && desktop_.hasTray();
 }
 
 void TrayIcon::show() {

@@ -13,7 +13,7 @@ class QSystemTrayIcon;
 
 namespace quorbit {
 
-class TrayHosts;
+class Desktop;
 
 /// The program's icon in the tray, made as soon as something is there to show it. Its menu offers what the
 /// panel does, for hosts that pass no clicks on.
@@ -21,7 +21,7 @@ class TrayIcon : public QObject {
     Q_OBJECT
 
 public:
-    explicit TrayIcon(QObject *parent = nullptr);
+    explicit TrayIcon(Desktop &desktop, QObject *parent = nullptr);
     ~TrayIcon() override;
 
     /// Looks for a tray; shown() follows when there is one, at once or later.
@@ -46,7 +46,7 @@ private:
     void show();
     void makeMenu();
 
-    TrayHosts *hosts_;
+    Desktop &desktop_;
     std::unique_ptr<QMenu> menu_;
     QPointer<QAction> pause_;
     bool paused_ = false;

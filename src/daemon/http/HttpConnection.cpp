@@ -3,7 +3,6 @@
 #include "async/TransportError.h"
 
 #include <QNetworkProxy>
-#include <QScopedValueRollback>
 #include <QSslSocket>
 
 #include <utility>
@@ -21,31 +20,22 @@ constexpr int httpsPort = 443;
 
 } // namespace
 
-void HttpConnection::Release::operator()(HttpConnection *connection) const {
-    if (!connection->isTelling_) {
-        delete connection;
-        return;
-    }
-    connection->socket_->abort();
-    connection->deleteLater();
-}
-
 HttpConnection::HttpConnection(const QUrl &address, HttpLimits limits) : limits_(limits) {
     const bool isSecure = address.scheme() == "https"_L1;
     auto *secure = isSecure ? new QSslSocket : nullptr;
     socket_.reset(isSecure ? secure : new QTcpSocket);
     socket_->setProxy(QNetworkProxy::NoProxy);
     socket_->setReadBufferSize(portion);
-    silence_.setSingleShot(true);
-    silence_.setInterval(limits.silence);
+    timeout_.setSingleShot(true);
+    timeout_.setInterval(limits.timeout);
 
     connect(socket_.get(), &QTcpSocket::readyRead, this, &HttpConnection::receive);
-    connect(socket_.get(), &QTcpSocket::bytesWritten, &silence_, [this] {
+    connect(socket_.get(), &QTcpSocket::bytesWritten, &timeout_, [this] {
         if (!hasEnded_)
-            silence_.start();
+            timeout_.start();
     });
     connect(socket_.get(), &QTcpSocket::errorOccurred, this, &HttpConnection::lose);
-    connect(&silence_, &QTimer::timeout, this, [this] { end("no reply in time"); });
+    connect(&timeout_, &QTimer::timeout, this, [this] { end("no reply in time"); });
 
     const auto port = static_cast<quint16>(address.port(isSecure ? httpsPort : httpPort));
     if (isSecure)
@@ -55,16 +45,14 @@ HttpConnection::HttpConnection(const QUrl &address, HttpLimits limits) : limits_
 }
 
 HttpConnection::~HttpConnection() {
-    // Aborting speaks up once more.
-    socket_->disconnect(this);
-    silence_.disconnect(this);
+    socket_->disconnect(this); // its destructor aborts, which emits errorOccurred
 }
 
 void HttpConnection::send(const QByteArray &request) {
     hasEnded_ = isAnswered_ = wasLost_ = false;
     failure_.reset();
     reply_.emplace(limits_.body);
-    silence_.start();
+    timeout_.start();
     // While connecting, the socket keeps it until it can be sent; afterwards it need not wait for a turn.
     if (socket_->write(request) < 0)
         lose(socket_->error());
@@ -92,7 +80,7 @@ void HttpConnection::receive() {
         return;
     }
     isAnswered_ = true;
-    silence_.start();
+    timeout_.start();
     try {
         reply_->take(bytes);
     } catch (const TransportError &error) {
@@ -119,12 +107,12 @@ void HttpConnection::lose(QAbstractSocket::SocketError error) {
 
 void HttpConnection::end(std::optional<std::string> failure) {
     hasEnded_ = true;
-    silence_.stop();
+    timeout_.stop();
     failure_ = std::move(failure);
     if (failure_)
         socket_->abort();
-    const QScopedValueRollback telling(isTelling_, true);
-    Q_EMIT ended();
+    // Queued, since this may run inside a signal of the socket, which must not be destroyed there.
+    QMetaObject::invokeMethod(this, &HttpConnection::ended, Qt::QueuedConnection);
 }
 
 } // namespace quorbit

@@ -19,7 +19,7 @@ namespace quorbit {
 
 /// What an exchange may cost.
 struct HttpLimits {
-    std::chrono::milliseconds silence; ///< without any progress
+    std::chrono::milliseconds timeout; ///< without any progress
     std::size_t body;                  ///< bytes
 };
 
@@ -28,19 +28,12 @@ class HttpConnection : public QObject {
     Q_OBJECT
 
 public:
-    /// Lets go of a connection at once, even while it tells that its exchange has ended.
-    struct Release {
-        void operator()(HttpConnection *connection) const;
-    };
-    using Owned = std::unique_ptr<HttpConnection, Release>;
-
     /// Begins to connect to an http or https address.
     HttpConnection(const QUrl &address, HttpLimits limits);
     ~HttpConnection() override;
 
-    /// Sends a whole request, when no other is under way. The exchange may have ended already on return.
+    /// Sends a whole request, when no other is under way. ended() follows, never before this returns.
     void send(const QByteArray &request);
-    bool hasEnded() const { return hasEnded_; }
 
     /// The body of the reply. Throws TransportError when no whole reply came.
     std::string takeBody();
@@ -51,7 +44,7 @@ public:
     bool isReusable() const;
 
 Q_SIGNALS:
-    /// The exchange is over, well or not.
+    /// The exchange is over, well or not. The connection may be destroyed in answer.
     void ended();
 
 private:
@@ -61,13 +54,12 @@ private:
 
     HttpLimits limits_;
     std::unique_ptr<QTcpSocket> socket_;
-    QTimer silence_;
+    QTimer timeout_;
     std::optional<HttpReplyParser> reply_;
     std::optional<std::string> failure_;
     bool hasEnded_ = true;
     bool isAnswered_ = false;
     bool wasLost_ = false;
-    bool isTelling_ = false;
 };
 
 } // namespace quorbit

@@ -22,34 +22,31 @@ void HttpConnections::setAddress(const QUrl &address) {
     idle_.clear();
 }
 
-QCoro::Task<std::string> HttpConnections::exchange(std::shared_ptr<HttpConnections> connections,
-                                                   QByteArray request, bool isRepeatable,
+QCoro::Task<std::string> HttpConnections::exchange(QByteArray request, bool isRepeatable,
                                                    std::stop_token token) {
     // The request belongs to this server, even if another one takes its place meanwhile.
-    const QUrl address = connections->address_;
-    HttpConnection::Owned connection = isRepeatable ? connections->takeIdle() : nullptr;
+    const QUrl address = address_;
+    auto connection = isRepeatable ? takeIdle() : nullptr;
     for (;;) {
         const bool isFresh = !connection;
         if (isFresh)
-            connection.reset(new HttpConnection(address, connections->limits_));
+            connection = std::make_unique<HttpConnection>(address, limits_);
         connection->send(request);
-        if (!connection->hasEnded()) {
-            Signal end(connection.get(), &HttpConnection::ended, token);
-            co_await end;
-        }
+        Signal end(connection.get(), &HttpConnection::ended, token);
+        co_await end;
         if (isFresh || !connection->wasLostUnanswered())
             break;
         connection.reset();
     }
     std::string body = connection->takeBody();
     if (isRepeatable)
-        connections->keep(std::move(connection), address);
+        keep(std::move(connection), address);
     co_return body;
 }
 
-HttpConnection::Owned HttpConnections::takeIdle() {
+std::unique_ptr<HttpConnection> HttpConnections::takeIdle() {
     while (!idle_.empty()) {
-        HttpConnection::Owned connection = std::move(idle_.back());
+        auto connection = std::move(idle_.back());
         idle_.pop_back();
         // The server may have closed it, or spoken out of turn, since it was kept.
         if (connection->isReusable())
@@ -58,7 +55,7 @@ HttpConnection::Owned HttpConnections::takeIdle() {
     return nullptr;
 }
 
-void HttpConnections::keep(HttpConnection::Owned connection, const QUrl &address) {
+void HttpConnections::keep(std::unique_ptr<HttpConnection> connection, const QUrl &address) {
     if (connection->isReusable() && address == address_ && idle_.size() < maximumIdle)
         idle_.push_back(std::move(connection));
 }

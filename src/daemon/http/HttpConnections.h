@@ -14,8 +14,8 @@
 
 namespace quorbit {
 
-/// The connections to one server, some of which wait for their next request. Exchanges under way share it,
-/// so that they may outlive its owner.
+/// The connections to one server, some of which wait for their next request. Every exchange must have ended,
+/// or have been stopped, before it is destroyed.
 class HttpConnections {
 public:
     explicit HttpConnections(HttpLimits limits) : limits_(limits) {}
@@ -27,16 +27,15 @@ public:
     /// leaves by Stopped when the token is triggered, and the exchange is then aborted. A repeatable request
     /// may use a kept connection, and goes out once more when that turns out to be dead; any other has a
     /// connection of its own.
-    static QCoro::Task<std::string> exchange(std::shared_ptr<HttpConnections> connections, QByteArray request,
-                                             bool isRepeatable, std::stop_token token);
+    QCoro::Task<std::string> exchange(QByteArray request, bool isRepeatable, std::stop_token token);
 
 private:
-    HttpConnection::Owned takeIdle();
-    void keep(HttpConnection::Owned connection, const QUrl &address);
+    std::unique_ptr<HttpConnection> takeIdle();
+    void keep(std::unique_ptr<HttpConnection> connection, const QUrl &address);
 
     HttpLimits limits_;
     QUrl address_;
-    std::vector<HttpConnection::Owned> idle_;
+    std::vector<std::unique_ptr<HttpConnection>> idle_;
 };
 
 } // namespace quorbit

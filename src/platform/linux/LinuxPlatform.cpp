@@ -18,6 +18,7 @@
 #include <array>
 #include <climits>
 
+#include <malloc.h>
 #include <syslog.h>
 #include <unistd.h>
 
@@ -25,21 +26,32 @@ namespace quorbit {
 
 namespace {
 
-/// Runs as `sh -c <this> <name> <process> <executable> <arguments>...`. The shell is a child of the process
-/// that it waits for and gets another parent the moment that process ends, so a number that is given to a
-/// new process does not mislead it. After half a minute it stops waiting.
-constexpr auto reopenScript = R"(
+/// Runs as `sh -c <this> <name> <process> <service> <executable> <arguments>...`, the service being the
+/// program that the process launched, or 0. It comes to its end after the process that told it to; a new
+/// instance that still found it would take it for one that stays. The shell is a child of the process that it
+/// waits for and gets another parent the moment that process ends, and the service is known by when it was
+/// started, so a number that is given to a new process misleads neither. After half a minute the shell waits
+/// for nothing more: what has not ended then is left to the new instance to be found.
+constexpr auto reopenScript = R"sh(
 old=$1
-shift
+service=$2
+shift 2
+service_start() {
+    { IFS= read -r line <"/proc/$service/stat"; } 2>/dev/null || return
+    set -- ${line##*) }
+    [ "$1" = Z ] || echo "${20}"
+}
+start=$(service_start)
+old_runs() { read -r own name state parent rest <"/proc/$$/stat" && [ "$parent" = "$old" ]; }
+service_runs() { [ "$start" ] && [ "$(service_start)" = "$start" ]; }
 sleep 0.5
 tries=300
-while [ "$tries" -gt 0 ] && read -r own name state parent rest <"/proc/$$/stat" && [ "$parent" = "$old" ]
-do
+while [ "$tries" -gt 0 ] && { old_runs || service_runs; }; do
     sleep 0.1
     tries=$((tries - 1))
 done
 exec "$@"
-)";
+)sh";
 
 QString ownExecutable() {
     std::array<char, PATH_MAX> target{};
@@ -88,21 +100,29 @@ QStringList LinuxPlatform::systemLanguages() const {
 
 std::unique_ptr<ChildProcess> LinuxPlatform::launch(const QString &executable, const QStringList &arguments) {
     const pid_t pid = spawn(executable, arguments, environment_, ProcessGroup::own);
-    return std::make_unique<ChildHandle>(new Child(pid, this));
+    launched_ = new Child(pid, this);
+    return std::make_unique<ChildHandle>(launched_);
 }
 
 void LinuxPlatform::reopenAfterExit() {
     if (reopening_ || !bundle_.executable)
         return;
     reopening_ = true;
-    const QStringList command{QStringLiteral("-c"), QString::fromLatin1(reopenScript),
-                              QStringLiteral("quorbit-reopen"), QString::number(::getpid()),
-                              *bundle_.executable};
+    const pid_t service = launched_ && !launched_->hasEnded() ? launched_->pid() : 0;
+    const QStringList command{
+        QStringLiteral("-c"),        QString::fromLatin1(reopenScript), QStringLiteral("quorbit-reopen"),
+        QString::number(::getpid()), QString::number(service),          *bundle_.executable};
     try {
         spawn(QStringLiteral("/bin/sh"), command + bundle_.arguments, environment_, ProcessGroup::session);
     } catch (const LaunchError &) {
         // The program then ends without coming back.
     }
+}
+
+void LinuxPlatform::returnFreeMemory() {
+#ifdef __GLIBC__
+    ::malloc_trim(0);
+#endif
 }
 
 void LinuxPlatform::log(const QString &line) {

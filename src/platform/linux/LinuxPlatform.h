@@ -4,8 +4,11 @@
 #include "platform/linux/process/Spawn.h"
 
 #include <QObject>
+#include <QPointer>
 
 namespace quorbit {
+
+class Child;
 
 /// The running program as it is installed: `<dir>/bin/<executable>` with its auxiliary executables in
 /// `<dir>/libexec/quorbit/`.
@@ -37,6 +40,7 @@ public:
     std::unique_ptr<ChildProcess> launch(const QString &executable, const QStringList &arguments) override;
     void reopenAfterExit() override;
 
+    void returnFreeMemory() override;
     void log(const QString &line) override;
     bool isAccessibilityTrusted() const override;
     void observeAccessibilityChanges(std::function<void()> changed) override;
@@ -47,6 +51,7 @@ public:
 private:
     Bundle bundle_;
     Environment environment_;
+    QPointer<Child> launched_; ///< the latest by launch(), until it is reaped
     bool reopening_ = false;
     mutable std::optional<bool> mayInjectThroughX11_;
     std::vector<std::function<void()>> accessibilityObservers_;

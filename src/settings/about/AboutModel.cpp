@@ -31,21 +31,22 @@ struct CheckStatusOf {
     using CheckStatus = AboutModel::CheckStatus;
 
     CheckStatus operator()(const check::Idle & /*state*/) const {
-        return {{}, Tint::secondary, qtTrId("update.never_checked"), Tint::secondary};
+        return {{}, TextColor::secondary, qtTrId("update.never_checked"), TextColor::secondary};
     }
     CheckStatus operator()(const check::Checking & /*state*/) const {
-        return {{}, Tint::secondary, qtTrId("update.checking"), Tint::secondary};
+        return {{}, TextColor::secondary, qtTrId("update.checking"), TextColor::secondary};
     }
     CheckStatus operator()(const check::UpToDate &state) const {
-        return {u"checkmark.circle.fill"_s, Tint::green, qtTrId("update.uptodate").arg(state.currentVersion),
-                Tint::primary};
+        return {u"checkmark.circle.fill"_s, TextColor::green,
+                qtTrId("update.uptodate").arg(state.currentVersion), TextColor::primary};
     }
     CheckStatus operator()(const check::Available &state) const {
-        return {u"arrow.down.circle.fill"_s, Tint::accent,
-                qtTrId("update.available.title").arg(displayLine(state.update.version)), Tint::primary};
+        return {u"arrow.down.circle.fill"_s, TextColor::accent,
+                qtTrId("update.available.title").arg(displayLine(state.update.version)), TextColor::primary};
     }
     CheckStatus operator()(const check::Failed &state) const {
-        return {u"exclamationmark.triangle.fill"_s, Tint::orange, failureText(state.reason), Tint::secondary};
+        return {u"exclamationmark.triangle.fill"_s, TextColor::orange, failureText(state.reason),
+                TextColor::secondary};
     }
 };
 
@@ -87,10 +88,6 @@ AboutModel aboutModel(const UpdateState &update, const AboutInput &input, const 
     model.language = std::max<qsizetype>(input.languages.indexOf(input.storedLanguage), 0);
     model.isRestartPending = input.isRestartPending;
     return model;
-}
-
-bool changesLanguage(const QString &stored, const QString &picked) {
-    return stored != picked;
 }
 
 } // namespace quorbit

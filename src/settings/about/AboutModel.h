@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/Tint.h"
+#include "ui/look/TextColor.h"
 #include "update/UpdateState.h"
 
 #include <QString>
@@ -38,9 +38,9 @@ struct AboutModel {
 
     struct CheckStatus {
         QString symbol; ///< empty: none
-        Tint symbolTint = Tint::secondary;
+        TextColor symbolColor = TextColor::secondary;
         QString text;
-        Tint textTint = Tint::primary;
+        TextColor textColor = TextColor::primary;
 
         bool operator==(const CheckStatus &) const = default;
     };
@@ -57,9 +57,5 @@ struct AboutModel {
 };
 
 AboutModel aboutModel(const UpdateState &update, const AboutInput &input, const TimeFormats &formats);
-
-/// Whether picking a language, by its stored value, changes anything: if so it is to be stored and a restart
-/// is pending.
-bool changesLanguage(const QString &stored, const QString &picked);
 
 } // namespace quorbit

@@ -1,13 +1,13 @@
 #include "settings/about/AboutTab.h"
 
 #include "settings/AppIcon.h"
-#include "settings/TintColor.h"
 #include "settings/about/UpdateBanner.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/MenuPicker.h"
 #include "ui/form/Form.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/IconLabel.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
@@ -33,16 +33,8 @@ constexpr int updateRowGap = 10;
 constexpr int footerGap = 8;
 constexpr double promptSymbolSize = 16;
 
-QVBoxLayout *columnLayout(QWidget *owner, int gap) {
-    auto *column = new QVBoxLayout(owner);
-    column->setContentsMargins({});
-    column->setSpacing(gap);
-    return column;
-}
-
 TextLabel *centred(const QString &text, TextStyle style, TextColor color) {
-    auto *label = new TextLabel(text, style, color);
-    label->setOverflow(TextLabel::Overflow::wrap);
+    TextLabel *label = wrapping(new TextLabel(text, style, color));
     label->setAlignment(Qt::AlignCenter);
     return label;
 }
@@ -57,7 +49,7 @@ bool isForBrowser(const QUrl &address) {
 
 AboutTab::AboutTab(UpdateChecker &updater, const TimeFormats &formats, AboutServices services,
                    std::optional<QString> bundleVersion, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , updater_(updater)
     , formats_(formats)
     , services_(std::move(services))
@@ -101,7 +93,7 @@ QWidget *AboutTab::makeHero() {
 
 FormSection *AboutTab::makeUpdateSection() {
     checkStatus_ = new IconLabel(u"checkmark.circle.fill"_s, {}, TextStyle::body, TextColor::primary);
-    checkStatus_->text().setOverflow(TextLabel::Overflow::wrap);
+    wrapping(&checkStatus_->text());
     check_ = new Button(qtTrId("update.button.check"));
     lastChecked_ = new TextLabel(TextStyle::caption, TextColor::tertiary);
     updateRow_ = new QWidget;
@@ -131,23 +123,19 @@ FormSection *AboutTab::makeLanguageSection() {
 }
 
 QWidget *AboutTab::makeLanguageFooter() {
-    systemHint_ =
-        new TextLabel(qtTrId("about.language.system_hint"), TextStyle::caption, TextColor::secondary);
-    auto *text =
-        new TextLabel(qtTrId("about.language.restart_needed"), TextStyle::caption, TextColor::secondary);
-    for (TextLabel *label : {systemHint_, text})
-        label->setOverflow(TextLabel::Overflow::wrap);
+    systemHint_ = wrapping(
+        new TextLabel(qtTrId("about.language.system_hint"), TextStyle::caption, TextColor::secondary));
+    TextLabel *text = wrapping(
+        new TextLabel(qtTrId("about.language.restart_needed"), TextStyle::caption, TextColor::secondary));
     restart_ = new Button(qtTrId("about.restart_now"), ButtonKind::bordered, ButtonSize::small);
     restartPrompt_ = new QWidget;
-    auto *line = new QHBoxLayout(restartPrompt_);
-    line->setContentsMargins({});
-    line->setSpacing(footerGap);
+    QHBoxLayout *line = lineLayout(restartPrompt_, footerGap);
     line->addWidget(new SymbolLabel(u"arrow.clockwise.circle.fill"_s, promptSymbolSize, TextColor::orange));
     line->addWidget(text, 1);
     line->addWidget(restart_);
 
     languageFooter_ = new QWidget;
-    QVBoxLayout *column = columnLayout(languageFooter_, 0);
+    QVBoxLayout *column = columnLayout(languageFooter_);
     column->addWidget(systemHint_, 0, Qt::AlignTop);
     column->addWidget(restartPrompt_);
     return languageFooter_;
@@ -177,9 +165,9 @@ void AboutTab::render(const AboutModel &model) {
     banner_->setVisible(model.banner.has_value());
 
     checkStatus_->setSymbol(model.checkStatus.symbol);
-    checkStatus_->symbol().setColor(textColorOf(model.checkStatus.symbolTint));
+    checkStatus_->symbol().setColor(model.checkStatus.symbolColor);
     checkStatus_->setText(model.checkStatus.text);
-    checkStatus_->text().setColor(textColorOf(model.checkStatus.textTint));
+    checkStatus_->text().setColor(model.checkStatus.textColor);
     check_->setEnabled(!model.isChecking);
     check_->setBusy(model.isChecking);
     lastChecked_->setText(model.lastChecked);
@@ -190,7 +178,7 @@ void AboutTab::render(const AboutModel &model) {
     restartPrompt_->setVisible(model.isRestartPending);
 }
 
-void AboutTab::refresh() {
+void AboutTab::showState() {
     AboutInput input{.bundleVersion = bundleVersion_,
                      .currentVersion = updater_.currentVersion(),
                      .languages = {},
@@ -203,11 +191,11 @@ void AboutTab::refresh() {
 
 void AboutTab::pickLanguage(int index) {
     const QString picked = services_.languages.at(static_cast<std::size_t>(index)).storedValue;
-    if (!changesLanguage(services_.storedLanguage(), picked))
+    if (picked == services_.storedLanguage())
         return;
     services_.chooseLanguage(picked);
     isRestartPending_ = true;
-    refresh();
+    showState();
 }
 
 void AboutTab::openInBrowser() {

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "settings/SettingsTab.h"
 #include "settings/about/AboutModel.h"
 
 #include <QUrl>
-#include <QWidget>
 
 #include <functional>
 #include <vector>
@@ -36,7 +36,7 @@ struct AboutServices {
 };
 
 /// The tab that tells which version runs and which is newest, and lets the user choose a language.
-class AboutTab final : public QWidget {
+class AboutTab final : public SettingsTab {
     Q_OBJECT
 
 public:
@@ -44,8 +44,7 @@ public:
     AboutTab(UpdateChecker &updater, const TimeFormats &formats, AboutServices services,
              std::optional<QString> bundleVersion, QWidget *parent = nullptr);
 
-    /// Shows what the update checker published and which language is stored.
-    void refresh();
+    void showState() override;
     /// Shows `model`; costs one comparison when that is what is shown already.
     void render(const AboutModel &model);
 

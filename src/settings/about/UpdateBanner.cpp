@@ -3,6 +3,7 @@
 #include "ui/controls/Button.h"
 #include "ui/controls/ProgressIndicator.h"
 #include "ui/form/Card.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/IconLabel.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
@@ -25,19 +26,13 @@ constexpr int blockGap = 8;
 constexpr int buttonGap = 8;
 constexpr int progressGap = 6;
 
-TextLabel *wrapping(TextStyle style, TextColor color) {
-    auto *label = new TextLabel(style, color);
-    label->setOverflow(TextLabel::Overflow::wrap);
-    return label;
-}
-
 } // namespace
 
 UpdateBanner::UpdateBanner(QWidget *parent)
     : QWidget(parent)
-    , title_(wrapping(TextStyle::headline, TextColor::primary))
-    , subtitle_(wrapping(TextStyle::caption, TextColor::secondary))
-    , notes_(wrapping(TextStyle::caption, TextColor::secondary))
+    , title_(wrapping(new TextLabel(TextStyle::headline, TextColor::primary)))
+    , subtitle_(wrapping(new TextLabel(TextStyle::caption, TextColor::secondary)))
+    , notes_(wrapping(new TextLabel(TextStyle::caption, TextColor::secondary)))
     , actions_(makeActionArea()) {
     title_->setHeading();
     auto *texts = new QVBoxLayout;
@@ -58,9 +53,7 @@ UpdateBanner::UpdateBanner(QWidget *parent)
     line->addLayout(texts, 1);
     auto *card = new Card(Card::Kind::tinted);
     card->addRow(content);
-    auto *whole = new QVBoxLayout(this);
-    whole->setContentsMargins({});
-    whole->addWidget(card);
+    columnLayout(this)->addWidget(card);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
 
     connect(download_, &Button::clicked, this, &UpdateBanner::downloadRequested);
@@ -70,9 +63,7 @@ UpdateBanner::UpdateBanner(QWidget *parent)
 
 QWidget *UpdateBanner::makeActionArea() {
     running_ = new QWidget;
-    auto *progress = new QHBoxLayout(running_);
-    progress->setContentsMargins({});
-    progress->setSpacing(progressGap);
+    QHBoxLayout *progress = lineLayout(running_, progressGap);
     auto *spinner = new ProgressIndicator;
     spinner->setAccessibleName(qtTrId("update.downloading"));
     progress->addWidget(spinner);
@@ -85,9 +76,7 @@ QWidget *UpdateBanner::makeActionArea() {
     browser_ = new Button(qtTrId("update.open_browser"), ButtonKind::bordered, ButtonSize::small);
 
     auto *area = new QWidget;
-    auto *line = new QHBoxLayout(area);
-    line->setContentsMargins({});
-    line->setSpacing(buttonGap);
+    QHBoxLayout *line = lineLayout(area, buttonGap);
     for (QWidget *part : {running_, static_cast<QWidget *>(done_), static_cast<QWidget *>(download_),
                           static_cast<QWidget *>(browser_)}) {
         part->hide();

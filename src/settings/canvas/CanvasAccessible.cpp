@@ -17,12 +17,8 @@ namespace quorbit {
 
 namespace {
 
-QString titleOf(const CanvasCard &card) {
-    return card.title.isEmpty() ? qtTrId("common.unnamed") : card.title;
-}
-
 QString nameOf(const CanvasCard &card) {
-    return card.statusText.isEmpty() ? titleOf(card) : titleOf(card) + u", "_s + card.statusText;
+    return card.statusText.isEmpty() ? card.title : card.title + u", "_s + card.statusText;
 }
 
 QString placeText(CardRelation::Side side, const QString &neighbour) {
@@ -45,7 +41,7 @@ QString placeText(CardRelation::Side side, const QString &neighbour) {
 QString descriptionOf(const CanvasCard &card, const CanvasArea &area) {
     const QString hint = qtTrId("kvm.canvas.tap_master");
     const CanvasCard *neighbour = card.relation ? area.cardWithID(card.relation->neighbourID) : nullptr;
-    return neighbour == nullptr ? hint : placeText(card.relation->side, titleOf(*neighbour)) + u' ' + hint;
+    return neighbour == nullptr ? hint : placeText(card.relation->side, neighbour->title) + u' ' + hint;
 }
 
 /// The card of one device, wherever it stands among the others.

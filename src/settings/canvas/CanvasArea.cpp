@@ -1,6 +1,7 @@
 #include "settings/canvas/CanvasArea.h"
 
 #include "settings/canvas/CanvasAccessible.h"
+#include "settings/canvas/CanvasKeys.h"
 #include "settings/canvas/CardPainter.h"
 #include "ui/access/Accessibility.h"
 #include "ui/look/ToolTip.h"
@@ -10,10 +11,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QSet>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -25,44 +24,11 @@ constexpr int areaHeight = 320;
 constexpr int leastWidth = 240;
 constexpr double dragDistance = 10;
 constexpr double leastTarget = 10; // points that a card offers to the pointer, however small it is drawn
-constexpr auto answerTime = std::chrono::seconds(1);
-
-/// Cards that claim to be the same device lie on the same place; one of them is enough.
-std::vector<CanvasCard> distinct(std::vector<CanvasCard> cards) {
-    QSet<QString> seen;
-    std::erase_if(cards, [&seen](const CanvasCard &card) {
-        const bool known = seen.contains(card.id);
-        seen.insert(card.id);
-        return known;
-    });
-    return cards;
-}
 
 QRectF target(const QRectF &place) {
     const double x = std::max(leastTarget - place.width(), 0.0) / 2;
     const double y = std::max(leastTarget - place.height(), 0.0) / 2;
     return place.adjusted(-x, -y, x, y);
-}
-
-/// All that painting a card may touch.
-QRect touched(const QRectF &place) {
-    constexpr int reach = CardPainter::reach;
-    return place.toAlignedRect().adjusted(-reach, -reach, reach, reach);
-}
-
-std::optional<StepDirection> directionOf(int key) {
-    switch (key) {
-    case Qt::Key_Left:
-        return StepDirection::left;
-    case Qt::Key_Right:
-        return StepDirection::right;
-    case Qt::Key_Up:
-        return StepDirection::up;
-    case Qt::Key_Down:
-        return StepDirection::down;
-    default:
-        return std::nullopt;
-    }
 }
 
 } // namespace
@@ -71,16 +37,7 @@ CanvasArea::CanvasArea(QWidget *parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus); // a click too, so that Escape reaches a drag
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setMouseTracking(true); // tells of a release that went to somebody else
-    patience_.setSingleShot(true);
-    patience_.setInterval(answerTime);
-    connect(&patience_, &QTimer::timeout, this, [this] {
-        asked_.clear();
-        reshow();
-    });
-    connect(&fade_, &MasterFade::changed, this, [this](const QString &id) {
-        backdrop_ = {};
-        updateCard(cardWithID(id));
-    });
+    connect(&fade_, &MasterFade::changed, this, [this](const QString &id) { updateCard(cardWithID(id)); });
     installCanvasAccessibility();
 }
 
@@ -89,47 +46,35 @@ CanvasArea::~CanvasArea() {
 }
 
 void CanvasArea::render(const ScreenDesk &desk, const QString &masterID) {
-    if (desk == desk_ && masterID == masterID_)
+    if (desk == arrangement_.published() && masterID == masterID_)
         return;
-    if (desk.layout != desk_.layout)
-        noteAnswer(desk.layout);
-    desk_ = desk;
+    // The scale and the place of the canvas stay during a drag.
+    const QPointF shift = arrangement_.publish(desk);
+    fit_.shown.x += shift.x();
+    fit_.shown.y += shift.y();
     masterID_ = masterID;
     reshow();
     fade_.moveTo(masterID);
 }
 
-/// The answer to an earlier one of several quick steps must not take the card back.
-void CanvasArea::noteAnswer(const ScreenLayout &published) {
-    const auto answered = std::find(asked_.begin(), asked_.end(), published);
-    asked_.erase(asked_.begin(), answered == asked_.end() ? answered : answered + 1);
-    if (asked_.empty())
-        patience_.stop();
-}
-
-void CanvasArea::ask(const ScreenLayout &layout) {
-    asked_.push_back(layout);
-    patience_.start();
+void CanvasArea::ask(const std::optional<Arrangement::Save> &save) {
     reshow();
-    Q_EMIT arranged(layout);
+    if (save)
+        Q_EMIT arranged(save->layout, save->number);
 }
 
-ScreenDesk CanvasArea::shownDesk() const {
-    ScreenDesk desk = desk_;
-    if (!asked_.empty())
-        desk.layout = asked_.back();
-    return desk;
+void CanvasArea::saveEnded(int save, bool isAnswered) {
+    arrangement_.ended(save, isAnswered);
+    ask(arrangement_.nextSave());
 }
 
 void CanvasArea::reshow() {
-    const ScreenDesk desk = shownDesk();
-    const auto stays = [&](const DeviceCard &device) { return device.id == drag_->id; };
-    if (drag_ && std::none_of(desk.devices.begin(), desk.devices.end(), stays))
+    const ScreenDesk desk = arrangement_.shown();
+    if (!arrangement_.isHolding()) // its device has gone
         drag_.reset();
     if (!drag_)
         fit_ = fitInto(desk, QSizeF(size()));
-    std::vector<CanvasCard> next = distinct(canvasCards(desk, masterID_, fit_));
-    backdrop_ = {};
+    std::vector<CanvasCard> next = canvasCards(desk, masterID_, fit_);
     if (next == cards_)
         return;
     announceLeavingCards(*this, next);
@@ -154,7 +99,11 @@ void CanvasArea::keepCurrentCard(const std::vector<CanvasCard> &before) {
 
 QRectF CanvasArea::placeOf(const CanvasCard &card) const {
     const bool moved = drag_ && drag_->moves && drag_->id == card.id;
-    return moved ? card.rect.translated(drag_->translation) : card.rect;
+    return moved ? card.rect.translated(translation()) : card.rect;
+}
+
+QPointF CanvasArea::translation() const {
+    return mapFrom(window(), drag_->pointer) - drag_->pressed;
 }
 
 const CanvasCard *CanvasArea::cardAt(const QPointF &position) const {
@@ -184,7 +133,7 @@ void CanvasArea::setCurrentCard(const QString &id) {
 void CanvasArea::followCurrentCard() {
     const CanvasCard *current = currentCard();
     if (current != nullptr && byKeyboard_)
-        Q_EMIT currentCardAt(touched(placeOf(*current)));
+        Q_EMIT currentCardAt(CardPainter::extent(placeOf(*current)));
 }
 
 void CanvasArea::makeMaster(const QString &id) {
@@ -192,10 +141,9 @@ void CanvasArea::makeMaster(const QString &id) {
         Q_EMIT masterPicked(id);
 }
 
-void CanvasArea::moveCurrentCard(StepDirection direction, double distance) {
-    if (currentCard() == nullptr)
-        return;
-    ask(commitStep(shownDesk(), currentID_, direction, distance));
+void CanvasArea::moveCurrentCard(QPointF distance) {
+    arrangement_.step(currentID_, distance);
+    ask(arrangement_.nextSave());
     followCurrentCard();
 }
 
@@ -206,61 +154,40 @@ QSize CanvasArea::sizeHint() const {
 QVariant CanvasArea::inputMethodQuery(Qt::InputMethodQuery query) const {
     const CanvasCard *current = currentCard();
     if (query == Qt::ImCursorRectangle && current != nullptr)
-        return touched(placeOf(*current));
+        return CardPainter::extent(placeOf(*current));
     return QWidget::inputMethodQuery(query);
 }
 
 void CanvasArea::updateCard(const CanvasCard *card) {
     if (card != nullptr)
-        update(touched(placeOf(*card)));
+        update(CardPainter::extent(placeOf(*card)));
 }
 
 void CanvasArea::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     const CardPainter cards(palette(), font());
-    if (drag_ && drag_->moves)
-        paintDrag(painter, cards);
-    else
-        paintCards(painter, cards, event->rect());
+    cards.paintBackground(painter, rect());
+    paintCards(painter, cards, event->rect());
 
     const CanvasCard *current = currentCard();
     if (current != nullptr && byKeyboard_ && hasFocus())
         cards.paintFocus(painter, placeOf(*current));
 }
 
-/// The cards that lie still.
+/// The one that is dragged floats above the others.
 void CanvasArea::paintCards(QPainter &painter, const CardPainter &cards, const QRectF &dirty) const {
-    cards.paintBackground(painter, rect());
+    const auto paint = [&](const CanvasCard &card) {
+        const QRectF place = placeOf(card);
+        if (dirty.intersects(CardPainter::extent(place)))
+            cards.paintCard(painter, card, place, fade_.amount(card.id));
+    };
+    const CanvasCard *floating = drag_ && drag_->moves ? cardWithID(drag_->id) : nullptr;
     for (const CanvasCard &card : cards_) {
-        const bool floats = drag_ && drag_->moves && drag_->id == card.id;
-        if (!floats && dirty.intersects(touched(card.rect)))
-            cards.paintCard(painter, card, card.rect, fade_.amount(card.id));
+        if (&card != floating)
+            paint(card);
     }
-}
-
-/// However many cards lie still, they cost one picture while another card moves over them.
-void CanvasArea::paintDrag(QPainter &painter, const CardPainter &cards) {
-    // The canvas may begin between two pixels of the screen; its picture begins on one.
-    const QTransform toDevice = painter.deviceTransform();
-    const QTransform toOrigin =
-        QTransform::fromTranslate(std::floor(toDevice.dx()), std::floor(toDevice.dy()));
-    const QTransform inPicture = toDevice * toOrigin.inverted();
-    if (backdrop_.isNull() || backdropTransform_ != inPicture) {
-        backdropTransform_ = inPicture;
-        const QRectF extent = inPicture.mapRect(QRectF(rect()));
-        backdrop_ = QPixmap(static_cast<int>(std::ceil(extent.right())),
-                            static_cast<int>(std::ceil(extent.bottom())));
-        backdrop_.fill(Qt::transparent);
-        QPainter still(&backdrop_);
-        still.setTransform(inPicture);
-        paintCards(still, cards, rect());
-    }
-    painter.save();
-    painter.setTransform(toOrigin * toDevice.inverted() * painter.transform());
-    painter.drawPixmap(QPoint(), backdrop_);
-    painter.restore();
-    if (const CanvasCard *card = cardWithID(drag_->id))
-        cards.paintCard(painter, *card, placeOf(*card), fade_.amount(card->id));
+    if (floating != nullptr)
+        paint(*floating);
 }
 
 void CanvasArea::resizeEvent(QResizeEvent *) {
@@ -271,13 +198,16 @@ void CanvasArea::mousePressEvent(QMouseEvent *event) {
     if (event->button() != Qt::LeftButton)
         return;
     endDrag();
-    const CanvasCard *card = cardAt(event->position());
+    // Qt rounds position() to whole points; scenePosition() tells the pixel of the screen.
+    const QPointF pressed = mapFrom(window(), event->scenePosition());
+    const CanvasCard *card = cardAt(pressed);
     if (card == nullptr)
         return;
     byKeyboard_ = false;
     updateCard(currentCard());
     setCurrentCard(card->id);
-    drag_ = Drag{.id = card->id, .pressed = event->position(), .translation = {}};
+    arrangement_.hold(card->id);
+    drag_ = Drag{.id = card->id, .pressed = pressed, .pointer = event->scenePosition()};
 }
 
 void CanvasArea::mouseMoveEvent(QMouseEvent *event) {
@@ -285,21 +215,27 @@ void CanvasArea::mouseMoveEvent(QMouseEvent *event) {
         return;
     if (!event->buttons().testFlag(Qt::LeftButton))
         return endDrag();
-    const QPointF translation = event->position() - drag_->pressed;
-    if (!drag_->moves && std::hypot(translation.x(), translation.y()) < dragDistance)
-        return;
+    followPointer(*event);
+}
+
+void CanvasArea::followPointer(const QMouseEvent &event) {
     updateCard(cardWithID(drag_->id));
-    drag_->moves = true;
-    drag_->translation = translation;
+    drag_->pointer = event.scenePosition();
+    const QPointF by = translation();
+    drag_->moves = drag_->moves || std::hypot(by.x(), by.y()) >= dragDistance;
     updateCard(cardWithID(drag_->id));
 }
 
 void CanvasArea::mouseReleaseEvent(QMouseEvent *event) {
     if (event->button() != Qt::LeftButton || !drag_)
         return;
+    followPointer(*event);
+    const QPointF distance = fit_.toUnits(translation());
     const Drag drag = *std::exchange(drag_, std::nullopt);
+    update();
     if (drag.moves)
-        return ask(commitDrag(shownDesk(), drag.id, drag.translation, fit_.scale));
+        return ask(arrangement_.drop(distance));
+    arrangement_.letGo();
     reshow();
     makeMaster(drag.id);
 }
@@ -309,6 +245,7 @@ void CanvasArea::endDrag() {
     if (!drag_)
         return;
     drag_.reset();
+    arrangement_.letGo();
     update();
     reshow();
 }
@@ -321,17 +258,17 @@ void CanvasArea::keyPressEvent(QKeyEvent *event) {
     }
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     const bool fine = modifiers == Qt::ShiftModifier;
-    const auto direction = directionOf(event->key());
+    const auto step = stepOf(event->key(), fine);
     const bool activates =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
-    if (currentCard() == nullptr || (!direction && !activates) || (modifiers != Qt::NoModifier && !fine)) {
+    if (currentCard() == nullptr || (!step && !activates) || (modifiers != Qt::NoModifier && !fine)) {
         QWidget::keyPressEvent(event);
         return;
     }
     byKeyboard_ = true;
     updateCard(currentCard());
-    if (direction)
-        moveCurrentCard(*direction, fine ? keyboardFineStep : keyboardStep);
+    if (step)
+        moveCurrentCard(*step);
     else if (!event->isAutoRepeat())
         makeMaster(currentID_);
 }
@@ -375,7 +312,6 @@ bool CanvasArea::focusNextPrevChild(bool next) {
 void CanvasArea::changeEvent(QEvent *event) {
     if (event->type() == QEvent::EnabledChange)
         endDrag();
-    backdrop_ = {};
     QWidget::changeEvent(event);
 }
 
@@ -383,7 +319,7 @@ void CanvasArea::changeEvent(QEvent *event) {
 void CanvasArea::showWholeTitle(const QHelpEvent &event) {
     const CanvasCard *card = cardAt(event.pos());
     if (card != nullptr && !CardPainter(palette(), font()).showsWholeTitle(*card))
-        showToolTip(event, card->title, this, touched(placeOf(*card)));
+        showToolTip(event, card->title, this, CardPainter::extent(placeOf(*card)));
 }
 
 bool CanvasArea::event(QEvent *event) {

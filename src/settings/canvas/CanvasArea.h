@@ -1,11 +1,9 @@
 #pragma once
 
+#include "settings/canvas/Arrangement.h"
 #include "settings/canvas/CanvasModel.h"
 #include "settings/canvas/MasterFade.h"
 
-#include <QPixmap>
-#include <QTimer>
-#include <QTransform>
 #include <QWidget>
 
 #include <optional>
@@ -20,8 +18,8 @@ class CardPainter;
 /// The area of the canvas that the cards lie on. Each card is one stop for the Tab key; the arrow keys move
 /// it, and Return or Space makes it the master.
 ///
-/// Nothing that the service publishes disturbs a drag: the scale stays, and the drop moves the card within
-/// what was published last. What the user arranged is shown until the service has answered, but not for long.
+/// Nothing that the service publishes disturbs a drag: the scale stays, and the card is dropped where the
+/// pointer holds it, among what was published last. What the user arranged is shown until its save has ended.
 class CanvasArea final : public QWidget {
     Q_OBJECT
 
@@ -30,6 +28,10 @@ public:
     ~CanvasArea() override;
 
     void render(const ScreenDesk &desk, const QString &masterID);
+    /// A save that `arranged` asked for has ended; what an answered one brought about is rendered.
+    void saveEnded(int save, bool isAnswered);
+    /// What would be asked for once the saves under way have ended, for an owner that does not wait for them.
+    std::optional<Arrangement::Save> lastSave() { return arrangement_.lastSave(); }
 
     /// What is shown, in drawing order. No two cards have the same identifier.
     const std::vector<CanvasCard> &cards() const { return cards_; }
@@ -50,7 +52,8 @@ public:
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
 Q_SIGNALS:
-    void arranged(const ScreenLayout &layout);
+    /// The owner saves the layout, and tells by saveEnded().
+    void arranged(const ScreenLayout &layout, int save);
     void masterPicked(const QString &id);
     /// The keyboard has reached or moved a card, which now lies at `place`.
     void currentCardAt(const QRect &place);
@@ -72,38 +75,31 @@ private:
     /// From the press of the button to its release.
     struct Drag {
         QString id;
-        QPointF pressed;
-        QPointF translation;
+        QPointF pressed;    ///< on the canvas
+        QPointF pointer;    ///< in the window, in which the canvas may scroll
         bool moves = false; ///< has left the distance within which it is a tap
     };
 
-    ScreenDesk shownDesk() const;
     void reshow();
+    void followPointer(const QMouseEvent &event);
+    QPointF translation() const;
     void endDrag();
-    void ask(const ScreenLayout &layout);
-    void noteAnswer(const ScreenLayout &published);
-    void moveCurrentCard(StepDirection direction, double distance);
+    void ask(const std::optional<Arrangement::Save> &save);
+    void moveCurrentCard(QPointF distance);
     void followCurrentCard();
     void keepCurrentCard(const std::vector<CanvasCard> &before);
     void showWholeTitle(const QHelpEvent &event);
     void updateCard(const CanvasCard *card);
     void paintCards(QPainter &painter, const CardPainter &cards, const QRectF &dirty) const;
-    void paintDrag(QPainter &painter, const CardPainter &cards);
 
-    ScreenDesk desk_; ///< as published
+    Arrangement arrangement_;
     QString masterID_;
     CanvasFit fit_;
     std::vector<CanvasCard> cards_;
     std::optional<Drag> drag_;
-    /// The layouts that the user asked for and the service has not answered yet; the last one is shown.
-    std::vector<ScreenLayout> asked_;
-    QTimer patience_;
     MasterFade fade_{*this};
     QString currentID_;
     bool byKeyboard_ = false; ///< the user works by keyboard and sees where
-    /// All but the dragged card, and the transform that it was painted under.
-    QPixmap backdrop_;
-    QTransform backdropTransform_;
 };
 
 } // namespace quorbit

@@ -3,10 +3,25 @@
 #include "wording/DisplayLine.h"
 
 #include <QCoreApplication>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
 namespace quorbit {
+
+namespace {
+
+/// Cards that claim to be the same device lie on the same place; one of them is enough.
+void keepDistinct(std::vector<CanvasCard> &cards) {
+    QSet<QString> seen;
+    std::erase_if(cards, [&seen](const CanvasCard &card) {
+        const bool known = seen.contains(card.id);
+        seen.insert(card.id);
+        return known;
+    });
+}
+
+} // namespace
 
 std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &masterID, const CanvasFit &fit) {
     const std::vector<ScreenPlacement> rects = cardRects(desk);
@@ -17,10 +32,10 @@ std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &maste
     for (std::size_t index = 0; index < desk.devices.size(); ++index) {
         const DeviceCard &device = desk.devices[index];
         CanvasCard card{.id = device.id,
-                        .title = displayLine(device.name),
+                        .title = displayName(device.name),
                         .symbol = cardSymbol(device.platform),
                         .statusText = {},
-                        .statusTint = device.online ? Tint::green : Tint::secondary,
+                        .statusColor = device.online ? TextColor::green : TextColor::secondary,
                         .isSelf = device.id == desk.selfID,
                         .isMaster = device.id == masterID,
                         .isOnline = device.online,
@@ -32,6 +47,7 @@ std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &maste
             card.statusText = device.online ? qtTrId("kvm.canvas.online") : qtTrId("kvm.canvas.offline");
         cards.push_back(std::move(card));
     }
+    keepDistinct(cards);
     return cards;
 }
 

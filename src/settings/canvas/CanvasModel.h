@@ -1,8 +1,8 @@
 #pragma once
 
-#include "settings/Tint.h"
 #include "settings/canvas/ScreenLayout.h"
 #include "settings/canvas/ScreenRelations.h"
+#include "ui/look/TextColor.h"
 
 #include <QString>
 
@@ -17,7 +17,7 @@ struct CanvasCard {
     QString title;
     QString symbol;
     QString statusText; ///< empty on this computer's card, which has no such line
-    Tint statusTint = Tint::secondary;
+    TextColor statusColor = TextColor::secondary;
     bool isSelf = false;
     bool isMaster = false;
     bool isOnline = false;
@@ -27,7 +27,7 @@ struct CanvasCard {
     bool operator==(const CanvasCard &) const = default;
 };
 
-/// What the canvas shows, in drawing order.
+/// What the canvas shows, in drawing order. No two cards have the same identifier.
 std::vector<CanvasCard> canvasCards(const ScreenDesk &desk, const QString &masterID, const CanvasFit &fit);
 
 } // namespace quorbit

@@ -1,6 +1,5 @@
 #include "settings/canvas/CardPainter.h"
 
-#include "settings/TintColor.h"
 #include "ui/look/Frame.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
@@ -29,6 +28,7 @@ constexpr double lineGap = 2;
 constexpr double badgeGap = 4;
 constexpr double focusGap = 1;
 constexpr double focusWidth = 2;
+constexpr int reach = 4;            // around a card, of all that is painted of it
 constexpr double leastReadable = 2; // pixels; smaller text would only be a smear
 // Coordinates beyond it are of no use to a painter, which computes in smaller numbers.
 constexpr double farthest = 1e5;
@@ -150,7 +150,7 @@ void CardPainter::paintContent(QPainter &painter, const CanvasCard &card, const 
     paintLine(card.title, nameFont, nameHeight, padding + namePadding, TextColor::primary);
     top += nameHeight + lineGap;
     if (!card.isSelf)
-        paintLine(card.statusText, statusFont, statusHeight - lineGap, padding, textColorOf(card.statusTint));
+        paintLine(card.statusText, statusFont, statusHeight - lineGap, padding, card.statusColor);
 }
 
 CardMetrics CardPainter::sizes(double height) const {
@@ -168,6 +168,10 @@ bool CardPainter::showsWholeTitle(const CanvasCard &card) const {
     const double size = sizes(card.rect.height()).name;
     const double room = card.rect.width() - 2 * (padding + namePadding);
     return size >= leastReadable && textWidth(font(size, QFont::Medium), card.title) <= room;
+}
+
+QRect CardPainter::extent(const QRectF &place) {
+    return place.toAlignedRect().adjusted(-reach, -reach, reach, reach);
 }
 
 void CardPainter::paintFocus(QPainter &painter, const QRectF &place) const {

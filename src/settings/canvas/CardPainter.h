@@ -22,8 +22,8 @@ public:
     /// Whether the name of a card can be read on it.
     bool showsWholeTitle(const CanvasCard &card) const;
 
-    /// How far around a card's rectangle its painting may reach.
-    static constexpr int reach = 4;
+    /// All that painting a card at that place may touch.
+    static QRect extent(const QRectF &place);
 
 private:
     void paintContent(QPainter &painter, const CanvasCard &card, const QRectF &place, const QPalette &colors,

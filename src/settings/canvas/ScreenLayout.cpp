@@ -25,12 +25,6 @@ bool isUsable(const ScreenPlacement &placement) {
            isWithinLimit(placement.h);
 }
 
-/// The same area with sizes that are not negative.
-ScreenPlacement standardized(const ScreenPlacement &rect) {
-    return {rect.x + std::min(rect.w, 0.0), rect.y + std::min(rect.h, 0.0), std::abs(rect.w),
-            std::abs(rect.h)};
-}
-
 ScreenPlacement united(const ScreenPlacement &a, const ScreenPlacement &b) {
     const double left = std::min(a.x, b.x);
     const double top = std::min(a.y, b.y);
@@ -51,25 +45,6 @@ ScreenPlacement columnRect(std::size_t index) {
             defaultHeight};
 }
 
-/// `distance` is in layout units.
-ScreenLayout moved(const ScreenDesk &desk, const QString &id, QPointF distance) {
-    const auto landed = [](double from, double by) {
-        return std::clamp(std::isfinite(by) ? from + by : from, -layoutLimit, layoutLimit);
-    };
-    ScreenPlacement rect = standardized(rectFor(desk, id));
-    rect.x = landed(rect.x, distance.x());
-    rect.y = landed(rect.y, distance.y());
-
-    ScreenLayout layout = desk.layout;
-    std::erase_if(layout, [](const auto &entry) { return !isUsable(entry.second); });
-    layout.insert_or_assign(id, rect);
-    for (const DeviceCard &device : desk.devices) {
-        if (!layout.contains(device.id))
-            layout.emplace(device.id, rectFor(desk, device.id));
-    }
-    return normalized(std::move(layout));
-}
-
 } // namespace
 
 ScreenPlacement rectFor(const ScreenDesk &desk, const QString &id) {
@@ -82,6 +57,11 @@ ScreenPlacement rectFor(const ScreenDesk &desk, const QString &id) {
     return columnRect(first == desk.devices.end()
                           ? 0
                           : static_cast<std::size_t>(std::distance(desk.devices.begin(), first)));
+}
+
+ScreenPlacement standardized(const ScreenPlacement &rect) {
+    return {rect.x + std::min(rect.w, 0.0), rect.y + std::min(rect.h, 0.0), std::abs(rect.w),
+            std::abs(rect.h)};
 }
 
 std::vector<ScreenPlacement> cardRects(const ScreenDesk &desk) {
@@ -123,22 +103,28 @@ QRectF CanvasFit::toView(const ScreenPlacement &rect) const {
     return QRectF(QPointF(drawn(x), drawn(y)), QPointF(drawn(x + scale * from.w), drawn(y + scale * from.h)));
 }
 
-ScreenLayout commitDrag(const ScreenDesk &desk, const QString &id, QPointF translation, double scale) {
-    return moved(desk, id, scale > 0 ? translation / scale : QPointF());
+bool hasCard(const ScreenDesk &desk, const QString &id) {
+    return std::any_of(desk.devices.begin(), desk.devices.end(),
+                       [&id](const DeviceCard &device) { return device.id == id; });
 }
 
-ScreenLayout commitStep(const ScreenDesk &desk, const QString &id, StepDirection direction, double distance) {
-    switch (direction) {
-    case StepDirection::left:
-        return moved(desk, id, {-distance, 0});
-    case StepDirection::right:
-        return moved(desk, id, {distance, 0});
-    case StepDirection::up:
-        return moved(desk, id, {0, -distance});
-    case StepDirection::down:
-        break;
+ScreenLayout pinned(const ScreenDesk &desk) {
+    ScreenLayout layout = desk.layout;
+    std::erase_if(layout, [](const auto &entry) { return !isUsable(entry.second); });
+    for (const DeviceCard &device : desk.devices) {
+        if (!layout.contains(device.id))
+            layout.emplace(device.id, rectFor(desk, device.id));
     }
-    return moved(desk, id, {0, distance});
+    return layout;
+}
+
+ScreenPlacement movedBy(ScreenPlacement rect, QPointF distance) {
+    const auto landed = [](double from, double by) {
+        return std::clamp(std::isfinite(by) ? from + by : from, -layoutLimit, layoutLimit);
+    };
+    rect.x = landed(rect.x, distance.x());
+    rect.y = landed(rect.y, distance.y());
+    return rect;
 }
 
 ScreenLayout normalized(ScreenLayout layout) {

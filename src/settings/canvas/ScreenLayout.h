@@ -41,7 +41,9 @@ struct ScreenDesk {
 
 /// The rectangle of a device in layout units: as stored, else the default one.
 ScreenPlacement rectFor(const ScreenDesk &desk, const QString &id);
-/// rectFor() of every card, in their order, with sizes that are not negative.
+/// The same area with sizes that are not negative.
+ScreenPlacement standardized(const ScreenPlacement &rect);
+/// rectFor() of every card, in their order, standardized.
 std::vector<ScreenPlacement> cardRects(const ScreenDesk &desk);
 /// What has to fit into the canvas: all cards and a margin around them, in layout units.
 ScreenPlacement unionRect(const ScreenDesk &desk);
@@ -54,21 +56,16 @@ struct CanvasFit {
 
     /// A rectangle of the desk on the canvas.
     QRectF toView(const ScreenPlacement &rect) const;
+    /// A distance on the canvas in layout units; nothing on a canvas without an area.
+    QPointF toUnits(QPointF distance) const { return scale > 0 ? distance / scale : QPointF(); }
 };
 CanvasFit fitInto(const ScreenDesk &desk, QSizeF canvas);
 
-/// The layout after the card `id` was dropped `translation` canvas points away from where it was drawn. Every
-/// card has an entry in it, and it is normalized. A translation that is not finite or a scale that is not
-/// positive moves nothing.
-ScreenLayout commitDrag(const ScreenDesk &desk, const QString &id, QPointF translation, double scale);
-
-enum class StepDirection { left, right, up, down };
-/// How far an arrow key moves a card, in layout units.
-constexpr double keyboardStep = 100;
-constexpr double keyboardFineStep = 10;
-/// The layout after a step by keyboard: a drop `distance` layout units away.
-ScreenLayout commitStep(const ScreenDesk &desk, const QString &id, StepDirection direction, double distance);
-
+bool hasCard(const ScreenDesk &desk, const QString &id);
+/// The layout with an entry for every card where it is shown, and none that counts as absent.
+ScreenLayout pinned(const ScreenDesk &desk);
+/// The rectangle `distance` layout units away, within the limit; a distance that is not finite moves nothing.
+ScreenPlacement movedBy(ScreenPlacement rect, QPointF distance);
 /// The layout shifted so that its leftmost screen lies at x = 0 and its topmost at y = 0.
 ScreenLayout normalized(ScreenLayout layout);
 

@@ -41,4 +41,12 @@ void ScreenLayoutCanvas::render(const ScreenDesk &desk, const QString &masterID)
     area_->render(desk, masterID);
 }
 
+void ScreenLayoutCanvas::saveEnded(int save, bool isAnswered) {
+    area_->saveEnded(save, isAnswered);
+}
+
+std::optional<Arrangement::Save> ScreenLayoutCanvas::lastSave() {
+    return area_->lastSave();
+}
+
 } // namespace quorbit

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/canvas/ScreenLayout.h"
+#include "settings/canvas/Arrangement.h"
 
 #include <QWidget>
 
@@ -18,10 +18,14 @@ public:
 
     /// What is arranged; nothing is repainted while it stays the same.
     void render(const ScreenDesk &desk, const QString &masterID);
+    /// A save that `arranged` asked for has ended; what an answered one brought about is rendered.
+    void saveEnded(int save, bool isAnswered);
+    /// What would be asked for once the saves under way have ended, for an owner that does not wait for them.
+    std::optional<Arrangement::Save> lastSave();
 
 Q_SIGNALS:
-    /// The user dropped a card or moved it by keyboard.
-    void arranged(const quorbit::ScreenLayout &layout);
+    /// The user dropped a card or moved it by keyboard. The owner saves the layout, and tells by saveEnded().
+    void arranged(const quorbit::ScreenLayout &layout, int save);
     /// The user chose a card other than the master's.
     void masterPicked(const QString &id);
     /// The keyboard has reached or moved the card at `place`, which should be in sight.

@@ -10,7 +10,6 @@ public:
     Spring(double response, double damping, double value = 0);
 
     double value() const { return target_ + offset_; }
-    double target() const { return target_; }
     void setTarget(double target);
     /// Lets time pass. The movement is exact, however long the step.
     void advance(double seconds);

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+class QBoxLayout;
+
 namespace quorbit {
 
 class Button;
@@ -28,13 +30,18 @@ public:
 Q_SIGNALS:
     void removeRequested();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void fill(const DevicesModel::Row &model);
+    void arrange();
 
     DevicesModel::Row shown_;
     SymbolLabel *symbol_;
     TextLabel *name_;
     TextLabel *badge_;
+    QBoxLayout *title_;
     SelectableText *fingerprint_;
     Button *remove_;
 };

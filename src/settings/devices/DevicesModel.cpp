@@ -46,13 +46,13 @@ DevicesModel devicesModel(const ServiceState &service, const std::optional<Devic
     for (const Device &device : service.devices)
         model.rows.push_back({.deviceId = device.device_id,
                               .symbol = device.platform == u"darwin"_s ? u"laptopcomputer"_s : u"pc"_s,
-                              .name = displayLine(device.name),
+                              .name = displayName(device.name),
                               .badge = badge(device, now, formats),
-                              .badgeTint = isOnline(device) ? Tint::green : Tint::secondary,
+                              .badgeColor = isOnline(device) ? TextColor::green : TextColor::secondary,
                               .fingerprint = shortFingerprint(device)});
     if (pendingUnpair)
         model.confirmation = DevicesModel::Confirmation{
-            pendingUnpair->device_id, qtTrId("devices.unpair.message").arg(displayLine(pendingUnpair->name))};
+            pendingUnpair->device_id, qtTrId("devices.unpair.message").arg(displayName(pendingUnpair->name))};
     return model;
 }
 

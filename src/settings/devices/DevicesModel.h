@@ -1,7 +1,7 @@
 #pragma once
 
 #include "daemon/ServiceState.h"
-#include "settings/Tint.h"
+#include "ui/look/TextColor.h"
 
 #include <QString>
 
@@ -20,7 +20,7 @@ struct DevicesModel {
         QString symbol;
         QString name;
         QString badge;
-        Tint badgeTint = Tint::secondary;
+        TextColor badgeColor = TextColor::secondary;
         QString fingerprint; ///< with its label, shortened
 
         bool operator==(const Row &) const = default;

@@ -5,6 +5,7 @@
 #include "settings/pairing/PairSheetView.h"
 #include "ui/controls/Button.h"
 #include "ui/form/Form.h"
+#include "ui/look/Layouts.h"
 #include "ui/look/Theme.h"
 #include "ui/overlay/Alert.h"
 #include "ui/overlay/Sheet.h"
@@ -50,17 +51,16 @@ protected:
 } // namespace
 
 DevicesTab::DevicesTab(Daemon &daemon, const TimeFormats &formats, Clock &clock, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , daemon_(daemon)
     , formats_(formats)
     , clock_(clock)
-    , rowsLayout_(new QVBoxLayout)
+    , rowsLayout_(columnLayout())
     , rows_(rowsLayout_)
     , more_(new TextLabel(TextStyle::caption, TextColor::secondary))
     , emptyPage_(makeEmptyPage())
     , listPage_(makeListPage()) {
-    auto *pages = new QVBoxLayout(this);
-    pages->setContentsMargins({});
+    QVBoxLayout *pages = columnLayout(this);
     pages->addWidget(emptyPage_);
     pages->addWidget(listPage_);
     listPage_->hide();
@@ -82,9 +82,9 @@ QWidget *DevicesTab::makeEmptyPage() {
     auto *title = new TextLabel(qtTrId("devices.empty.title"), TextStyle::body, TextColor::secondary);
     auto *hint = new TextLabel(qtTrId("devices.empty.hint"), TextStyle::caption, TextColor::tertiary);
     for (TextLabel *text : {title, hint}) {
-        text->setOverflow(TextLabel::Overflow::wrap);
+        wrapping(text);
         text->setAlignment(Qt::AlignCenter);
-        text->setMaximumWidth(static_cast<int>(emptyTextWidth * fontScale(font())));
+        text->setMaximumWidth(scaled(emptyTextWidth, font()));
     }
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
@@ -108,29 +108,44 @@ QWidget *DevicesTab::makeListPage() {
     auto *area = new RowArea;
     area->setLayout(rowsLayout_);
     area->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    rowsLayout_->setContentsMargins({});
-    rowsLayout_->setSpacing(0);
     auto *list = new Form;
     list->addSection(area);
     list->addSection(more_);
 
-    auto *hint = new TextLabel(qtTrId("devices.footer.hint"), TextStyle::caption, TextColor::tertiary);
-    hint->setOverflow(TextLabel::Overflow::wrap);
+    const auto makeHint = [] {
+        return wrapping(
+            new TextLabel(qtTrId("devices.footer.hint"), TextStyle::caption, TextColor::tertiary));
+    };
+    hint_ = makeHint();
+    hintBelowRows_ = makeHint();
+    hintBelowRows_->hide();
+    list->addSection(hintBelowRows_);
     add_ = makeAddButton();
     auto *footer = new QHBoxLayout;
     footer->setContentsMargins(windowMargin, footerPadding, windowMargin, windowMargin);
     footer->setSpacing(footerGap);
-    footer->addWidget(hint, 1);
-    footer->addWidget(add_);
+    footer->addWidget(hint_, 1);
+    footer->addWidget(add_, 0, Qt::AlignTrailing);
 
     auto *page = new QWidget;
-    auto *column = new QVBoxLayout(page);
-    column->setContentsMargins({});
-    column->setSpacing(0);
+    QVBoxLayout *column = columnLayout(page);
     column->addWidget(list, 1);
     column->addWidget(new Divider);
     column->addLayout(footer);
     return page;
+}
+
+/// At large fonts the hint would take the rows' room, so it stands below them and scrolls with them.
+void DevicesTab::placeHint() {
+    const QSize button = add_->sizeHint();
+    const int room = width() - 2 * windowMargin - footerGap - button.width();
+    const bool fits = hint_->heightForWidth(std::max(room, 1)) <= button.height();
+    hint_->setVisible(fits);
+    hintBelowRows_->setVisible(!fits);
+}
+
+void DevicesTab::resizeEvent(QResizeEvent *) {
+    placeHint();
 }
 
 DeviceRow *DevicesTab::makeRow(const DevicesModel::Row &model) {
@@ -142,7 +157,7 @@ DeviceRow *DevicesTab::makeRow(const DevicesModel::Row &model) {
 void DevicesTab::render(const DevicesModel &model) {
     if (shown_ == model)
         return;
-    shown_ = model;
+    shown_ = DevicesModel(model); // not in the room of a list that may have been much longer
     renderRows(model.rows);
     renderAlert(model.confirmation);
 }
@@ -169,12 +184,7 @@ void DevicesTab::renderRows(const std::vector<DevicesModel::Row> &rows) {
 }
 
 void DevicesTab::renderAlert(const std::optional<DevicesModel::Confirmation> &confirmation) {
-    if (!confirmation) {
-        if (alert_)
-            alert_->dismiss();
-        return;
-    }
-    if (alert_)
+    if (!confirmation || alert_)
         return;
     alert_ = new Alert({.title = qtTrId("devices.unpair.title"),
                         .message = confirmation->message,
@@ -185,33 +195,28 @@ void DevicesTab::renderAlert(const std::optional<DevicesModel::Confirmation> &co
     connect(alert_, &Alert::dismissed, this, [this] {
         alert_.clear();
         pendingUnpair_.reset();
-        refresh();
+        showState();
     });
     alert_->open();
 }
 
-void DevicesTab::refresh() {
+void DevicesTab::showState() {
     const auto now = static_cast<qint64>(std::floor(clock_.now() * 1000));
     render(devicesModel(daemon_.state(), pendingUnpair_, now, formats_));
     keepTimesCurrent(now);
+    if (sheet_)
+        pairing_->showState();
 }
 
 void DevicesTab::keepTimesCurrent(qint64 now) {
     timesExpire_.reset();
-    if (!isVisible())
-        return;
     if (const auto holds = devicesModelHoldsFor(daemon_.state(), now))
-        timesExpire_ = clock_.after(*holds, [this] { refresh(); });
-}
-
-void DevicesTab::showEvent(QShowEvent *event) {
-    refresh(); // from now on the times run
-    QWidget::showEvent(event);
+        timesExpire_ = clock_.after(*holds, [this] { showState(); });
 }
 
 void DevicesTab::hideEvent(QHideEvent *event) {
     timesExpire_.reset();
-    QWidget::hideEvent(event);
+    SettingsTab::hideEvent(event);
 }
 
 void DevicesTab::askToUnpair(const QString &deviceId) {
@@ -221,17 +226,17 @@ void DevicesTab::askToUnpair(const QString &deviceId) {
     if (found == devices.end())
         return;
     pendingUnpair_ = *found;
-    refresh();
+    showState();
 }
 
 void DevicesTab::openPairSheet() {
     if (sheet_)
         return;
     sheet_ = new Sheet(qtTrId("devices.add.title"), pairSheetSize, this);
-    auto *form = new PairSheetView(daemon_, clock_);
-    sheet_->content()->addWidget(form);
-    sheet_->setDefaultButton(form->doneButton());
-    connect(form, &PairSheetView::finished, sheet_, &Sheet::dismiss);
+    pairing_ = new PairSheetView(daemon_, clock_);
+    sheet_->content()->addWidget(pairing_);
+    sheet_->setDefaultButton(pairing_->doneButton());
+    connect(pairing_, &PairSheetView::finished, sheet_, &Sheet::dismiss);
     connect(sheet_, &Sheet::dismissed, this, [this] { sheet_.clear(); });
     sheet_->open();
 }

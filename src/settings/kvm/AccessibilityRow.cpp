@@ -1,7 +1,7 @@
 #include "settings/kvm/AccessibilityRow.h"
 
-#include "settings/TintColor.h"
 #include "ui/controls/Button.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
 
@@ -21,11 +21,9 @@ constexpr int buttonGap = 6;
 AccessibilityRow::AccessibilityRow(QWidget *parent)
     : QWidget(parent)
     , symbol_(new SymbolLabel({}, symbolSize))
-    , title_(new TextLabel(TextStyle::headline))
-    , description_(new TextLabel(TextStyle::caption, TextColor::secondary))
+    , title_(wrapping(new TextLabel(TextStyle::headline)))
+    , description_(wrapping(new TextLabel(TextStyle::caption, TextColor::secondary)))
     , buttons_(makeButtons()) {
-    for (TextLabel *label : {title_, description_})
-        label->setOverflow(TextLabel::Overflow::wrap);
     auto *texts = new QVBoxLayout;
     texts->setSpacing(lineGap);
     texts->addWidget(title_);
@@ -53,9 +51,7 @@ QWidget *AccessibilityRow::makeButtons() {
     connect(grant, &Button::clicked, this, &AccessibilityRow::grantRequested);
     connect(restart, &Button::clicked, this, &AccessibilityRow::restartRequested);
     auto *buttons = new QWidget(this);
-    auto *column = new QVBoxLayout(buttons);
-    column->setContentsMargins({});
-    column->setSpacing(buttonGap);
+    QVBoxLayout *column = columnLayout(buttons, buttonGap);
     column->addWidget(grant, 0, Qt::AlignTrailing);
     column->addWidget(restart, 0, Qt::AlignTrailing);
     return buttons;
@@ -77,7 +73,7 @@ void AccessibilityRow::render(const KvmModel::Accessibility &model) {
         return;
     shown_ = model;
     symbol_->setSymbol(model.symbol);
-    symbol_->setColor(textColorOf(model.tint));
+    symbol_->setColor(model.color);
     title_->setText(model.title);
     description_->setText(model.description);
     buttons_->setVisible(model.offersGrant);

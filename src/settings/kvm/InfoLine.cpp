@@ -15,7 +15,7 @@ constexpr int padding = 2;
 InfoLine::InfoLine(const QString &icon, const QString &text, QWidget *parent) : QWidget(parent) {
     auto *line = new IconLabel(icon, text, TextStyle::callout, TextColor::secondary);
     line->symbol().setColumnWidth(symbolColumn);
-    line->text().setOverflow(TextLabel::Overflow::wrap);
+    wrapping(&line->text());
     line->setGap(gap);
     auto *stack = new QVBoxLayout(this);
     stack->setContentsMargins(0, padding, 0, padding);

@@ -40,59 +40,62 @@ QString selfID(const ServiceState &service) {
 }
 
 QString masterName(const ServiceState &service, const QString &master) {
-    if (const PeerStatus *peer = connectedPeer(service, master))
-        return displayLine(peer->name);
+    const PeerStatus *peer = connectedPeer(service, master);
+    QString name = displayLine(peer ? peer->name : QString());
     const auto device = std::find_if(service.devices.begin(), service.devices.end(),
                                      [&master](const Device &each) { return each.device_id == master; });
-    return displayLine(device != service.devices.end() ? device->name : firstCharacters(master, 8));
+    if (name.isEmpty() && device != service.devices.end())
+        name = displayLine(device->name);
+    return name.isEmpty() ? displayName(firstCharacters(master, 8)) : name;
 }
 
 /// The first thing that still stands in the way of sharing, or that nothing does.
 std::optional<KvmModel::StatusLine> statusLine(const ServiceState &service, bool isTrusted) {
     if (!service.settings || !service.settings->kvm_enabled)
         return std::nullopt;
-    const auto line = [](Tint dot, const QString &text) { return KvmModel::StatusLine{dot, text}; };
+    const auto line = [](TextColor dot, const QString &text) { return KvmModel::StatusLine{dot, text}; };
     if (!isAccessibilityGranted(service, isTrusted))
-        return line(Tint::orange, qtTrId("kvm.status.need_ax"));
+        return line(TextColor::orange, qtTrId("kvm.status.need_ax"));
     if (!service.status || service.status->peers.empty())
-        return line(Tint::orange, qtTrId("kvm.status.waiting"));
+        return line(TextColor::orange, qtTrId("kvm.status.waiting"));
     const QString master = masterID(service);
     if (master.isEmpty())
-        return line(Tint::orange, qtTrId("kvm.status.no_master"));
+        return line(TextColor::orange, qtTrId("kvm.status.no_master"));
     if (master == service.status->device_id)
-        return line(Tint::green, qtTrId("kvm.status.ready"));
+        return line(TextColor::green, qtTrId("kvm.status.ready"));
     const QString name = masterName(service, master);
     if (connectedPeer(service, master))
-        return line(Tint::green, qtTrId("kvm.status.controlled").arg(name));
-    return line(Tint::orange, qtTrId("kvm.status.master_off").arg(name));
+        return line(TextColor::green, qtTrId("kvm.status.controlled").arg(name));
+    return line(TextColor::orange, qtTrId("kvm.status.master_off").arg(name));
 }
 
 std::vector<KvmModel::FooterLine> masterFooter(const ServiceState &service,
                                                const std::vector<DeviceCard> &cards) {
     const QString master = masterID(service);
     if (master.isEmpty())
-        return {{u"exclamationmark.triangle.fill"_s, qtTrId("kvm.master.none"), Tint::orange}};
+        return {{u"exclamationmark.triangle.fill"_s, qtTrId("kvm.master.none"), TextColor::orange}};
     if (master == selfID(service))
-        return {{u"keyboard"_s, qtTrId("kvm.master.local_footer"), Tint::secondary}};
+        return {{u"keyboard"_s, qtTrId("kvm.master.local_footer"), TextColor::secondary}};
     const auto card =
         std::find_if(cards.begin(), cards.end(), [&](const DeviceCard &each) { return each.id == master; });
-    const QString name = card != cards.end() ? displayLine(card->name) : u"?"_s;
+    const QString name = card != cards.end() ? displayName(card->name) : u"?"_s;
     std::vector<KvmModel::FooterLine> lines{
-        {u"keyboard"_s, qtTrId("kvm.master.peer_global").arg(name), Tint::secondary}};
+        {u"keyboard"_s, qtTrId("kvm.master.peer_global").arg(name), TextColor::secondary}};
     if (card != cards.end() && card->platform.value_or(QString()).toLower() == "linux"_L1)
-        lines.push_back({u"command"_s, qtTrId("kvm.master.linux_hotkey"), Tint::secondary});
+        lines.push_back({u"command"_s, qtTrId("kvm.master.linux_hotkey"), TextColor::secondary});
     return lines;
 }
 
 KvmModel::Accessibility accessibility(const ServiceState &service, bool isTrusted) {
     const bool isGranted = isAccessibilityGranted(service, isTrusted);
     if (service.status && service.status->accessibility_needs_restart.value_or(false))
-        return {u"arrow.clockwise.circle.fill"_s, Tint::blue, qtTrId("kvm.accessibility.needs_restart"),
-                qtTrId("kvm.accessibility.needs_restart_desc"), !isGranted};
+        return {u"arrow.clockwise.circle.fill"_s, TextColor::accent,
+                qtTrId("kvm.accessibility.needs_restart"), qtTrId("kvm.accessibility.needs_restart_desc"),
+                !isGranted};
     if (isGranted)
-        return {u"checkmark.shield.fill"_s, Tint::green, qtTrId("kvm.accessibility.granted"),
+        return {u"checkmark.shield.fill"_s, TextColor::green, qtTrId("kvm.accessibility.granted"),
                 qtTrId("kvm.accessibility.granted_desc"), false};
-    return {u"exclamationmark.shield.fill"_s, Tint::orange, qtTrId("kvm.accessibility.not_granted"),
+    return {u"exclamationmark.shield.fill"_s, TextColor::orange, qtTrId("kvm.accessibility.not_granted"),
             qtTrId("kvm.accessibility.not_granted_desc"), true};
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "daemon/ServiceState.h"
-#include "settings/Tint.h"
 #include "settings/canvas/ScreenLayout.h"
+#include "ui/look/TextColor.h"
 
 #include <QString>
 
@@ -27,7 +27,7 @@ std::vector<PickerOption<double>> sensitivityOptions();
 /// What the KVM tab shows, but for its fixed labels and tips.
 struct KvmModel {
     struct StatusLine {
-        Tint dot = Tint::green;
+        TextColor dot = TextColor::green;
         QString text;
 
         bool operator==(const StatusLine &) const = default;
@@ -44,14 +44,14 @@ struct KvmModel {
     struct FooterLine {
         QString symbol;
         QString text;
-        Tint tint = Tint::secondary;
+        TextColor color = TextColor::secondary;
 
         bool operator==(const FooterLine &) const = default;
     };
 
     struct Accessibility {
         QString symbol;
-        Tint tint = Tint::green;
+        TextColor color = TextColor::green;
         QString title;
         QString description;
         bool offersGrant = false; ///< the two buttons

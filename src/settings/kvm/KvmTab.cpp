@@ -3,7 +3,6 @@
 #include "daemon/Daemon.h"
 #include "settings/SettingsEdit.h"
 #include "settings/TellAnswer.h"
-#include "settings/TintColor.h"
 #include "settings/canvas/ScreenLayoutCanvas.h"
 #include "settings/kvm/AccessibilityRow.h"
 #include "settings/kvm/InfoLine.h"
@@ -13,6 +12,7 @@
 #include "ui/form/Form.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/IconLabel.h"
 #include "ui/text/StatusDot.h"
 #include "ui/text/TextLabel.h"
@@ -31,11 +31,6 @@ namespace {
 constexpr int dotGap = 8;
 constexpr int tipGap = 2;
 
-TextLabel *wrapping(TextLabel *label) {
-    label->setOverflow(TextLabel::Overflow::wrap);
-    return label;
-}
-
 int pickerIndex(const std::optional<std::size_t> &option) {
     return option ? static_cast<int>(*option) : -1;
 }
@@ -43,7 +38,7 @@ int pickerIndex(const std::optional<std::size_t> &option) {
 } // namespace
 
 KvmTab::KvmTab(Daemon &daemon, KvmServices services, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , daemon_(daemon)
     , services_(std::move(services))
     , loading_(new FormSection)
@@ -59,9 +54,13 @@ KvmTab::KvmTab(Daemon &daemon, KvmServices services, QWidget *parent)
         form->addSection(section);
         section->hide();
     }
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins({});
-    stack->addWidget(form);
+    columnLayout(this)->addWidget(form);
+}
+
+KvmTab::~KvmTab() {
+    // A card that was moved by keyboard stays where it was left although nobody waits for the earlier save.
+    if (const auto last = canvas_->lastSave())
+        save(&DaemonSettings::kvm_layout, last->layout);
 }
 
 FormSection *KvmTab::makeToggleSection() {
@@ -70,9 +69,7 @@ FormSection *KvmTab::makeToggleSection() {
     dot_ = new StatusDot;
     status_ = wrapping(new TextLabel(TextStyle::callout, TextColor::secondary));
     auto *status = new QWidget;
-    auto *line = new QHBoxLayout(status);
-    line->setContentsMargins({});
-    line->setSpacing(dotGap);
+    QHBoxLayout *line = lineLayout(status, dotGap);
     line->addWidget(dot_);
     line->addWidget(status_, 1);
     statusRow_ = new FormRow(status);
@@ -92,10 +89,9 @@ FormSection *KvmTab::makeToggleSection() {
 
 FormSection *KvmTab::makeLayoutSection() {
     canvas_ = new ScreenLayoutCanvas(this);
-    connect(canvas_, &ScreenLayoutCanvas::arranged, this,
-            [this](const ScreenLayout &layout) { save(&DaemonSettings::kvm_layout, layout); });
+    connect(canvas_, &ScreenLayoutCanvas::arranged, this, &KvmTab::saveLayout);
     connect(canvas_, &ScreenLayoutCanvas::masterPicked, this,
-            [this](const QString &id) { save(&DaemonSettings::kvm_master_id, id); });
+            [this](const QString &id) { save(daemon_, &DaemonSettings::kvm_master_id, id); });
     canvasRow_ = new FormRow(canvas_);
     canvasRow_->hide();
     noPeerRow_ = new FormRow(
@@ -118,7 +114,7 @@ MenuPicker *KvmTab::makePicker(const std::vector<PickerOption<Value>> &options,
     auto *picker = new MenuPicker;
     picker->setOptions(labels);
     connect(picker, &MenuPicker::picked, this, [this, options, member](int index) {
-        save(member, options.at(static_cast<std::size_t>(index)).value);
+        save(daemon_, member, options.at(static_cast<std::size_t>(index)).value);
     });
     return picker;
 }
@@ -126,7 +122,7 @@ MenuPicker *KvmTab::makePicker(const std::vector<PickerOption<Value>> &options,
 FormSection *KvmTab::makeBehaviorSection() {
     swap_ = new Switch;
     connect(swap_, &Switch::flipped, this,
-            [this](bool wanted) { save(&DaemonSettings::kvm_swap_modifiers, wanted); });
+            [this](bool wanted) { save(daemon_, &DaemonSettings::kvm_swap_modifiers, wanted); });
     switchDelay_ = makePicker(switchDelayOptions(), &DaemonSettings::kvm_switch_delay_ms);
     cornerSize_ = makePicker(cornerSizeOptions(), &DaemonSettings::kvm_corner_size);
     sensitivity_ = makePicker(sensitivityOptions(), &DaemonSettings::kvm_sensitivity);
@@ -151,9 +147,7 @@ FormSection *KvmTab::makeAccessibilitySection() {
 
 FormSection *KvmTab::makeTips() {
     auto *tips = new QWidget;
-    auto *column = new QVBoxLayout(tips);
-    column->setContentsMargins({});
-    column->setSpacing(tipGap);
+    QVBoxLayout *column = columnLayout(tips, tipGap);
     column->addWidget(new InfoLine(u"cursorarrow.motionlines"_s, qtTrId("kvm.tip.edge_switch")));
     column->addWidget(new InfoLine(u"keyboard"_s, qtTrId("kvm.tip.escape_hotkey")));
     column->addWidget(new InfoLine(u"lock"_s, qtTrId("kvm.tip.lock_hotkey")));
@@ -164,11 +158,15 @@ FormSection *KvmTab::makeTips() {
     return section;
 }
 
-template <class Value>
-void KvmTab::save(Value DaemonSettings::*member, std::type_identity_t<Value> value) {
-    // A save that fails is not shown: the next poll tells how things stand.
-    if (const auto wanted = edited(daemon_.state().settings, member, std::move(value)))
-        daemon_.saveSettings(*wanted);
+void KvmTab::saveLayout(const ScreenLayout &layout, int number) {
+    const auto record = edited(daemon_.state().settings, &DaemonSettings::kvm_layout, layout);
+    if (!record)
+        return canvas_->saveEnded(number, false);
+    tellOutcome(daemon_.saveSettings(*record), this,
+                [this, number](const std::optional<UpdateResult> &answer) {
+                    showState(); // or the card would go back until the tab is shown what came with the answer
+                    canvas_->saveEnded(number, answer.has_value());
+                });
 }
 
 void KvmTab::enable(bool wanted) {
@@ -177,7 +175,7 @@ void KvmTab::enable(bool wanted) {
         return;
     tellAnswer(daemon_.saveSettings(*record), this, [this](const UpdateResult &result) {
         showsRestartHint_ = showsRestartHint_ || result.need_restart.value_or(false);
-        refresh();
+        showState();
     });
 }
 
@@ -186,7 +184,7 @@ void KvmTab::requestAuthorization() {
     services_.openAccessibilitySettings();
 }
 
-void KvmTab::refresh() {
+void KvmTab::showState() {
     render(kvmModel(daemon_.state(), services_.isAccessibilityTrusted(), showsRestartHint_));
 }
 
@@ -212,7 +210,7 @@ void KvmTab::render(const std::optional<KvmModel> &model) {
 void KvmTab::renderStatus(const KvmModel &model) {
     enabled_->setOn(model.isEnabled);
     if (const auto &line = model.statusLine) {
-        dot_->setColor(textColorOf(line->dot));
+        dot_->setColor(line->dot);
         status_->setText(line->text);
     }
     statusRow_->setVisible(model.statusLine.has_value());

@@ -1,12 +1,10 @@
 #pragma once
 
+#include "settings/SettingsTab.h"
 #include "settings/kvm/KvmModel.h"
-
-#include <QWidget>
 
 #include <functional>
 #include <optional>
-#include <type_traits>
 
 namespace quorbit {
 
@@ -32,14 +30,14 @@ struct KvmServices {
 /// Sharing keyboard and mouse: whether it is on and ready, where the screens stand, how the pointer changes
 /// between them, and the permission that it needs. Every control saves at once and shows what the service
 /// answers.
-class KvmTab final : public QWidget {
+class KvmTab final : public SettingsTab {
     Q_OBJECT
 
 public:
     KvmTab(Daemon &daemon, KvmServices services, QWidget *parent = nullptr);
+    ~KvmTab() override;
 
-    /// Shows what the service published.
-    void refresh();
+    void showState() override;
     /// Shows `model`; costs one comparison when that is what is shown already.
     void render(const std::optional<KvmModel> &model);
 
@@ -55,8 +53,7 @@ private:
     void renderStatus(const KvmModel &model);
     void renderLayout(const KvmModel &model);
 
-    template <class Value>
-    void save(Value DaemonSettings::*member, std::type_identity_t<Value> value);
+    void saveLayout(const ScreenLayout &layout, int number);
     void enable(bool wanted);
     void requestAuthorization();
 

@@ -1,6 +1,6 @@
 #include "settings/kvm/MasterFooter.h"
 
-#include "settings/TintColor.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/IconLabel.h"
 
 #include <QVBoxLayout>
@@ -13,10 +13,7 @@ namespace {
 constexpr int lineGap = 6;
 } // namespace
 
-MasterFooter::MasterFooter(QWidget *parent) : QWidget(parent), column_(new QVBoxLayout(this)) {
-    column_->setContentsMargins({});
-    column_->setSpacing(lineGap);
-}
+MasterFooter::MasterFooter(QWidget *parent) : QWidget(parent), column_(columnLayout(this, lineGap)) {}
 
 void MasterFooter::render(const std::vector<KvmModel::FooterLine> &lines) {
     if (shown_ == lines)
@@ -25,8 +22,8 @@ void MasterFooter::render(const std::vector<KvmModel::FooterLine> &lines) {
     while (const std::unique_ptr<QLayoutItem> item{column_->takeAt(0)})
         delete item->widget();
     for (const KvmModel::FooterLine &line : lines) {
-        auto *label = new IconLabel(line.symbol, line.text, TextStyle::caption, textColorOf(line.tint));
-        label->text().setOverflow(TextLabel::Overflow::wrap);
+        auto *label = new IconLabel(line.symbol, line.text, TextStyle::caption, line.color);
+        wrapping(&label->text());
         column_->addWidget(label);
     }
 }

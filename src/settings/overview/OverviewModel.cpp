@@ -2,6 +2,7 @@
 
 #include "settings/SettingsEdit.h"
 #include "wording/DisplayLine.h"
+#include "wording/TextRules.h"
 
 #include <QCoreApplication>
 
@@ -34,7 +35,7 @@ NameDraft followedNameDraft(NameDraft draft, const ServiceState &service) {
 }
 
 std::optional<DaemonSettings> committedName(const ServiceState &service, const QString &draft) {
-    if (!service.settings || draft == service.settings->device_name || draft.isEmpty())
+    if (!service.settings || draft == service.settings->device_name || isBlank(draft))
         return std::nullopt;
     return edited(service.settings, &DaemonSettings::device_name, draft);
 }
@@ -49,13 +50,11 @@ OverviewModel overviewModel(const ServiceState &service, const NameDraft &draft)
                                              .isPaused = status.paused,
                                              .statusText = status.paused ? qtTrId("overview.status.paused")
                                                                          : qtTrId("overview.status.running")};
-    for (const PeerStatus &peer : status.peers) {
-        const QString name = displayLine(peer.name);
-        model.peers.push_back(
-            {peer.device_id, displayLine(peer.device_id), name.isEmpty() ? qtTrId("common.unnamed") : name});
-    }
-    if (status.last_activity && !status.last_activity->isEmpty())
-        model.lastActivity = displayLine(*status.last_activity);
+    for (const PeerStatus &peer : status.peers)
+        model.peers.push_back({peer.device_id, displayLine(peer.device_id), displayName(peer.name)});
+    const QString activity = displayLine(status.last_activity.value_or(QString()));
+    if (!activity.isEmpty())
+        model.lastActivity = activity;
     return model;
 }
 

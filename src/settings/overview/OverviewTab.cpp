@@ -5,6 +5,7 @@
 #include "ui/form/Form.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/SelectableText.h"
 #include "ui/text/StatusDot.h"
 #include "ui/text/TextField.h"
@@ -12,7 +13,7 @@
 #include "wording/TextRules.h"
 
 #include <QCoreApplication>
-#include <QShowEvent>
+#include <QHideEvent>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -25,7 +26,8 @@ constexpr int dotGap = 6;
 
 SelectableText *identifier(TextStyle style) {
     auto *text = new SelectableText(style, TextColor::secondary, true);
-    text->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter); // it is at times wider than what it holds
+    text->setAlignment(Qt::AlignTrailing |
+                       Qt::AlignVCenter); // for a row may give it more width than it needs
     return text;
 }
 
@@ -37,9 +39,7 @@ PeerRow::PeerRow(const OverviewModel::Peer &model, QWidget *parent)
     value->setValue(model.shownId);
     row_ = new FormRow(model.label, value);
     row_->setSymbol(u"laptopcomputer"_s);
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins({});
-    stack->addWidget(row_);
+    columnLayout(this)->addWidget(row_);
 }
 
 void PeerRow::render(const OverviewModel::Peer &model) {
@@ -47,14 +47,12 @@ void PeerRow::render(const OverviewModel::Peer &model) {
 }
 
 OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , daemon_(daemon)
     , peersSection_(new FormSection(qtTrId("overview.section.peers")))
-    , peers_(static_cast<QVBoxLayout *>(peersSection_->card().layout())) {
+    , peers_(peersSection_->card().rows()) {
     auto *form = new Form;
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins({});
-    stack->addWidget(form);
+    columnLayout(this)->addWidget(form);
 
     auto *computer = new FormSection(qtTrId("overview.section.local"));
     addComputer(computer);
@@ -62,8 +60,7 @@ OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
         new FormRow(new TextLabel(qtTrId("overview.peers.empty"), TextStyle::body, TextColor::secondary));
     peersSection_->addRow(noPeers_);
     activity_ = new FormSection(qtTrId("overview.section.activity"));
-    lastActivity_ = new TextLabel(TextStyle::body, TextColor::secondary);
-    lastActivity_->setOverflow(TextLabel::Overflow::wrap);
+    lastActivity_ = wrapping(new TextLabel(TextStyle::body, TextColor::secondary));
     activity_->addRow(new FormRow(lastActivity_));
     for (FormSection *section : {computer, peersSection_, activity_})
         form->addSection(section);
@@ -72,10 +69,10 @@ OverviewTab::OverviewTab(Daemon &daemon, QWidget *parent)
     // Assistive technology edits a field without a key, which only textChanged() tells; it also tells what
     // render() sets.
     connect(name_, &QLineEdit::textChanged, this, [this](const QString &text) {
-        if (text == draft_.text)
+        if (!draft_ || text == draft_->text)
             return;
-        draft_.text = text;
-        refresh();
+        draft_->text = text;
+        showState();
     });
     connect(name_, &TextField::submitted, this, &OverviewTab::commitName);
 }
@@ -88,9 +85,7 @@ void OverviewTab::addComputer(FormSection *section) {
     dot_ = new StatusDot;
     status_ = new TextLabel;
     auto *status = new QWidget;
-    auto *statusLine = new QHBoxLayout(status);
-    statusLine->setContentsMargins({});
-    statusLine->setSpacing(dotGap);
+    QHBoxLayout *statusLine = lineLayout(status, dotGap);
     statusLine->addWidget(dot_);
     statusLine->addWidget(status_);
 
@@ -104,29 +99,27 @@ void OverviewTab::addComputer(FormSection *section) {
     }
 }
 
-void OverviewTab::showEvent(QShowEvent *event) {
-    if (!event->spontaneous()) {
-        draft_ = shownNameDraft(daemon_.state());
-        refresh();
-    }
-    QWidget::showEvent(event);
+void OverviewTab::hideEvent(QHideEvent *event) {
+    if (!event->spontaneous()) // it is when the window is minimized
+        draft_.reset();
+    SettingsTab::hideEvent(event);
 }
 
-void OverviewTab::refresh() {
-    draft_ = followedNameDraft(draft_, daemon_.state());
-    render(overviewModel(daemon_.state(), draft_));
+void OverviewTab::showState() {
+    draft_ = draft_ ? followedNameDraft(*draft_, daemon_.state()) : shownNameDraft(daemon_.state());
+    render(overviewModel(daemon_.state(), *draft_));
 }
 
 void OverviewTab::commitName() {
     // A save that fails is not shown: the field keeps what was typed.
-    if (const auto wanted = committedName(daemon_.state(), draft_.text))
+    if (const auto wanted = committedName(daemon_.state(), name_->text()))
         daemon_.saveSettings(*wanted);
 }
 
 void OverviewTab::render(const OverviewModel &model) {
     if (shown_ == model)
         return;
-    shown_ = model;
+    shown_ = OverviewModel(model); // not in the room of a list that may have been much longer
     name_->setValue(model.draftName);
     renderIdentity(model.identity);
     peers_.render(model.peers, [this](const OverviewModel::Peer &peer) { return new PeerRow(peer, this); });

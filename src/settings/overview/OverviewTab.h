@@ -1,9 +1,8 @@
 #pragma once
 
+#include "settings/SettingsTab.h"
 #include "settings/overview/OverviewModel.h"
 #include "ui/form/RowList.h"
-
-#include <QWidget>
 
 #include <optional>
 
@@ -34,18 +33,17 @@ private:
 
 /// Who this computer is, what its service is doing and which computers are connected. The name of the
 /// computer can be changed here; Return saves it.
-class OverviewTab final : public QWidget {
+class OverviewTab final : public SettingsTab {
     Q_OBJECT
 
 public:
     explicit OverviewTab(Daemon &daemon, QWidget *parent = nullptr);
 
-    /// Shows what the service published.
-    void refresh();
+    void showState() override;
     void render(const OverviewModel &model);
 
 protected:
-    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     void addComputer(FormSection *section);
@@ -53,7 +51,7 @@ private:
     void renderIdentity(const std::optional<OverviewModel::Identity> &identity);
 
     Daemon &daemon_;
-    NameDraft draft_;
+    std::optional<NameDraft> draft_; ///< of the name, from when the tab comes into view until it goes
     std::optional<OverviewModel> shown_;
     TextField *name_;
     SelectableText *deviceId_;

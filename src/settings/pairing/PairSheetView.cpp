@@ -4,6 +4,7 @@
 #include "settings/TellAnswer.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/SegmentedPicker.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/IconLabel.h"
 #include "ui/text/SelectableText.h"
 #include "ui/text/TextField.h"
@@ -25,17 +26,8 @@ constexpr int itemGap = 16;
 constexpr int bodyGap = 12;
 constexpr double pinSpacing = 8;
 
-QVBoxLayout *columnLayout(QWidget *owner, int gap) {
-    auto *column = new QVBoxLayout(owner);
-    column->setContentsMargins({});
-    column->setSpacing(gap);
-    return column;
-}
-
 TextLabel *hintLabel(const QString &text) {
-    auto *hint = new TextLabel(text, TextStyle::callout, TextColor::secondary);
-    hint->setOverflow(TextLabel::Overflow::wrap);
-    return hint;
+    return wrapping(new TextLabel(text, TextStyle::callout, TextColor::secondary));
 }
 
 } // namespace
@@ -128,8 +120,10 @@ void PairSheetView::connectControls() {
     });
     connect(connect_, &Button::clicked, this, [this] { handle(event::ConnectPressed{}); });
     connect(done_, &Button::clicked, this, [this] { handle(event::DonePressed{}); });
-    connect(&daemon_, &Daemon::devicesChanged, this,
-            [this] { handle(event::DevicesPublished{daemon_.state().devices.size()}); });
+}
+
+void PairSheetView::showState() {
+    handle(event::DevicesPublished{daemon_.state().devices.size()});
 }
 
 void PairSheetView::render(const SheetState &state) {

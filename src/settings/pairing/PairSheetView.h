@@ -30,6 +30,8 @@ public:
     PairSheetView(Daemon &daemon, Clock &clock, QWidget *parent = nullptr);
     ~PairSheetView() override;
 
+    /// Shows whether another device was paired. To be called whenever something was published.
+    void showState();
     /// Shows `state`; costs one comparison when that is what is shown already.
     void render(const pairsheet::SheetState &state);
 

@@ -16,7 +16,6 @@
 #include <QStyle>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quorbit {
 
@@ -28,10 +27,6 @@ constexpr int columnGap = 10;
 constexpr int leastSpace = 8; // between the preview and what follows it, beside the gaps
 constexpr double symbolSide = 16;
 constexpr double cornerRadius = 7; // of the card, inside its edge
-
-int scaled(double size, const QFont &font) {
-    return static_cast<int>(std::lround(size * fontScale(font)));
-}
 
 } // namespace
 
@@ -46,13 +41,13 @@ HistoryList::~HistoryList() {
     forgetAccessible(this);
 }
 
-void HistoryList::setRows(const std::vector<Row> &rows) {
+void HistoryList::setRows(std::vector<Row> rows) {
     if (rows == rows_)
         return;
     const std::optional<qint64> kept =
         current_ >= 0 ? std::optional(rows_[static_cast<std::size_t>(current_)].id) : std::nullopt;
     const bool resized = rows.size() != rows_.size();
-    rows_ = rows;
+    rows_ = std::move(rows); // not in the room of a list that may have been much longer
     if (kept) {
         const auto same = [&](const Row &row) { return row.id == *kept; };
         // Entries that claim to be the same one are told apart by their place.
@@ -273,12 +268,6 @@ void HistoryList::keyPressEvent(QKeyEvent *event) {
     default:
         QWidget::keyPressEvent(event);
     }
-}
-
-void HistoryList::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QWidget::changeEvent(event);
 }
 
 bool HistoryList::event(QEvent *event) {

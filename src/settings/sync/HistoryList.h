@@ -18,14 +18,14 @@ class HistoryList final : public QWidget {
     Q_OBJECT
 
 public:
-    using Row = SyncModel::HistoryRow;
+    using Row = HistoryItem;
 
     explicit HistoryList(QWidget *parent = nullptr);
     ~HistoryList() override;
 
     const std::vector<Row> &rows() const { return rows_; }
     /// The row that the keyboard is at stays the one with the same identifier, or its place does.
-    void setRows(const std::vector<Row> &rows);
+    void setRows(std::vector<Row> rows);
     /// Rounds the highlight of the first row, where the list begins its card.
     void setRoundedTop(bool rounded);
 
@@ -58,7 +58,6 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void changeEvent(QEvent *event) override;
     bool event(QEvent *event) override;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "settings/sync/HistoryList.h"
 #include "wording/DisplayLine.h"
+#include "wording/HistoryItem.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -9,8 +10,6 @@
 #include <QHash>
 #include <QPointer>
 #include <QWindow>
-
-using namespace Qt::StringLiterals;
 
 namespace quorbit {
 
@@ -63,11 +62,7 @@ public:
         if (kind != QAccessible::Name)
             return {};
         const HistoryList::Row &entry = list_->rows()[static_cast<std::size_t>(row_)];
-        const QString preview = displayLine(entry.preview);
-        const QString source = displayLine(entry.source);
-        if (preview.isEmpty() && source.isEmpty())
-            return qtTrId("common.unnamed");
-        return preview.isEmpty() || source.isEmpty() ? preview + source : preview + u", "_s + source;
+        return spokenHistoryItem(displayLine(entry.preview), displayLine(entry.source));
     }
     void setText(QAccessible::Text, const QString &) override {}
 

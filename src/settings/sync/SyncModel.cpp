@@ -1,6 +1,5 @@
 #include "settings/sync/SyncModel.h"
 
-#include "wording/HistoryKind.h"
 #include "wording/TextRules.h"
 
 #include <numeric>
@@ -23,15 +22,15 @@ QString folded(const QString &text) {
 
 std::vector<std::size_t> HistoryFilter::matches(const std::vector<HistoryEntry> &history,
                                                 const QString &search) {
+    const auto size = static_cast<qsizetype>(history.size());
+    if (folded_.size() > 2 * size)
+        folded_.clear(); // Most of it is of entries that are gone.
     const QString query = folded(trimmedSpaces(search));
     if (query.isEmpty()) {
         std::vector<std::size_t> all(history.size());
         std::iota(all.begin(), all.end(), std::size_t{0});
         return all;
     }
-    const auto size = static_cast<qsizetype>(history.size());
-    if (folded_.size() > 2 * size)
-        folded_.clear(); // Most of it is of entries that are gone.
     folded_.reserve(size);
 
     std::vector<std::size_t> found;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "daemon/ServiceState.h"
+#include "wording/HistoryItem.h"
 
 #include <QHash>
 #include <QString>
@@ -12,18 +13,9 @@ namespace quorbit {
 
 /// What the Sync tab shows, but for its fixed labels.
 struct SyncModel {
-    struct HistoryRow {
-        qint64 id = 0;
-        QString symbol;
-        QString preview;
-        QString source; ///< empty: not shown
-
-        bool operator==(const HistoryRow &) const = default;
-    };
-
     struct History {
         bool hasSearchField = false;
-        std::vector<HistoryRow> rows; ///< empty: the tab says that nothing matches
+        std::vector<HistoryItem> rows; ///< empty: the tab says that nothing matches
 
         bool operator==(const History &) const = default;
     };

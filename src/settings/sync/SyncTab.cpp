@@ -9,6 +9,7 @@
 #include "ui/form/Form.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/TextField.h"
 #include "ui/text/TextLabel.h"
 
@@ -22,16 +23,14 @@
 namespace quorbit {
 
 SyncTab::SyncTab(Daemon &daemon, QWidget *parent)
-    : QWidget(parent)
+    : SettingsTab(parent)
     , daemon_(daemon)
     , form_(new Form)
     , loading_(new FormSection)
     , types_(new FormSection(qtTrId("sync.section.types")))
     , transfer_(new FormSection(qtTrId("sync.section.transfer")))
     , history_(new FormSection(qtTrId("sync.section.history"))) {
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins({});
-    stack->addWidget(form_);
+    columnLayout(this)->addWidget(form_);
     loading_->addRow(
         new FormRow(new TextLabel(qtTrId("common.loading"), TextStyle::body, TextColor::secondary)));
     for (FormSection *section : {loading_, types_, transfer_, history_})
@@ -46,17 +45,10 @@ SyncTab::SyncTab(Daemon &daemon, QWidget *parent)
     addHistory();
 }
 
-template <class Value>
-void SyncTab::save(Value DaemonSettings::*member, Value value) {
-    // A save that fails is not shown: the refresh that follows tells how things stand.
-    if (const auto wanted = edited(daemon_.state().settings, member, value))
-        daemon_.saveSettings(*wanted);
-}
-
 Switch *SyncTab::addType(const QString &title, bool DaemonSettings::*member) {
     auto *control = new Switch;
     types_->addRow(new FormRow(title, control));
-    connect(control, &Switch::flipped, this, [this, member](bool wanted) { save(member, wanted); });
+    connect(control, &Switch::flipped, this, [this, member](bool wanted) { save(daemon_, member, wanted); });
     return control;
 }
 
@@ -69,7 +61,7 @@ void SyncTab::addTransfer() {
     transfer_->addRow(row);
     transfer_->setFooter(qtTrId("sync.file_cap.footer"));
     connect(fileCap_, &Stepper::stepped, this,
-            [this](int wanted) { save(&DaemonSettings::file_size_cap_mb, qint64{wanted}); });
+            [this](int wanted) { save(daemon_, &DaemonSettings::file_size_cap_mb, qint64{wanted}); });
 }
 
 void SyncTab::addHistory() {
@@ -89,21 +81,21 @@ void SyncTab::addHistory() {
     history_->setFooter(qtTrId("sync.history.footer"));
 
     connect(clear, &QAbstractButton::clicked, this, [this] { daemon_.clearHistory(); });
-    connect(search_, &QLineEdit::textChanged, this, &SyncTab::refresh);
+    connect(search_, &QLineEdit::textChanged, this, &SyncTab::showState);
     connect(list_, &HistoryList::applied, this, [this](qint64 id) { daemon_.applyHistory(id); });
     connect(list_, &HistoryList::currentRowChanged, this,
             [this](int row) { form_->reveal(*list_, list_->rowRect(row)); });
     connect(form_->verticalScrollBar(), &QScrollBar::valueChanged, list_, &HistoryList::followPointer);
 }
 
-void SyncTab::refresh() {
+void SyncTab::showState() {
     render(syncModel(daemon_.state(), search_->text(), filter_));
 }
 
 void SyncTab::render(const std::optional<SyncModel> &model) {
     if (shown_ == model)
         return;
-    shown_ = model;
+    shown_ = std::optional(model); // not in the room of a list that may have been much longer
     loading_->setVisible(!model);
     types_->setVisible(model.has_value());
     transfer_->setVisible(model.has_value());
@@ -119,7 +111,7 @@ void SyncTab::render(const std::optional<SyncModel> &model) {
 }
 
 void SyncTab::renderHistory(const std::optional<SyncModel::History> &history) {
-    static const std::vector<SyncModel::HistoryRow> none;
+    static const std::vector<HistoryItem> none;
     const auto &rows = history ? history->rows : none;
     searchRow_->setVisible(history && history->hasSearchField);
     noMatchRow_->setVisible(rows.empty());

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "settings/SettingsTab.h"
 #include "settings/sync/SyncModel.h"
-
-#include <QWidget>
 
 #include <optional>
 
@@ -19,14 +18,13 @@ class TextField;
 
 /// What is synced, up to which size, and the clipboard history. Every control saves at once and shows what
 /// the service answers.
-class SyncTab final : public QWidget {
+class SyncTab final : public SettingsTab {
     Q_OBJECT
 
 public:
     explicit SyncTab(Daemon &daemon, QWidget *parent = nullptr);
 
-    /// Shows what the service published.
-    void refresh();
+    void showState() override;
     void render(const std::optional<SyncModel> &model);
 
 private:
@@ -34,8 +32,6 @@ private:
     void addTransfer();
     void addHistory();
     void renderHistory(const std::optional<SyncModel::History> &history);
-    template <class Value>
-    void save(Value DaemonSettings::*member, Value value);
 
     Daemon &daemon_;
     HistoryFilter filter_;

@@ -2,15 +2,12 @@
 
 #include "ui/access/FocusRing.h"
 #include "ui/controls/ProgressIndicator.h"
+#include "ui/look/ControlStyle.h"
 #include "ui/look/Frame.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/Theme.h"
 
-#include <QEvent>
-#include <QKeyEvent>
 #include <QPainter>
-
-#include <cmath>
 
 namespace quorbit {
 
@@ -27,7 +24,6 @@ constexpr Metrics regularMetrics{TextStyle::body, 27, 13, 16, 6};
 constexpr Metrics smallMetrics{TextStyle::callout, 22, 10, 14, 5};
 constexpr Metrics captionMetrics{TextStyle::caption, 16, 0, 12, 4};
 constexpr double symbolGap = 6;
-constexpr double disabledOpacity = 0.45;
 
 const Metrics &metricsOf(ButtonKind kind, ButtonSize size) {
     if (kind == ButtonKind::destructiveCaption)
@@ -66,19 +62,9 @@ Look lookOf(ButtonKind kind, const QPalette &palette, double shading) {
 } // namespace
 
 Button::Button(const QString &label, ButtonKind kind, ButtonSize size, QWidget *parent)
-    : QAbstractButton(parent), AccessibleControl(this), label_(label), kind_(kind), size_(size) {
-    setFocusPolicy(Qt::TabFocus);
+    : Pressable(parent), label_(label), kind_(kind), size_(size) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     FocusRing::install(this, metricsOf(kind, size).radius);
-}
-
-void Button::setLabel(const QString &label) {
-    if (label == label_)
-        return;
-    label_ = label;
-    updateGeometry();
-    update();
-    accessibleNameChanged();
 }
 
 void Button::setSymbol(const QString &name) {
@@ -119,45 +105,31 @@ bool Button::isFilled() const {
 int Button::symbolWidth() const {
     if (symbol_.isEmpty())
         return 0;
-    const double width = metricsOf(kind_, size_).symbol + (label_.isEmpty() ? 0 : symbolGap);
-    return static_cast<int>(std::lround(width * fontScale(font())));
+    return scaled(metricsOf(kind_, size_).symbol + (label_.isEmpty() ? 0 : symbolGap), font());
 }
 
 QSize Button::sizeHint() const {
     const Metrics &metrics = metricsOf(kind_, size_);
-    const double scale = fontScale(font());
-    const int text = textWidth(ownFont(), label_);
-    return {text + symbolWidth() + static_cast<int>(std::lround(2 * metrics.padding * scale)),
-            static_cast<int>(std::lround(metrics.height * scale))};
+    return {textWidth(ownFont(), label_) + symbolWidth() + scaled(2 * metrics.padding, font()),
+            scaled(metrics.height, font())};
 }
 
 void Button::addAccessibleState(QAccessible::State &state) const {
-    state.pressed = isDown();
+    Pressable::addAccessibleState(state);
     state.busy = busy_ != nullptr;
-}
-
-QStringList Button::accessibleActions() const {
-    return {QAccessibleActionInterface::pressAction()};
-}
-
-void Button::performAccessibleAction(const QString &action) {
-    if (action == QAccessibleActionInterface::pressAction())
-        click();
 }
 
 void Button::paintEvent(QPaintEvent *) {
     const Metrics &metrics = metricsOf(kind_, size_);
-    const bool lit = isEnabled() && (isDown() || underMouse());
-    const Look look = lookOf(kind_, palette(), !lit ? 0 : isDown() ? 0.12 : 0.04);
+    const Look look = lookOf(kind_, palette(), !isLit() ? 0 : isDown() ? 0.12 : 0.04);
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+    dimIfDisabled(painter, *this);
     paintFrame(painter, rect(), metrics.radius, look.fill, look.edge);
     if (busy_ != nullptr)
         return;
 
     painter.setFont(ownFont());
-    if (lit && kind_ == ButtonKind::destructiveCaption) {
+    if (isLit() && kind_ == ButtonKind::destructiveCaption) {
         QFont underlined = painter.font();
         underlined.setUnderline(true);
         painter.setFont(underlined);
@@ -181,27 +153,6 @@ void Button::paintEvent(QPaintEvent *) {
 void Button::resizeEvent(QResizeEvent *) {
     if (busy_ != nullptr)
         busy_->move((width() - busy_->width()) / 2, (height() - busy_->height()) / 2);
-}
-
-void Button::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat())
-            click();
-        return;
-    }
-    QAbstractButton::keyPressEvent(event);
-}
-
-void Button::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QAbstractButton::changeEvent(event);
-}
-
-bool Button::event(QEvent *event) {
-    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-        update();
-    return QAbstractButton::event(event);
 }
 
 } // namespace quorbit

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "ui/access/Accessibility.h"
+#include "ui/controls/Pressable.h"
 #include "ui/look/TextStyle.h"
-
-#include <QAbstractButton>
 
 namespace quorbit {
 
@@ -18,8 +16,8 @@ enum class ButtonKind {
 };
 enum class ButtonSize { regular, small };
 
-/// A push button with a text and perhaps a symbol before it. Space and Return press it.
-class Button final : public QAbstractButton, public AccessibleControl {
+/// A push button with a text and perhaps a symbol before it.
+class Button final : public Pressable {
     Q_OBJECT
 
 public:
@@ -27,7 +25,6 @@ public:
                     ButtonSize size = ButtonSize::regular, QWidget *parent = nullptr);
 
     QString label() const { return label_; }
-    void setLabel(const QString &label);
     void setSymbol(const QString &name);
     /// Shows a progress indicator in place of the label. The button keeps its size; disabling it is the
     /// owner's choice.
@@ -35,18 +32,12 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
-    QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
     QString accessibleFallbackName() const override { return label_; }
     void addAccessibleState(QAccessible::State &state) const override;
-    QStringList accessibleActions() const override;
-    void performAccessibleAction(const QString &action) override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-    void changeEvent(QEvent *event) override;
-    bool event(QEvent *event) override;
 
 private:
     QFont ownFont() const;

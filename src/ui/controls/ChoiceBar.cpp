@@ -1,8 +1,8 @@
 #include "ui/controls/ChoiceBar.h"
 
 #include "ui/access/FocusRing.h"
+#include "ui/look/ControlStyle.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
@@ -11,8 +11,7 @@
 
 namespace quorbit {
 
-ChoiceItem::ChoiceItem(ChoiceBar *bar, double ringRadius)
-    : QAbstractButton(bar), AccessibleControl(this), bar_(bar) {
+ChoiceItem::ChoiceItem(ChoiceBar *bar, double ringRadius) : Pressable(bar), bar_(bar) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     FocusRing::install(this, ringRadius, -2);
 }
@@ -45,6 +44,7 @@ QAccessible::Role ChoiceItem::accessibleRole() const {
 }
 
 void ChoiceItem::addAccessibleState(QAccessible::State &state) const {
+    Pressable::addAccessibleState(state);
     if (accessibleRole() == QAccessible::PageTab) {
         state.selectable = true;
         state.selected = current_;
@@ -54,32 +54,17 @@ void ChoiceItem::addAccessibleState(QAccessible::State &state) const {
     }
 }
 
-QStringList ChoiceItem::accessibleActions() const {
-    return {QAccessibleActionInterface::pressAction()};
-}
-
-void ChoiceItem::performAccessibleAction(const QString &action) {
-    if (action == QAccessibleActionInterface::pressAction())
-        click();
-}
-
 void ChoiceItem::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (!isEnabled())
-        painter.setOpacity(0.45);
+    dimIfDisabled(painter, *this);
     bar_->paintItem(painter, *this);
 }
 
 void ChoiceItem::keyPressEvent(QKeyEvent *event) {
+    // The choice with the focus is the current one, so that Return is left to a default button.
     if (!bar_->moveFrom(*this, event->key()))
         QAbstractButton::keyPressEvent(event);
-}
-
-bool ChoiceItem::event(QEvent *event) {
-    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-        update();
-    return QAbstractButton::event(event);
 }
 
 ChoiceBar::ChoiceBar(double ringRadius, int spacing, QMargins margins, QWidget *parent)
@@ -144,14 +129,6 @@ bool ChoiceBar::moveFrom(const ChoiceItem &item, int key) {
     if (*target >= 0 && *target <= last && *target != current_)
         Q_EMIT picked(*target);
     return true;
-}
-
-void ChoiceBar::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange) {
-        for (ChoiceItem *item : items_)
-            item->updateGeometry();
-    }
-    QWidget::changeEvent(event);
 }
 
 } // namespace quorbit

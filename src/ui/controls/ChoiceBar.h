@@ -1,8 +1,7 @@
 #pragma once
 
-#include "ui/access/Accessibility.h"
+#include "ui/controls/Pressable.h"
 
-#include <QAbstractButton>
 #include <QList>
 #include <QWidget>
 
@@ -19,7 +18,7 @@ struct Choice {
 };
 
 /// One choice of a bar.
-class ChoiceItem final : public QAbstractButton, public AccessibleControl {
+class ChoiceItem final : public Pressable {
     Q_OBJECT
 
 public:
@@ -34,13 +33,10 @@ public:
     QAccessible::Role accessibleRole() const override;
     QString accessibleFallbackName() const override { return choice_.title; }
     void addAccessibleState(QAccessible::State &state) const override;
-    QStringList accessibleActions() const override;
-    void performAccessibleAction(const QString &action) override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    bool event(QEvent *event) override;
 
 private:
     ChoiceBar *bar_;
@@ -74,7 +70,6 @@ Q_SIGNALS:
 protected:
     ChoiceBar(double ringRadius, int spacing, QMargins margins, QWidget *parent);
     const QList<ChoiceItem *> &items() const { return items_; }
-    void changeEvent(QEvent *event) override;
 
 private:
     void updateFocusStops();

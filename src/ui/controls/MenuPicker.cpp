@@ -1,18 +1,18 @@
 #include "ui/controls/MenuPicker.h"
 
 #include "ui/access/FocusRing.h"
+#include "ui/look/ControlStyle.h"
 #include "ui/look/Frame.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
 #include "ui/look/Theme.h"
 
-#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 
-#include <cmath>
+#include <algorithm>
 
 namespace quorbit {
 
@@ -31,8 +31,7 @@ QString literal(QString title) {
 }
 } // namespace
 
-MenuPicker::MenuPicker(QWidget *parent) : QAbstractButton(parent), AccessibleControl(this) {
-    setFocusPolicy(Qt::TabFocus);
+MenuPicker::MenuPicker(QWidget *parent) : Pressable(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     FocusRing::install(this, radius);
     connect(this, &QAbstractButton::clicked, this, &MenuPicker::openMenu);
@@ -58,14 +57,14 @@ void MenuPicker::setCurrent(int index) {
 }
 
 QSize MenuPicker::sizeHint() const {
-    const double scale = fontScale(font());
-    const double text = std::max(leastTextWidth * scale, 1.0 * textWidth(textFont(TextStyle::callout, font()),
-                                                                         options_.value(current_)));
-    return {static_cast<int>(std::lround(text + (leading + gap + chevrons + trailing) * scale)),
-            static_cast<int>(std::lround(pickerHeight * scale))};
+    constexpr double beside = leading + gap + chevrons + trailing;
+    const int text = textWidth(textFont(TextStyle::callout, font()), options_.value(current_));
+    return {std::max(scaled(leastTextWidth + beside, font()), text + scaled(beside, font())),
+            scaled(pickerHeight, font())};
 }
 
 void MenuPicker::addAccessibleState(QAccessible::State &state) const {
+    Pressable::addAccessibleState(state);
     state.hasPopup = true;
     state.expandable = true;
     state.expanded = menu_ != nullptr;
@@ -78,11 +77,6 @@ QWidget *MenuPicker::accessiblePopup() const {
 
 QStringList MenuPicker::accessibleActions() const {
     return {QAccessibleActionInterface::showMenuAction(), QAccessibleActionInterface::pressAction()};
-}
-
-void MenuPicker::performAccessibleAction(const QString &action) {
-    if (accessibleActions().contains(action))
-        openMenu();
 }
 
 void MenuPicker::openMenu() {
@@ -137,10 +131,9 @@ void MenuPicker::paintEvent(QPaintEvent *) {
     const ThemeColors colors = themeColors(palette());
     const double scale = fontScale(font());
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(0.45);
+    dimIfDisabled(painter, *this);
     paintFrame(painter, rect(), radius, colors.control, colors.controlEdge);
-    if (isEnabled() && (underMouse() || isDown() || menu_ != nullptr))
+    if (isLit() || menu_ != nullptr)
         paintFrame(painter, rect(), radius, withAlpha(colors.primary, menu_ != nullptr ? 0.08 : 0.04),
                    Qt::transparent);
 
@@ -160,35 +153,16 @@ void MenuPicker::paintEvent(QPaintEvent *) {
 }
 
 void MenuPicker::keyPressEvent(QKeyEvent *event) {
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-        if (!event->isAutoRepeat())
-            openMenu();
-        return;
-    default:
-        QAbstractButton::keyPressEvent(event);
-    }
+    if (event->key() != Qt::Key_Up && event->key() != Qt::Key_Down)
+        Pressable::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        openMenu();
 }
 
 void MenuPicker::mousePressEvent(QMouseEvent *event) {
     // A menu opens on the press, so that one gesture may press, drag to an option and release.
     if (event->button() == Qt::LeftButton)
         openMenu();
-}
-
-void MenuPicker::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QAbstractButton::changeEvent(event);
-}
-
-bool MenuPicker::event(QEvent *event) {
-    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-        update();
-    return QAbstractButton::event(event);
 }
 
 bool MenuPicker::eventFilter(QObject *watched, QEvent *event) {

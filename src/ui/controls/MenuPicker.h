@@ -1,8 +1,7 @@
 #pragma once
 
-#include "ui/access/Accessibility.h"
+#include "ui/controls/Pressable.h"
 
-#include <QAbstractButton>
 #include <QPointer>
 #include <QStringList>
 
@@ -12,7 +11,7 @@ namespace quorbit {
 
 /// A button that shows the chosen option and opens a menu of all. Choosing asks by picked(); what is shown
 /// changes with setCurrent() only. An open menu stays open when options or choice are set anew.
-class MenuPicker final : public QAbstractButton, public AccessibleControl {
+class MenuPicker final : public Pressable {
     Q_OBJECT
 
 public:
@@ -30,7 +29,6 @@ public:
     void addAccessibleState(QAccessible::State &state) const override;
     QWidget *accessiblePopup() const override;
     QStringList accessibleActions() const override;
-    void performAccessibleAction(const QString &action) override;
 
 Q_SIGNALS:
     void picked(int index);
@@ -39,8 +37,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
-    void changeEvent(QEvent *event) override;
-    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

@@ -2,12 +2,12 @@
 
 #include "ui/look/ControlStyle.h"
 #include "ui/look/TextStyle.h"
+#include "ui/look/Theme.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QTimerEvent>
 
-#include <cmath>
+#include <algorithm>
 
 namespace quorbit {
 
@@ -22,16 +22,8 @@ ProgressIndicator::ProgressIndicator(TextColor color, QWidget *parent)
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void ProgressIndicator::setColor(TextColor color) {
-    if (color == color_)
-        return;
-    color_ = color;
-    update();
-}
-
 QSize ProgressIndicator::sizeHint() const {
-    const int scaled = static_cast<int>(std::lround(side * fontScale(font())));
-    return {scaled, scaled};
+    return {scaled(side, font()), scaled(side, font())};
 }
 
 void ProgressIndicator::paintEvent(QPaintEvent *) {
@@ -68,12 +60,6 @@ void ProgressIndicator::timerEvent(QTimerEvent *event) {
     }
     step_ = (step_ + 1) % spokes;
     update();
-}
-
-void ProgressIndicator::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QWidget::changeEvent(event);
 }
 
 } // namespace quorbit

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/access/Accessibility.h"
-#include "ui/look/Theme.h"
+#include "ui/look/TextColor.h"
 
 #include <QBasicTimer>
 #include <QWidget>
@@ -16,7 +16,6 @@ class ProgressIndicator final : public QWidget, public AccessibleControl {
 public:
     explicit ProgressIndicator(TextColor color = TextColor::secondary, QWidget *parent = nullptr);
 
-    void setColor(TextColor color);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
     QAccessible::Role accessibleRole() const override { return QAccessible::ProgressBar; }
@@ -27,7 +26,6 @@ protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
-    void changeEvent(QEvent *event) override;
 
 private:
     TextColor color_;

@@ -7,7 +7,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 
-#include <cmath>
+#include <algorithm>
 
 namespace quorbit {
 
@@ -37,9 +37,7 @@ QSize SegmentedPicker::itemSize(const Choice &) const {
     int widest = 0;
     for (const ChoiceItem *item : items())
         widest = std::max(widest, textWidth(segmentFont, item->choice().title));
-    const double scale = fontScale(font());
-    return {widest + static_cast<int>(std::lround(2 * padding * scale)),
-            static_cast<int>(std::lround(segmentHeight * scale))};
+    return {widest + scaled(2 * padding, font()), scaled(segmentHeight, font())};
 }
 
 void SegmentedPicker::paintItem(QPainter &painter, const ChoiceItem &item) const {

@@ -1,19 +1,18 @@
 #include "ui/controls/Stepper.h"
 
 #include "ui/access/FocusRing.h"
+#include "ui/look/ControlStyle.h"
 #include "ui/look/Frame.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
 #include "ui/look/Theme.h"
 
-#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimerEvent>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quorbit {
 
@@ -51,18 +50,15 @@ void Stepper::setValue(int value) {
 }
 
 QSize Stepper::sizeHint() const {
-    const double scale = fontScale(font());
-    const double text =
-        std::max(leastTextWidth * scale,
-                 1.0 * textWidth(textFont(TextStyle::body, font(), true), QString::number(value_)));
-    return {static_cast<int>(std::lround(text + (gap + buttonsWidth) * scale)),
-            static_cast<int>(std::lround(buttonsHeight * scale))};
+    constexpr double beside = gap + buttonsWidth;
+    const int text = textWidth(textFont(TextStyle::body, font(), true), QString::number(value_));
+    return {std::max(scaled(leastTextWidth + beside, font()), text + scaled(beside, font())),
+            scaled(buttonsHeight, font())};
 }
 
 QRect Stepper::buttons() const {
-    const double scale = fontScale(font());
-    const int buttonWidth = static_cast<int>(std::lround(buttonsWidth * scale));
-    const int buttonHeight = static_cast<int>(std::lround(buttonsHeight * scale));
+    const int buttonWidth = scaled(buttonsWidth, font());
+    const int buttonHeight = scaled(buttonsHeight, font());
     const int left = layoutDirection() == Qt::RightToLeft ? 0 : width() - buttonWidth;
     return {left, (height() - buttonHeight) / 2, buttonWidth, buttonHeight};
 }
@@ -87,17 +83,15 @@ void Stepper::ask(int wanted) {
 void Stepper::paintEvent(QPaintEvent *) {
     const ThemeColors colors = themeColors(palette());
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(0.45);
+    dimIfDisabled(painter, *this);
     const QRect box = buttons();
-    const int space = static_cast<int>(std::lround(gap * fontScale(font())));
+    const int space = scaled(gap, font());
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     const QRect text = mirrored ? rect().adjusted(box.width() + space, 0, 0, 0)
                                 : rect().adjusted(0, 0, -box.width() - space, 0);
     painter.setFont(textFont(TextStyle::body, font(), true));
     painter.setPen(colors.primary);
     painter.drawText(text, Qt::AlignRight | Qt::AlignVCenter, // mirrored with the layout
-
                      QString::number(value_));
 
     paintFrame(painter, box, radius, colors.control, colors.controlEdge);
@@ -165,12 +159,9 @@ void Stepper::timerEvent(QTimerEvent *event) {
 }
 
 void Stepper::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
     if (event->type() == QEvent::EnabledChange) {
         held_ = 0;
         repeat_.stop();
-        update();
     }
     QWidget::changeEvent(event);
 }

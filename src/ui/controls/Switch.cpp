@@ -5,10 +5,7 @@
 #include "ui/look/TextStyle.h"
 #include "ui/look/Theme.h"
 
-#include <QEvent>
 #include <QPainter>
-
-#include <cmath>
 
 namespace quorbit {
 
@@ -24,8 +21,7 @@ QColor between(const QColor &off, const QColor &on, double position) {
 
 } // namespace
 
-Switch::Switch(Size size, QWidget *parent) : QAbstractButton(parent), AccessibleControl(this), size_(size) {
-    setFocusPolicy(Qt::TabFocus);
+Switch::Switch(Size size, QWidget *parent) : Pressable(parent), size_(size) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     FocusRing::install(this, sizeHint().height() / 2.0);
     animation_.setEasingCurve(QEasingCurve::InOutCubic);
@@ -58,24 +54,17 @@ void Switch::setOn(bool on) {
 
 QSize Switch::sizeHint() const {
     const QSize size = size_ == Size::small ? smallSize : regularSize;
-    const double scale = fontScale(font());
-    return {static_cast<int>(std::lround(size.width() * scale)),
-            static_cast<int>(std::lround(size.height() * scale))};
+    return {scaled(size.width(), font()), scaled(size.height(), font())};
 }
 
 void Switch::addAccessibleState(QAccessible::State &state) const {
+    Pressable::addAccessibleState(state);
     state.checkable = true;
     state.checked = on_;
-    state.pressed = isDown();
 }
 
 QStringList Switch::accessibleActions() const {
     return {QAccessibleActionInterface::toggleAction(), QAccessibleActionInterface::pressAction()};
-}
-
-void Switch::performAccessibleAction(const QString &action) {
-    if (accessibleActions().contains(action))
-        click();
 }
 
 void Switch::paintEvent(QPaintEvent *) {
@@ -83,8 +72,7 @@ void Switch::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    if (!isEnabled())
-        painter.setOpacity(0.45);
+    dimIfDisabled(painter, *this);
 
     QRectF track{QPointF(), QSizeF(sizeHint())};
     track.moveCenter(QRectF(rect()).center());
@@ -106,12 +94,6 @@ void Switch::paintEvent(QPaintEvent *) {
     painter.drawEllipse(knob.translated(0, 0.6));
     painter.setBrush(colors.highContrast ? readableOn(face) : QColor(Qt::white));
     painter.drawEllipse(knob);
-}
-
-void Switch::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    QAbstractButton::changeEvent(event);
 }
 
 } // namespace quorbit

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "ui/access/Accessibility.h"
+#include "ui/controls/Pressable.h"
 
-#include <QAbstractButton>
 #include <QVariantAnimation>
 
 namespace quorbit {
 
 /// A switch that shows what it is told. A click asks for the other value and changes nothing by itself: the
 /// owner calls setOn() when the value has really changed.
-class Switch final : public QAbstractButton, public AccessibleControl {
+class Switch final : public Pressable {
     Q_OBJECT
 
 public:
@@ -25,14 +24,12 @@ public:
     QAccessible::Role accessibleRole() const override { return QAccessible::CheckBox; }
     void addAccessibleState(QAccessible::State &state) const override;
     QStringList accessibleActions() const override;
-    void performAccessibleAction(const QString &action) override;
 
 Q_SIGNALS:
     void flipped(bool wanted);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
 
 private:
     Size size_;

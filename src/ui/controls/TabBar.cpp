@@ -9,7 +9,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
-#include <cmath>
+#include <algorithm>
 
 namespace quorbit {
 
@@ -31,11 +31,9 @@ TabBar::TabBar(QWidget *parent) : ChoiceBar(radius, 4, QMargins(8, 10, 8, 9), pa
 }
 
 QSize TabBar::itemSize(const Choice &choice) const {
-    const double scale = fontScale(font());
-    const double width =
-        std::max(leastWidth * scale,
-                 textWidth(textFont(TextStyle::caption, font()), choice.title) + 2 * titlePadding * scale);
-    return {static_cast<int>(std::lround(width)), static_cast<int>(std::lround(itemHeight * scale))};
+    const int title = textWidth(textFont(TextStyle::caption, font()), choice.title);
+    return {std::max(scaled(leastWidth, font()), title + scaled(2 * titlePadding, font())),
+            scaled(itemHeight, font())};
 }
 
 void TabBar::paintItem(QPainter &painter, const ChoiceItem &item) const {
@@ -49,7 +47,7 @@ void TabBar::paintItem(QPainter &painter, const ChoiceItem &item) const {
     }
     if (chosen && colors.highContrast)
         paintFrame(painter, item.rect(), radius, Qt::transparent, colors.controlEdge);
-    const bool lit = item.isEnabled() && (item.underMouse() || item.isDown()) && !chosen;
+    const bool lit = item.isLit() && !chosen;
     const double side = symbolSide * scale;
     const QRectF square((item.width() - side) / 2, symbolTop * scale, side, side);
     paintSymbol(painter, square, item.choice().symbol,
@@ -58,7 +56,8 @@ void TabBar::paintItem(QPainter &painter, const ChoiceItem &item) const {
     painter.setPen(chosen ? colors.accentText : (lit ? colors.primary : colors.secondary));
     const double line = painter.fontMetrics().height();
     painter.drawText(QRectF(0, titleCentre * scale - line / 2, item.width(), line),
-                     Qt::AlignCenter | Qt::TextSingleLine, item.choice().title);
+                     Qt::AlignCenter | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(item.choice().title, Qt::ElideRight, item.width()));
 }
 
 void TabBar::paintEvent(QPaintEvent *) {

@@ -19,21 +19,16 @@ public:
     explicit Card(Kind kind = Kind::plain, QWidget *parent = nullptr);
 
     void addRow(QWidget *row);
-    void insertRow(int index, QWidget *row);
-    int rowCount() const;
+    /// The layout of the rows.
+    QVBoxLayout *rows() const { return rows_; }
 
     QAccessible::Role accessibleRole() const override { return QAccessible::Grouping; }
     bool isAccessibleLeaf() const override { return false; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    bool event(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void restyle();
-    void roundOutermostRows();
-
     Kind kind_;
     QVBoxLayout *rows_;
 };

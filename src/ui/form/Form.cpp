@@ -27,11 +27,7 @@ Form::Form(QWidget *parent) : QScrollArea(parent) {
 }
 
 void Form::addSection(QWidget *section) {
-    insertSection(column_->count() - 1, section);
-}
-
-void Form::insertSection(int index, QWidget *section) {
-    column_->insertWidget(index, section);
+    column_->insertWidget(column_->count() - 1, section); // above the stretch
 }
 
 void Form::reveal(const QWidget &widget, const QRect &part) {

@@ -15,7 +15,6 @@ public:
 
     /// Adds a FormSection, or any other widget, below what is there.
     void addSection(QWidget *section);
-    void insertSection(int index, QWidget *section);
 
     /// Scrolls so that a part of a widget inside the form is in sight.
     void reveal(const QWidget &widget, const QRect &part);

@@ -1,5 +1,6 @@
 #include "ui/form/FormRow.h"
 
+#include "ui/look/Layouts.h"
 #include "ui/look/TextStyle.h"
 #include "ui/text/SymbolLabel.h"
 #include "ui/text/TextLabel.h"
@@ -7,7 +8,6 @@
 #include <QEvent>
 #include <QHBoxLayout>
 
-#include <cmath>
 #include <utility>
 
 namespace quorbit {
@@ -18,23 +18,21 @@ constexpr int sideMargin = 12;
 constexpr int controlGap = 8;
 } // namespace
 
-FormRow::FormRow(QWidget *parent, std::nullptr_t) : QWidget(parent), row_(new QHBoxLayout(this)) {
+FormRow::FormRow(QWidget *content, QWidget *parent) : QWidget(parent), row_(lineLayout(this, controlGap)) {
     row_->setContentsMargins(sideMargin, 6, sideMargin, 6);
-    row_->setSpacing(controlGap);
+    row_->addWidget(content, 1);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     updateMinimum();
 }
 
-FormRow::FormRow(const QString &label, QWidget *control, QWidget *parent) : FormRow(parent, nullptr) {
-    label_ = new TextLabel(label, TextStyle::body, TextColor::primary);
-    row_->addWidget(label_, 1);
-    if (control != nullptr)
+FormRow::FormRow(TextLabel *label, QWidget *control, QWidget *parent) : FormRow(label, parent) {
+    label_ = label;
+    if (control)
         addControl(control);
 }
 
-FormRow::FormRow(QWidget *content, QWidget *parent) : FormRow(parent, nullptr) {
-    row_->addWidget(content, 1);
-}
+FormRow::FormRow(const QString &label, QWidget *control, QWidget *parent)
+    : FormRow(new TextLabel(label, TextStyle::body, TextColor::primary), control, parent) {}
 
 void FormRow::setLabel(const QString &label) {
     if (label_ == nullptr || label == label_->text())
@@ -66,7 +64,7 @@ void FormRow::addControl(QWidget *control) {
 }
 
 void FormRow::updateMinimum() {
-    setMinimumHeight(static_cast<int>(std::lround(leastHeight * fontScale(font()))));
+    setMinimumHeight(scaled(leastHeight, font()));
 }
 
 void FormRow::changeEvent(QEvent *event) {

@@ -4,8 +4,6 @@
 
 #include <QWidget>
 
-#include <cstddef>
-
 class QHBoxLayout;
 
 namespace quorbit {
@@ -33,7 +31,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    explicit FormRow(QWidget *parent, std::nullptr_t);
+    FormRow(TextLabel *label, QWidget *control, QWidget *parent);
     void updateMinimum();
 
     QHBoxLayout *row_;

@@ -1,6 +1,7 @@
 #include "ui/form/FormSection.h"
 
 #include "ui/form/Card.h"
+#include "ui/look/Layouts.h"
 #include "ui/text/TextLabel.h"
 
 #include <QHBoxLayout>
@@ -16,14 +17,12 @@ constexpr int footerGap = 7;
 
 FormSection::FormSection(const QString &title, QWidget *parent)
     : QWidget(parent)
-    , column_(new QVBoxLayout(this))
+    , column_(columnLayout(this))
     , header_(new QWidget)
     , headerRow_(new QHBoxLayout(header_))
     , title_(new TextLabel(title, TextStyle::headline, TextColor::primary))
     , card_(new Card) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
-    column_->setContentsMargins({});
-    column_->setSpacing(0);
     headerRow_->setContentsMargins(sideMargin, 0, sideMargin, titleGap);
     headerRow_->addWidget(title_, 1);
     column_->addWidget(header_);
@@ -34,20 +33,13 @@ FormSection::FormSection(const QString &title, QWidget *parent)
     title_->setBuddy(card_);
 }
 
-void FormSection::setTitle(const QString &title) {
-    title_->setText(title);
-    header_->setVisible(!title.isEmpty());
-    card_->setAccessibleName(title);
-}
-
 void FormSection::setHeaderControl(QWidget *control) {
     headerRow_->addWidget(control);
 }
 
 void FormSection::setFooter(const QString &text) {
     if (footer_ == nullptr) {
-        footer_ = new TextLabel(TextStyle::caption, TextColor::secondary);
-        footer_->setOverflow(TextLabel::Overflow::wrap);
+        footer_ = wrapping(new TextLabel(TextStyle::caption, TextColor::secondary));
         auto *row = new QHBoxLayout;
         row->setContentsMargins(sideMargin, footerGap, sideMargin, 0);
         row->addWidget(footer_);
@@ -66,10 +58,6 @@ void FormSection::setFooterWidget(QWidget *footer) {
 
 void FormSection::addRow(QWidget *row) {
     card_->addRow(row);
-}
-
-void FormSection::insertRow(int index, QWidget *row) {
-    card_->insertRow(index, row);
 }
 
 } // namespace quorbit

@@ -18,7 +18,6 @@ public:
     /// An empty title is not shown.
     explicit FormSection(const QString &title = {}, QWidget *parent = nullptr);
 
-    void setTitle(const QString &title);
     /// A control at the trailing end of the title.
     void setHeaderControl(QWidget *control);
     /// An empty text is not shown.
@@ -27,7 +26,6 @@ public:
     void setFooterWidget(QWidget *footer);
 
     void addRow(QWidget *row);
-    void insertRow(int index, QWidget *row);
     Card &card() { return *card_; }
 
 private:

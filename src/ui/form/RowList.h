@@ -9,8 +9,8 @@
 
 namespace quorbit {
 
-/// The rows of a layout that holds nothing else, one for each value of a list. A row stays with the value
-/// that it was made for, wherever that moves, and so keeps its hover, focus and pointer state.
+/// The first rows of a layout, one for each value of a list; others may follow them. A row stays with the
+/// value that it was made for, wherever that moves, and so keeps its hover, focus and pointer state.
 ///
 /// The list ends after `mostRows`, many times what anybody has: a service gone wrong may tell of any number,
 /// and the toolkit takes seconds to lay out thousands of rows and minutes to remove them again. `rest()` is

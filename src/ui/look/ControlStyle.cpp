@@ -15,6 +15,7 @@ namespace quorbit {
 namespace {
 
 constexpr int shortAnimation = 150;
+constexpr double disabledOpacity = 0.45;
 constexpr int menuMargin = 4;
 constexpr int markWidth = 22;
 constexpr int itemPadding = 8;
@@ -152,6 +153,11 @@ int animationDuration(const QWidget &widget) {
     return widget.isVisible()
                ? widget.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &widget)
                : 0;
+}
+
+void dimIfDisabled(QPainter &painter, const QWidget &widget) {
+    if (!widget.isEnabled())
+        painter.setOpacity(disabledOpacity);
 }
 
 } // namespace quorbit

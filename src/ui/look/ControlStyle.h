@@ -4,9 +4,9 @@
 
 namespace quorbit {
 
-/// The application's style: it says whether anything may move, so that every widget learns it from its own
-/// style and no control needs to be told, and it draws what Qt's own widgets show of themselves, menus and
-/// scroll bars. Set it with QApplication::setStyle.
+/// The application's style, to be set with QApplication::setStyle. Its SH_Widget_Animation_Duration is 0
+/// while motion is reduced, from which every control learns it, and it draws the menus and scroll bars of
+/// Qt's own widgets.
 class ControlStyle final : public QProxyStyle {
     Q_OBJECT
 
@@ -35,5 +35,8 @@ private:
 /// How long a change of `widget` may take to be seen, in milliseconds: 0 when motion is reduced or nobody can
 /// see it.
 int animationDuration(const QWidget &widget);
+
+/// Makes what `painter` paints of a disabled widget paler.
+void dimIfDisabled(QPainter &painter, const QWidget &widget);
 
 } // namespace quorbit

@@ -15,7 +15,7 @@ namespace quorbit {
 /// unknown name shows an empty circle.
 void paintSymbol(QPainter &painter, const QRectF &rect, QStringView name, const QColor &color);
 
-/// A symbol for where nobody tells what is behind it, such as the system tray.
+/// A symbol in white with a dark outline, which shows on any background: no tray host tells its colour.
 QIcon outlinedSymbolIcon(const QString &name);
 
 /// Every symbol that there is.

@@ -64,5 +64,5 @@ int main(int argc, char **argv) {
              << "},\n";
     text << "};\n";
     text.flush();
-    return file.commit() ? 0 : 1;
+    return file.flush() && file.commit() ? 0 : 1; // commit() alone does not see a full disk
 }

@@ -53,6 +53,10 @@ double fontScale(const QFont &userFont) {
     return userFont.pixelSize() > 0 ? userFont.pixelSize() / defaultPixels : 1;
 }
 
+int scaled(double pixels, const QFont &userFont) {
+    return static_cast<int>(std::lround(pixels * fontScale(userFont)));
+}
+
 QFont scaledFont(QFont font, double scale) {
     if (font.pointSizeF() > 0)
         font.setPointSizeF(std::max(font.pointSizeF() * scale, 1.0));
@@ -66,13 +70,12 @@ QFont applicationFont(const QFont &desktopFont, double scale) {
 }
 
 QFont sizedFont(double pixels, QFont::Weight weight, const QFont &userFont) {
-    const double scaled = pixels * fontScale(userFont);
     QFont font = userFont;
     // Points follow the screen's dots per inch; a font given in pixels is meant to stay as it is.
     if (userFont.pointSizeF() > 0)
-        font.setPointSizeF(std::max(scaled * pointsPerPixel, 1.0));
+        font.setPointSizeF(std::max(pixels * fontScale(userFont) * pointsPerPixel, 1.0));
     else
-        font.setPixelSize(std::max(static_cast<int>(std::lround(scaled)), 1));
+        font.setPixelSize(std::max(scaled(pixels, userFont), 1));
     font.setWeight(weight);
     return font;
 }

@@ -29,4 +29,7 @@ QFont scaledFont(QFont font, double scale);
 /// How much larger than the default the user's font is; symbols and columns grow with it.
 double fontScale(const QFont &userFont);
 
+/// A measure given in pixels at the default font size, in whole pixels at the user's.
+int scaled(double pixels, const QFont &userFont);
+
 } // namespace quorbit

@@ -155,26 +155,26 @@ QColor withAlpha(QColor color, double alpha) {
     return color;
 }
 
-QPalette themePalette(const Appearance &appearance) {
-    const Shades &shades = appearance.dark ? darkShades : lightShades;
+QPalette themePalette(const ColorPreferences &preferences) {
+    const Shades &shades = preferences.dark ? darkShades : lightShades;
     const QColor window = shades.window;
     const QColor card = shades.card;
     const QColor primary =
-        appearance.highContrast ? QColor(appearance.dark ? Qt::white : Qt::black) : QColor(shades.primary);
-    const double wanted = appearance.highContrast ? strongTextContrast : textContrast;
+        preferences.highContrast ? QColor(preferences.dark ? Qt::white : Qt::black) : QColor(shades.primary);
+    const double wanted = preferences.highContrast ? strongTextContrast : textContrast;
     const QColor secondary = legible(QColor(shades.secondary), {window, card}, wanted);
     const QColor tertiary = legible(QColor(shades.tertiary), {window, card}, wanted);
 
     // A desktop's accent may be any colour at all: it must stand out from both surfaces, and then carry text.
-    const QColor asked = appearance.accent ? QColor(appearance.accent->rgb()) : QColor(shades.accent);
+    const QColor asked = preferences.accent ? QColor(preferences.accent->rgb()) : QColor(shades.accent);
     const QColor accent = legible(asked, {window, card}, shapeContrast);
     const bool whiteText = contrastRatio(accent, Qt::white) >= whiteTextContrast;
     const QColor onAccent = whiteText ? QColor(Qt::white) : QColor(lightShades.primary);
     const QColor accentFill = legible(accent, {onAccent}, wanted);
 
-    const QColor ink = appearance.dark ? Qt::white : Qt::black;
-    const double edge = appearance.highContrast ? 0.6 : (appearance.dark ? 0.12 : 0.1);
-    const double separator = appearance.highContrast ? 0.35 : 0.08;
+    const QColor ink = preferences.dark ? Qt::white : Qt::black;
+    const double edge = preferences.highContrast ? 0.6 : (preferences.dark ? 0.12 : 0.1);
+    const double separator = preferences.highContrast ? 0.35 : 0.08;
 
     QPalette palette(shades.control, window);
     palette.setColor(QPalette::Window, window);

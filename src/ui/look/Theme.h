@@ -1,35 +1,22 @@
 #pragma once
 
+#include "platform/Appearance.h"
+#include "ui/look/TextColor.h"
+
 #include <QColor>
 #include <QPalette>
 
-#include <optional>
-
 namespace quorbit {
 
-/// How the desktop wants programs to look.
-struct Appearance {
-    bool dark = false;
-    /// The desktop's own accent colour, when it has one.
-    std::optional<QColor> accent;
-    bool highContrast = false;
-    bool reducedMotion = false;
-
-    bool operator==(const Appearance &) const = default;
-};
-
-/// The palette that makes every control look like `appearance`. Set it on the application: all views follow
-/// by their palette change events.
-QPalette themePalette(const Appearance &appearance);
+/// The palette that gives every control its colours. Set it on the application: all views follow by their
+/// palette change events.
+QPalette themePalette(const ColorPreferences &preferences);
 
 /// The palette of what lies on a highlighted row: its text stays readable on the highlight.
 QPalette highlightedPalette(const QPalette &palette);
 
 /// The same for what lies on a card tinted in the accent colour.
 QPalette tintedPalette(const QPalette &palette);
-
-/// What a text or a symbol is painted in, by meaning.
-enum class TextColor { primary, secondary, tertiary, accent, green, orange, red, yellow, onAccent };
 
 /// The colour for text, readable on the palette's window and card (4.5 : 1, in high contrast 7 : 1).
 QColor textColor(const QPalette &palette, TextColor color);
@@ -43,7 +30,7 @@ QColor textOn(const QPalette &palette, TextColor color, const QColor &surface);
 /// White or nearly black, whichever stands out more from an opaque surface.
 QColor readableOn(const QColor &surface);
 
-/// `fill`, moved as far from the colour of the text as text on it needs.
+/// `fill`, made darker or lighter until `text` on it has the contrast of textColor().
 QColor fillUnder(const QColor &text, const QColor &fill, const QPalette &palette);
 
 /// All colours of a view, derived from the palette of the widget that paints. Those with an alpha are painted

@@ -16,11 +16,9 @@ Alert::Alert(const AlertText &text, QWidget *over) : Overlay(over) {
     setAccessibleName(text.title);
     setAccessibleDescription(text.message);
 
-    auto *title = new TextLabel(text.title, TextStyle::headline, TextColor::primary);
+    auto *title = wrapping(new TextLabel(text.title, TextStyle::headline, TextColor::primary));
     title->setHeading();
-    title->setOverflow(TextLabel::Overflow::wrap);
-    auto *message = new TextLabel(text.message, TextStyle::callout, TextColor::secondary);
-    message->setOverflow(TextLabel::Overflow::wrap);
+    auto *message = wrapping(new TextLabel(text.message, TextStyle::callout, TextColor::secondary));
     auto *cancel = new Button(text.cancel, ButtonKind::bordered);
     auto *confirm = new Button(text.confirm, ButtonKind::destructiveProminent);
 

@@ -10,8 +10,6 @@ struct AlertText {
     QString cancel;
     /// The button for what cannot be undone.
     QString confirm;
-
-    bool operator==(const AlertText &) const = default;
 };
 
 /// Asks before something is done that cannot be undone. Escape and Return cancel. It deletes itself after

@@ -11,7 +11,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quorbit {
 
@@ -105,12 +104,10 @@ void Overlay::addAccessibleState(QAccessible::State &state) const {
 
 void Overlay::place() {
     setGeometry(parentWidget()->rect());
-    const double scale = fontScale(font());
-    const int width =
-        std::min(static_cast<int>(std::lround(panelSize_.width() * scale)), this->width() - 2 * windowMargin);
+    const int width = std::min(scaled(panelSize_.width(), font()), this->width() - 2 * windowMargin);
     const int content = column_->hasHeightForWidth() ? column_->totalHeightForWidth(width)
                                                      : column_->totalMinimumSize().height();
-    const int height = std::max(content, static_cast<int>(std::lround(panelSize_.height() * scale)));
+    const int height = std::max(content, scaled(panelSize_.height(), font()));
     panel_->setGeometry((this->width() - width) / 2, std::max(0, (this->height() - height) / 2), width,
                         std::min(height, this->height()));
     scroller_->setGeometry(panel_->rect());

@@ -1,5 +1,7 @@
 #include "ui/text/IconLabel.h"
 
+#include "ui/look/Layouts.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 
@@ -7,7 +9,7 @@ namespace quorbit {
 
 namespace {
 
-constexpr int gap = 6;
+constexpr int spacing = 6;
 
 double symbolSize(TextStyle style) {
     return style == TextStyle::caption || style == TextStyle::caption2 ? 13 : 16;
@@ -18,11 +20,9 @@ double symbolSize(TextStyle style) {
 IconLabel::IconLabel(const QString &symbol, const QString &text, TextStyle style, TextColor color,
                      QWidget *parent)
     : QWidget(parent)
-    , row_(new QHBoxLayout(this))
+    , row_(lineLayout(this, spacing))
     , symbol_(new SymbolLabel(symbol, symbolSize(style), color))
     , text_(new TextLabel(text, style, color)) {
-    row_->setContentsMargins({});
-    row_->setSpacing(gap);
     row_->addWidget(symbol_);
     row_->addWidget(text_, 1);
 }

@@ -1,5 +1,7 @@
 #include "ui/text/StatusDot.h"
 
+#include "ui/look/Theme.h"
+
 #include <QPainter>
 
 namespace quorbit {

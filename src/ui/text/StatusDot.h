@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/access/Accessibility.h"
-#include "ui/look/Theme.h"
+#include "ui/look/TextColor.h"
 
 #include <QWidget>
 

@@ -1,17 +1,22 @@
 #include "ui/text/StyledLineEdit.h"
 
-#include <QApplication>
-#include <QEvent>
+#include "ui/look/Inherited.h"
+#include "ui/look/Theme.h"
+
+#include <QPainter>
+#include <QStyle>
 
 namespace quorbit {
+
+namespace {
+constexpr int lineEditMargin = 2; // that QLineEdit keeps at each side of its text
+}
 
 StyledLineEdit::StyledLineEdit(TextStyle style, TextColor color, bool monospaced, QWidget *parent)
     : QLineEdit(parent), style_(style), color_(color), monospaced_(monospaced) {
     setFrame(false);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    if (parent != nullptr)
-        parent->installEventFilter(this);
-    restyle();
+    followInherited(this, [this] { restyle(); });
 }
 
 void StyledLineEdit::setValue(const QString &value) {
@@ -30,40 +35,29 @@ void StyledLineEdit::setLetterSpacing(double pixels) {
 }
 
 void StyledLineEdit::restyle() {
-    const QWidget *parent = parentWidget();
-    const QFont base = parent != nullptr ? parent->font() : QApplication::font();
+    const QFont base = inheritedFont(*this);
     QFont font = textFont(style_, base, monospaced_);
     if (letterSpacing_ > 0)
         font.setLetterSpacing(QFont::AbsoluteSpacing, letterSpacing_ * fontScale(base));
     setFont(font);
 
     QPalette own;
-    own.setColor(QPalette::Text,
-                 textColor(parent != nullptr ? parent->palette() : QApplication::palette(), color_));
+    own.setColor(QPalette::Text, textColor(inheritedPalette(*this), color_));
     own.setColor(QPalette::Base, Qt::transparent);
     setPalette(own);
     updateGeometry();
 }
 
-bool StyledLineEdit::event(QEvent *event) {
-    // A font and a palette of its own hide changes of the parent's from the line edit, so it watches the
-    // parent.
-    if (event->type() == QEvent::ParentAboutToChange && parentWidget() != nullptr)
-        parentWidget()->removeEventFilter(this);
-    const bool handled = QLineEdit::event(event);
-    if (event->type() == QEvent::ParentChange) {
-        if (parentWidget() != nullptr)
-            parentWidget()->installEventFilter(this);
-        restyle();
-    }
-    return handled;
-}
-
-bool StyledLineEdit::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == parentWidget() &&
-        (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange))
-        restyle();
-    return QLineEdit::eventFilter(watched, event);
+void StyledLineEdit::paintEvent(QPaintEvent *event) {
+    // QLineEdit cuts a text that is too long without a sign; only with a cursor in it that is clear.
+    const QRect room = (rect() - textMargins()).adjusted(lineEditMargin, 0, -lineEditMargin, 0) & rect();
+    if (hasFocus() || hasSelectedText() || textWidth(font(), displayText()) <= room.width())
+        return QLineEdit::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment() | Qt::AlignVCenter);
+    painter.drawText(room, static_cast<int>(side) | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(displayText(), Qt::ElideRight, room.width()));
 }
 
 } // namespace quorbit

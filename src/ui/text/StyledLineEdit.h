@@ -1,7 +1,7 @@
 #pragma once
 
+#include "ui/look/TextColor.h"
 #include "ui/look/TextStyle.h"
-#include "ui/look/Theme.h"
 
 #include <QLineEdit>
 
@@ -21,8 +21,7 @@ public:
     void setLetterSpacing(double pixels);
 
 protected:
-    bool event(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     void restyle();

@@ -1,9 +1,10 @@
 #include "ui/text/SymbolLabel.h"
 
+#include "ui/look/ControlStyle.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
+#include "ui/look/Theme.h"
 
-#include <QEvent>
 #include <QPainter>
 
 #include <cmath>
@@ -49,21 +50,12 @@ void SymbolLabel::addAccessibleState(QAccessible::State &state) const {
 
 void SymbolLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(0.5);
+    dimIfDisabled(painter, *this);
     // A glyph may be a little wider than its column; its own square has a margin that allows it.
     const double side = size_ * fontScale(font());
     QRectF square(0, 0, side, side);
     square.moveCenter(QRectF(rect()).center());
     paintSymbol(painter, square, name_, shapeColor(palette(), color_));
-}
-
-void SymbolLabel::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::EnabledChange)
-        update();
-    QWidget::changeEvent(event);
 }
 
 } // namespace quorbit

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/access/Accessibility.h"
-#include "ui/look/Theme.h"
+#include "ui/look/TextColor.h"
 
 #include <QWidget>
 
@@ -16,9 +16,7 @@ public:
     explicit SymbolLabel(const QString &name = {}, double size = 16, TextColor color = TextColor::secondary,
                          QWidget *parent = nullptr);
 
-    QString symbol() const { return name_; }
     void setSymbol(const QString &name);
-    TextColor color() const { return color_; }
     void setColor(TextColor color);
     /// The width that the symbol is centred in, when it is not the symbol's own; grows with the user's font.
     void setColumnWidth(double width);
@@ -30,7 +28,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
 
 private:
     QString name_;

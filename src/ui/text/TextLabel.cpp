@@ -1,5 +1,7 @@
 #include "ui/text/TextLabel.h"
 
+#include "ui/look/ControlStyle.h"
+#include "ui/look/Theme.h"
 #include "ui/look/ToolTip.h"
 
 #include <QEvent>
@@ -67,13 +69,6 @@ void TextLabel::setText(const QString &text) {
 
 void TextLabel::setHeading() {
     role_ = QAccessible::Heading;
-}
-
-void TextLabel::setStyle(TextStyle style) {
-    if (style == style_)
-        return;
-    style_ = style;
-    relayout();
 }
 
 void TextLabel::setColor(TextColor color) {
@@ -159,8 +154,7 @@ void TextLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setFont(ownFont());
     painter.setPen(textColor(palette(), color_));
-    if (!isEnabled())
-        painter.setOpacity(0.5);
+    dimIfDisabled(painter, *this);
     if (overflow_ == Overflow::wrap) {
         const auto lines = wrappedText(text_, ownFont(), width(), visualAlignment());
         const double spare = std::max(height() - lines->boundingRect().height(), 0.0);
@@ -175,8 +169,6 @@ void TextLabel::paintEvent(QPaintEvent *) {
 void TextLabel::changeEvent(QEvent *event) {
     if (event->type() == QEvent::FontChange)
         relayout();
-    if (event->type() == QEvent::EnabledChange)
-        update();
     QWidget::changeEvent(event);
 }
 
@@ -187,6 +179,11 @@ bool TextLabel::event(QEvent *event) {
         return true;
     }
     return QWidget::event(event);
+}
+
+TextLabel *wrapping(TextLabel *label) {
+    label->setOverflow(TextLabel::Overflow::wrap);
+    return label;
 }
 
 } // namespace quorbit

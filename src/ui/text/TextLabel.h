@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ui/access/Accessibility.h"
+#include "ui/look/TextColor.h"
 #include "ui/look/TextStyle.h"
-#include "ui/look/Theme.h"
 
 #include <QHash>
 #include <QPointer>
@@ -25,9 +25,7 @@ public:
 
     QString text() const { return text_; }
     void setText(const QString &text);
-    void setStyle(TextStyle style);
     void setColor(TextColor color);
-    TextColor color() const { return color_; }
     void setOverflow(Overflow overflow);
     /// Where the text lies in the label; leading and vertically centred unless told otherwise.
     void setAlignment(Qt::Alignment alignment);
@@ -66,5 +64,8 @@ private:
     QPointer<QWidget> buddy_;
     mutable QHash<int, int> heights_; ///< of the wrapped text by width, since laying it out takes long
 };
+
+/// Lets a label break its text into as many lines as it needs.
+TextLabel *wrapping(TextLabel *label);
 
 } // namespace quorbit

@@ -36,7 +36,7 @@ QColor color(const QDBusArgument &argument) {
     return QColor::fromRgbF(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue));
 }
 
-/// A value out of its envelopes: some portals put one variant into another.
+/// The value in a D-Bus variant: some portals put one variant into another.
 QVariant plainValue(QVariant value) {
     while (value.metaType() == QMetaType::fromType<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
@@ -54,7 +54,7 @@ DesktopAppearance::DesktopAppearance(QObject *parent)
     : QObject(parent)
     , darkByPalette_(QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F)
     , gtk_(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)) {
-    current_.dark = darkByPalette_;
+    current_.colors.dark = darkByPalette_;
     connect(&gtk_, &GtkSettingsFiles::changed, this, &DesktopAppearance::update);
 }
 
@@ -110,7 +110,7 @@ void DesktopAppearance::settingChanged(const QDBusMessage &message) {
 }
 
 void DesktopAppearance::update() {
-    DesktopPreferences next = desktopPreferences(portal_, gtk_.current(), darkByPalette_);
+    Appearance next = desktopPreferences(portal_, gtk_.current(), darkByPalette_);
     // The settings daemon of an X11 session makes the scale of texts a part of the resolution, by which the
     // toolkit scales everything.
     if (x11::hasSettingsDaemon())

@@ -17,7 +17,7 @@ class DesktopAppearance : public QObject {
 public:
     explicit DesktopAppearance(QObject *parent = nullptr);
 
-    const DesktopPreferences &current() const { return current_; }
+    const Appearance &current() const { return current_; }
 
     /// Reads the files, asks the portal, and follows both from now on, without waiting for the portal.
     void start();
@@ -33,7 +33,7 @@ private:
     bool darkByPalette_;
     GtkSettingsFiles gtk_;
     PortalSettings portal_;
-    DesktopPreferences current_;
+    Appearance current_;
 
 private Q_SLOTS:
     void settingChanged(const QDBusMessage &message);

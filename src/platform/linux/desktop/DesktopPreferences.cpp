@@ -112,11 +112,10 @@ double textScale(const PortalSettings &portal) {
 
 } // namespace
 
-DesktopPreferences desktopPreferences(const PortalSettings &portal, const GtkSettings &gtk,
-                                      bool darkByPalette) {
-    return {.dark = isDark(portal, gtk, darkByPalette),
-            .accent = accent(portal),
-            .highContrast = isHighContrast(portal, gtk),
+Appearance desktopPreferences(const PortalSettings &portal, const GtkSettings &gtk, bool darkByPalette) {
+    return {.colors = {.dark = isDark(portal, gtk, darkByPalette),
+                       .accent = accent(portal),
+                       .highContrast = isHighContrast(portal, gtk)},
             .reducedMotion = isMotionReduced(portal, gtk),
             .font = userFont(portal, gtk),
             .textScale = textScale(portal)};

@@ -79,8 +79,8 @@ void GtkSettingsFiles::read() {
     Q_EMIT changed();
 }
 
-/// Watches all that can be read: a folder tells of files that come and are replaced, a file of being written
-/// to.
+/// QFileSystemWatcher reports files that come and are replaced for their folder, and writing for the file
+/// itself. It cannot watch what cannot be read.
 void GtkSettingsFiles::watch() {
     QStringList paths{folder_};
     for (const char *version : versions) {

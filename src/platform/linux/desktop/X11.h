@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-/// What Qt has no word for on an X11 session; on other sessions all of it answers no and does nothing.
+/// What Qt has no function for in an X11 session; in other sessions all of it answers no and does nothing.
 namespace quorbit::x11 {
 
 bool isSession();
@@ -15,7 +15,7 @@ bool hasXTest();
 bool hasCompositor();
 /// Whether a tray takes icons in.
 bool hasTray();
-/// Whether a settings daemon tells programs the resolution that texts are drawn at.
+/// Whether a settings daemon (XSETTINGS) tells programs the resolution that texts are drawn at.
 bool hasSettingsDaemon();
 /// Whether a native event announces a tray that has just come up.
 bool announcesTray(const QByteArray &eventType, const void *message);
@@ -25,7 +25,8 @@ bool useDetectableAutoRepeat();
 /// Asks the window manager to bring a window to the front on behalf of the user's action at `timestamp`
 /// (milliseconds of the server's clock).
 void activate(const QWindow &window, std::uint32_t timestamp);
-/// Tells the desktop that the start with that id (DESKTOP_STARTUP_ID) is over, so that it stops showing one.
+/// Startup notification: tells the desktop that the start with that id (DESKTOP_STARTUP_ID) is over, so that
+/// it stops showing one.
 void endStartup(const QByteArray &startupId);
 
 } // namespace quorbit::x11

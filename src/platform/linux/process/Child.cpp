@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-extern "C" { // glibc 2.36 forgets to say so itself.
+extern "C" { // missing from the header of glibc 2.36
 #include <sys/pidfd.h>
 }
 #include <sys/wait.h>

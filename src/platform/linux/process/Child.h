@@ -17,6 +17,7 @@ public:
     Child(pid_t pid, QObject *parent);
     ~Child() override;
 
+    pid_t pid() const { return pid_; }
     /// Reaps the process when it has ended, so that no zombie is left.
     bool hasEnded();
     /// Sends SIGTERM to this very process, never to another one that was given its number later.

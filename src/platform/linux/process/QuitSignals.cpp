@@ -1,5 +1,6 @@
 #include "platform/linux/process/QuitSignals.h"
 
+#include <QCoreApplication>
 #include <QSocketNotifier>
 
 #include <array>
@@ -13,7 +14,7 @@ namespace quorbit {
 
 namespace {
 
-/// A signal handler may do little more than write into a pipe, and can be handed nothing.
+/// The self-pipe trick: a signal handler may call little more than write(), and takes no argument of ours.
 int pipeToLoop = -1;
 
 void handle(int) {
@@ -25,16 +26,16 @@ void handle(int) {
 
 } // namespace
 
-QuitSignals::QuitSignals(QObject *parent) : QObject(parent) {
+void endLoopAtQuitSignals() {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return; // The signals then end the program in their own way.
     pipeToLoop = ends[1];
-    auto *notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this, from = ends[0]] {
+    auto *notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, qApp);
+    QObject::connect(notifier, &QSocketNotifier::activated, qApp, [from = ends[0]] {
         char any = 0;
         while (::read(from, &any, 1) > 0) {}
-        Q_EMIT received();
+        QCoreApplication::exit(0);
     });
 
     struct sigaction action {};
@@ -43,7 +44,7 @@ QuitSignals::QuitSignals(QObject *parent) : QObject(parent) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         struct sigaction current {};
         ::sigaction(signal, nullptr, &current);
-        // Started to outlive its terminal.
+        // Started by nohup, to outlive its terminal.
         if (signal == SIGHUP && current.sa_handler == SIG_IGN)
             continue;
         ::sigaction(signal, &action, nullptr);

@@ -1,18 +1,9 @@
 #pragma once
 
-#include <QObject>
-
 namespace quorbit {
 
-/// Turns the signals by which terminals and the system end a program into a Qt signal. One object a process.
-class QuitSignals : public QObject {
-    Q_OBJECT
-
-public:
-    explicit QuitSignals(QObject *parent = nullptr);
-
-Q_SIGNALS:
-    void received();
-};
+/// Lets SIGTERM, SIGINT and SIGHUP, by which terminals and the system end a program, end the event loop.
+/// Called once, after the application object is made.
+void endLoopAtQuitSignals();
 
 } // namespace quorbit

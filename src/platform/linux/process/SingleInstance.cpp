@@ -14,7 +14,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
-extern "C" { // glibc 2.36 forgets to say so itself.
+extern "C" { // missing from the header of glibc 2.36
 #include <sys/pidfd.h>
 }
 #include <sys/socket.h>
@@ -41,7 +41,7 @@ void closeDescriptor(int &descriptor) {
     descriptor = -1;
 }
 
-/// A socket's name may have 108 characters at most; seen through the opened folder, it has few.
+/// sun_path holds 108 bytes at most; by way of /proc/self/fd the path is short, wherever the folder lies.
 sockaddr_un socketAddress(int folder) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
@@ -166,7 +166,7 @@ void SingleInstance::openSocket() {
     socket_ = unixSocket();
     const sockaddr_un address = socketAddress(folder_);
     constexpr int waitingStarts = 16;
-    // Before it has a name, so that there is no moment in which it has one and other rights.
+    // fchmod() before bind(): at no moment has the socket a name and wider permissions.
     ::fchmod(socket_, S_IRUSR | S_IWUSR);
     if (::bind(socket_, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0 ||
         ::listen(socket_, waitingStarts) != 0)
@@ -194,7 +194,7 @@ bool SingleInstance::deliver(const StartRequest &request, Deadline deadline) con
 void SingleInstance::endHolder() const {
     const pid_t process = holder(lock_);
     int descriptor = process > 0 ? ::pidfd_open(process, 0) : -1;
-    // Asked again, the kernel still names it: the descriptor is that of the holder and of none that followed.
+    // Process ids are reused: only if the kernel still names this one, the descriptor is the holder's.
     if (descriptor >= 0 && holder(lock_) == process) {
         for (const int signal : {SIGTERM, SIGKILL}) {
             ::pidfd_send_signal(descriptor, signal, nullptr, 0);

@@ -27,8 +27,8 @@ enum class ProcessGroup {
     session, ///< the program also leaves the terminal and outlives its hang-up
 };
 
-/// Starts a program with nothing but the three standard streams and the working directory inherited, signals
-/// as a fresh program expects them. Throws LaunchError with the system's text. The caller reaps the process.
+/// posix_spawn() with nothing but the three standard streams and the working directory inherited, no signal
+/// blocked or ignored. Throws LaunchError with the system's text. The caller reaps the process.
 pid_t spawn(const QString &executable, const QStringList &arguments, const Environment &environment,
             ProcessGroup group);
 

@@ -57,9 +57,9 @@ private Q_SLOTS:
         for (const auto &[name, group, key, value, files, expected] : rows) {
             const Row row(name);
             const PortalSettings portal{{group, {{QLatin1String(key), value}}}};
-            const DesktopPreferences found = desktopPreferences(portal, gtk(files), false);
-            QByteArray words = found.dark ? "dark" : "";
-            words += found.highContrast ? "contrast" : "";
+            const Appearance found = desktopPreferences(portal, gtk(files), false);
+            QByteArray words = found.colors.dark ? "dark" : "";
+            words += found.colors.highContrast ? "contrast" : "";
             words += found.reducedMotion ? "still" : "";
             QCOMPARE(words, expected);
         }

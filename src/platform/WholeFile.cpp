@@ -1,15 +1,16 @@
-#include "update/PackageFile.h"
+#include "platform/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QUuid>
 
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -33,7 +34,7 @@ QByteArray temporaryNameIn(const QString &folder) {
 
 } // namespace
 
-PackageFile::PackageFile(const QString &folder) : folder_(folder), temporaryName_(temporaryNameIn(folder)) {
+WholeFile::WholeFile(const QString &folder) : folder_(folder), temporaryName_(temporaryNameIn(folder)) {
     require(QDir().mkpath(folder_), "create the folder");
 #ifdef O_TMPFILE
     descriptor_ =
@@ -47,23 +48,24 @@ PackageFile::PackageFile(const QString &folder) : folder_(folder), temporaryName
     }
 }
 
-PackageFile::~PackageFile() {
-    ::close(descriptor_);
+WholeFile::~WholeFile() {
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
     if (named_)
         ::unlink(temporaryName_.constData());
 }
 
-void PackageFile::write(QByteArrayView bytes) {
+void WholeFile::write(QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
         const ssize_t written = ::write(descriptor_, bytes.data(), static_cast<size_t>(bytes.size()));
         if (written < 0 && errno == EINTR)
             continue;
-        require(written >= 0, "write the file");
+        require(written > 0, "write the file");
         bytes = bytes.sliced(written);
         unsent_ += written;
     }
 #ifdef SYNC_FILE_RANGE_WRITE
-    // Sets the disk to work now, without waiting for it, so that finish() need not wait long.
+    // Sets the disk to work now, without waiting for it, so that bringToDisk() need not wait long.
     if (unsent_ >= writeBackStep) {
         ::sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
         unsent_ = 0;
@@ -71,7 +73,14 @@ void PackageFile::write(QByteArrayView bytes) {
 #endif
 }
 
-void PackageFile::finish(const QString &name) {
+void WholeFile::copyPermissions(const QString &path) {
+    struct stat status {};
+    require(::stat(QFile::encodeName(path).constData(), &status) == 0 &&
+                ::fchmod(descriptor_, status.st_mode & 07777) == 0,
+            "copy the permissions");
+}
+
+void WholeFile::bringToDisk() {
     require(::fsync(descriptor_) == 0, "bring the file to disk");
     if (!named_) {
         // A nameless file can only be given a free name, hence the detour by the temporary one.
@@ -81,12 +90,13 @@ void PackageFile::finish(const QString &name) {
                 "name the file");
         named_ = true;
     }
-    const QString path = folder_ + u'/' + name;
-    const QFileInfo obstacle(path);
-    if (obstacle.isDir() && !obstacle.isSymLink())
-        QDir(path).removeRecursively(); // Should it fail, so does the renaming.
-    require(std::rename(temporaryName_.constData(), QFile::encodeName(path).constData()) == 0,
-            "rename the file");
+    // Some file systems tell only now that there was no room.
+    require(::close(std::exchange(descriptor_, -1)) == 0, "close the file");
+}
+
+void WholeFile::takeName(const QString &name) {
+    const QByteArray path = QFile::encodeName(folder_ + u'/' + name);
+    require(std::rename(temporaryName_.constData(), path.constData()) == 0, "rename the file");
     named_ = false;
 }
 

@@ -1,4 +1,6 @@
-#include "wording/HistoryKind.h"
+#include "wording/HistoryItem.h"
+
+#include <QCoreApplication>
 
 namespace quorbit {
 
@@ -12,6 +14,12 @@ QString historyKindSymbol(const std::optional<QString> &type) {
     if (type == u"files"_s)
         return u"doc.on.doc"_s;
     return u"doc"_s;
+}
+
+QString spokenHistoryItem(const QString &preview, const QString &source) {
+    if (preview.isEmpty() && source.isEmpty())
+        return qtTrId("common.unnamed");
+    return preview.isEmpty() || source.isEmpty() ? preview + source : preview + u", "_s + source;
 }
 
 } // namespace quorbit

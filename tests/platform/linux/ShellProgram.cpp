@@ -1,7 +1,6 @@
-// The parts of the application shell that only a process of its own can show. It prints what happens to it, a
-// line each: shell_program FOLDER PATIENCE [hang|slow].
+// What only a process of its own can show. It prints what happens to it, a line each:
+// shell_program FOLDER PATIENCE [hang|slow].
 
-#include "app/Relaunch.h"
 #include "platform/linux/process/QuitSignals.h"
 #include "platform/linux/process/SingleInstance.h"
 #include "platform/linux/process/TerminationHook.h"
@@ -41,8 +40,7 @@ int main(int argc, char **argv) {
         std::this_thread::sleep_for(std::chrono::seconds(60));
     }
     const TerminationHook hook([] { say("hook"); });
-    const QuitSignals signals;
-    QObject::connect(&signals, &QuitSignals::received, &application, terminateApplication);
+    endLoopAtQuitSignals();
     QObject::connect(&instance, &SingleInstance::startedAgain, &application, [](const StartRequest &request) {
         say("started again " + request.activationToken + ' ' + request.startupId);
     });
