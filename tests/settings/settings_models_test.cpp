@@ -257,7 +257,7 @@ private Q_SLOTS:
                  {withMaster(u"office"_s), u"master_off[Office]"_s},
                  {withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
                  {withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s},
-                 {withMaster(u"unnamed"_s), u"controlled[unnamed]"_s, Tint::green}};
+                 {withMaster(u"unnamed"_s), u"controlled[unnamed]"_s, TextColor::green}};
         for (const auto &[change, text, dot, isTrusted] : rows) {
             const auto line = modelAfter(change, isTrusted)->statusLine;
             QCOMPARE(line ? line->text : QString(), text.isEmpty() ? text : u"kvm.status."_s + text);

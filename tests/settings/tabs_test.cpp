@@ -335,7 +335,7 @@ private Q_SLOTS:
         Window window(kvmTab, state);
         const QByteArray line = "PUT /api/settings";
         auto tab = std::make_unique<KvmTab>(*window.world.daemon, window.kvm);
-        tab->refresh();
+        tab->showState();
         openWindow(*tab);
         auto *area = tab->findChild<CanvasArea *>();
         area->setCurrentCard(u"d-1"_s);
@@ -360,7 +360,7 @@ private Q_SLOTS:
         QTest::qWait(100);
 
         window.world.service.answer(line, {.manner = Answer::hang});
-        tab->refresh();
+        tab->showState();
         const QRectF start = place();
         step();
         step();

@@ -128,8 +128,8 @@ std::string variable(std::string name) {
 
 Options parseOptions(int argc, char **argv) {
     Options options;
-    for (const char *name :
-         {"scenario", "speed", "start-delay", "linger", "history", "port", "token", "state", "fault", "delay"}) {
+    for (const char *name : {"scenario", "speed", "start-delay", "linger", "history", "port", "token",
+                             "state", "fault", "delay"}) {
         if (const char *value = std::getenv(variable(name).c_str()))
             set(options, name, value);
     }

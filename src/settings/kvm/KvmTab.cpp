@@ -60,7 +60,7 @@ KvmTab::KvmTab(Daemon &daemon, KvmServices services, QWidget *parent)
 KvmTab::~KvmTab() {
     // A card that was moved by keyboard stays where it was left although nobody waits for the earlier save.
     if (const auto last = canvas_->lastSave())
-        save(&DaemonSettings::kvm_layout, last->layout);
+        save(daemon_, &DaemonSettings::kvm_layout, last->layout);
 }
 
 FormSection *KvmTab::makeToggleSection() {
