@@ -62,9 +62,11 @@ void ChoiceItem::paintEvent(QPaintEvent *) {
 }
 
 void ChoiceItem::keyPressEvent(QKeyEvent *event) {
-    // The choice with the focus is the current one, so that Return is left to a default button.
-    if (!bar_->moveFrom(*this, event->key()))
-        QAbstractButton::keyPressEvent(event);
+    // The focus is on the current choice, which needs no choosing: Return is left to the default button.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        event->ignore();
+    else if (!bar_->moveFrom(*this, event->key()))
+        Pressable::keyPressEvent(event);
 }
 
 ChoiceBar::ChoiceBar(double ringRadius, int spacing, QMargins margins, QWidget *parent)
