@@ -15,6 +15,7 @@
 /// What stands between an event and the painted pixels: bench_views key|drag. Prints a line for each round,
 /// in milliseconds of computing; there is nothing to wait for in between.
 
+using namespace Qt::StringLiterals;
 using namespace quorbit;
 using namespace quorbit::test;
 

@@ -7,6 +7,7 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
 using namespace quorbit;
 
 int main(int argc, char **argv) {
@@ -19,9 +20,9 @@ int main(int argc, char **argv) {
     std::array<char *, 2> ownArguments{name.data(), nullptr};
     int count = 1;
     const QApplication application(count, ownArguments.data());
-    QApplication::setApplicationName(QStringLiteral("quorbit"));
+    QApplication::setApplicationName(u"quorbit"_s);
     QApplication::setApplicationVersion(QStringLiteral(QUORBIT_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("quorbit"));
+    QApplication::setDesktopFileName(u"quorbit"_s);
 
     const auto desktop = process->makeDesktop();
     SystemClock clock;

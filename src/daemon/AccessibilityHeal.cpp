@@ -3,10 +3,10 @@
 #include <cmath>
 #include <utility>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quorbit {
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <exception>
 #include <utility>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
+
+namespace quorbit {
 
 QCoro::Task<> Daemon::refreshAfter(QCoro::Task<> command) {
     try {

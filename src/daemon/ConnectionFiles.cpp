@@ -4,9 +4,9 @@
 
 #include <QStringDecoder>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
+
+namespace quorbit {
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include <exception>
 #include <utility>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace quorbit {
 
 namespace {
 

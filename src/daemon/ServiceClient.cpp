@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <utility>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
+
+namespace quorbit {
 
 namespace {
 

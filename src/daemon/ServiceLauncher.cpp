@@ -2,9 +2,9 @@
 
 #include <QFileInfo>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
+
+namespace quorbit {
 
 std::optional<QString> ServiceLauncher::locateHelper() const {
     const QString name = u"quorbitd"_s;

@@ -16,6 +16,8 @@
 
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -58,7 +60,7 @@ SettingsDefaults::~SettingsDefaults() {
 
 QString SettingsDefaults::userFile() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/Quorbit/settings.json");
+           u"/Quorbit/settings.json"_s;
 }
 
 QJsonValue SettingsDefaults::value(const QString &key) const {

@@ -11,9 +11,9 @@
 #include <iterator>
 #include <utility>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
+
+namespace quorbit {
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <QCoreApplication>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
+
+namespace quorbit {
 
 QString historyKindSymbol(const std::optional<QString> &type) {
     if (type == u"text"_s)

@@ -16,7 +16,7 @@ namespace quorbit {
 namespace {
 
 bool isHorizontalSpace(QChar c) {
-    return c == QLatin1Char('\t') || c.category() == QChar::Separator_Space;
+    return c == u'\t' || c.category() == QChar::Separator_Space;
 }
 
 bool isVisible(char32_t character) {

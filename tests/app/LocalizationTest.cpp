@@ -13,7 +13,7 @@ const QString languageKey = u"quorbit.language"_s;
 const QString overrideKey = u"AppleLanguages"_s;
 
 QStringList words(const char *text) {
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
 }
 
 } // namespace

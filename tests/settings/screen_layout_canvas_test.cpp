@@ -189,7 +189,7 @@ private Q_SLOTS:
         Window window;
         QAccessibleInterface *group = accessible(window.area);
         const QPoint corner = window.area->mapToGlobal(QPoint(1, 1));
-        QVERIFY(group->childAt(corner.x(), corner.y()) == nullptr);
+        QVERIFY(!group->childAt(corner.x(), corner.y()));
         ScreenDesk stacked = usualDesk();
         stacked.layout[u"office"_s] = stacked.layout[u"mac"_s];
         window.canvas.render(stacked, u"mac"_s);

@@ -20,12 +20,11 @@ public:
 
     QString translate(const char * /*context*/, const char *key, const char * /*disambiguation*/,
                       int /*n*/) const override {
-        static const QStringList filled{
-            QStringLiteral("update.available.title"), QStringLiteral("update.uptodate"),
-            QStringLiteral("devices.unpair.message"), QStringLiteral("kvm.status.controlled"),
-            QStringLiteral("kvm.status.master_off"),  QStringLiteral("kvm.master.peer_global")};
+        static const QStringList filled{u"update.available.title"_s, u"update.uptodate"_s,
+                                        u"devices.unpair.message"_s, u"kvm.status.controlled"_s,
+                                        u"kvm.status.master_off"_s,  u"kvm.master.peer_global"_s};
         const QString text = QString::fromUtf8(key);
-        return filled.contains(text) ? text + QStringLiteral("[%1]") : text;
+        return filled.contains(text) ? text + u"[%1]"_s : text;
     }
 };
 

@@ -17,6 +17,7 @@
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // NOLINT(bugprone-reserved-identifier)
 #endif
 
+using namespace Qt::StringLiterals;
 using namespace quorbit;
 using namespace quorbit::test;
 using namespace std::chrono_literals;
@@ -111,7 +112,7 @@ void poll(Fixture &world, Desk &desk, int number) {
 
 /// Says what the toolkit says, but for what the offscreen platform cannot do, at every opening of a window.
 void say(QtMsgType, const QMessageLogContext &, const QString &text) {
-    if (!text.startsWith(QLatin1String("This plugin does not support")))
+    if (!text.startsWith("This plugin does not support"_L1))
         std::fprintf(stderr, "%s\n", qUtf8Printable(text));
 }
 
@@ -123,7 +124,7 @@ int main(int argc, char **argv) {
     QApplication app(argc, argv);
     QApplication::setStyle(new ControlStyle);
     useAppearance({}, 9);
-    useLanguage(QStringLiteral("en"));
+    useLanguage(u"en"_s);
     // Wakes up a wait that would otherwise last for ever.
     QTimer heartbeat;
     heartbeat.start(1s);

@@ -6,6 +6,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit::test {
 
 QByteArrayList SeenRequest::header(const QByteArray &name) const {
@@ -25,7 +27,7 @@ FakeService::FakeService(const QHostAddress &host) : host_(host) {
 
 QUrl FakeService::address() const {
     QUrl url;
-    url.setScheme(QStringLiteral("http"));
+    url.setScheme(u"http"_s);
     url.setHost(host_.toString());
     url.setPort(port_);
     return url;

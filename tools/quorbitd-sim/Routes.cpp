@@ -74,7 +74,7 @@ void addRoutes(httplib::Server &server, World &world, const std::string &token, 
     server.set_pre_routing_handler([token, options](const Request &request, Response &response) {
         requestTime = nowMilliseconds();
         const Fault *fault = onPath(options.faults, request.path);
-        if (fault != nullptr && misbehave(response, *fault))
+        if (fault && misbehave(response, *fault))
             return httplib::Server::HandlerResponse::Handled;
         if (request.get_header_value("Authorization") != "Bearer " + token) {
             refuse(response, 401, "unauthorized");

@@ -8,6 +8,8 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -17,7 +19,7 @@ constexpr QSize idealSize(580, 520);
 
 QString title() {
     // The menu says by its dots that a window follows.
-    return qtTrId("menu.settings").remove(QChar(0x2026)).remove(QStringLiteral("..."));
+    return qtTrId("menu.settings").remove(QChar(0x2026)).remove(u"..."_s);
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 #include <QMenu>
 #include <QSystemTrayIcon>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 TrayIcon::TrayIcon(Desktop &desktop, QObject *parent) : QObject(parent), desktop_(desktop) {}
@@ -22,8 +24,7 @@ bool TrayIcon::isShown() const {
 
 void TrayIcon::show() {
     makeMenu();
-    icon_ = new QSystemTrayIcon(outlinedSymbolIcon(QStringLiteral("cursorarrow.and.square.on.square.dashed")),
-                                this);
+    icon_ = new QSystemTrayIcon(outlinedSymbolIcon(u"cursorarrow.and.square.on.square.dashed"_s), this);
     icon_->setToolTip(qtTrId("common.app_name"));
     icon_->setContextMenu(menu_.get());
     connect(icon_, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {

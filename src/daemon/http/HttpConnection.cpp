@@ -7,9 +7,9 @@
 
 #include <utility>
 
-namespace quorbit {
-
 using namespace Qt::StringLiterals;
+
+namespace quorbit {
 
 namespace {
 

@@ -22,6 +22,8 @@
 #include <syslog.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -59,7 +61,7 @@ QString ownExecutable() {
     if (length <= 0)
         return {};
     QString path = QFile::decodeName(QByteArray(target.data(), length));
-    const QString replaced = QStringLiteral(" (deleted)");
+    const QString replaced = u" (deleted)"_s;
     if (path.endsWith(replaced) && !QFile::exists(path))
         path.chop(replaced.size());
     return path;
@@ -80,7 +82,7 @@ std::optional<QString> LinuxPlatform::auxiliaryExecutable(const QString &name) c
     if (!bundle_.executable)
         return std::nullopt;
     const QDir bin = QFileInfo(*bundle_.executable).dir();
-    const QString path = QDir::cleanPath(bin.filePath(QStringLiteral("../libexec/quorbit/") + name));
+    const QString path = QDir::cleanPath(bin.filePath(u"../libexec/quorbit/"_s + name));
     const QFileInfo file(path);
     return file.isFile() && file.isExecutable() ? std::optional(path) : std::nullopt;
 }
@@ -109,11 +111,14 @@ void LinuxPlatform::reopenAfterExit() {
         return;
     reopening_ = true;
     const pid_t service = launched_ && !launched_->hasEnded() ? launched_->pid() : 0;
-    const QStringList command{
-        QStringLiteral("-c"),        QString::fromLatin1(reopenScript), QStringLiteral("quorbit-reopen"),
-        QString::number(::getpid()), QString::number(service),          *bundle_.executable};
+    const QStringList command{u"-c"_s,
+                              QString::fromLatin1(reopenScript),
+                              u"quorbit-reopen"_s,
+                              QString::number(::getpid()),
+                              QString::number(service),
+                              *bundle_.executable};
     try {
-        spawn(QStringLiteral("/bin/sh"), command + bundle_.arguments, environment_, ProcessGroup::session);
+        spawn(u"/bin/sh"_s, command + bundle_.arguments, environment_, ProcessGroup::session);
     } catch (const LaunchError &) {
         // The program then ends without coming back.
     }
@@ -147,8 +152,8 @@ void LinuxPlatform::observeAccessibilityChanges(std::function<void()> changed) {
         return;
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (bus.isConnected())
-        bus.connect(QString(), QString(), QStringLiteral("com.apple.accessibility"), QStringLiteral("api"),
-                    this, SLOT(accessibilityChanged()));
+        bus.connect(QString(), QString(), u"com.apple.accessibility"_s, u"api"_s, this,
+                    SLOT(accessibilityChanged()));
 }
 
 void LinuxPlatform::accessibilityChanged() {
@@ -181,9 +186,9 @@ void LinuxPlatform::reveal(const QString &path) {
         open(folder);
         return;
     }
-    QDBusMessage request = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    QDBusMessage request =
+        QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+                                       u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
     request << QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)} << QString();
     auto *answer = new QDBusPendingCallWatcher(bus.asyncCall(request), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, folder] {

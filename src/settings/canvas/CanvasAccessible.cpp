@@ -41,7 +41,7 @@ QString placeText(CardRelation::Side side, const QString &neighbour) {
 QString descriptionOf(const CanvasCard &card, const CanvasArea &area) {
     const QString hint = qtTrId("kvm.canvas.tap_master");
     const CanvasCard *neighbour = card.relation ? area.cardWithID(card.relation->neighbourID) : nullptr;
-    return neighbour == nullptr ? hint : placeText(card.relation->side, neighbour->title) + u' ' + hint;
+    return !neighbour ? hint : placeText(card.relation->side, neighbour->title) + u' ' + hint;
 }
 
 /// The card of one device, wherever it stands among the others.
@@ -66,7 +66,7 @@ public:
 
     QRect rect() const override {
         const CanvasCard *shown = card();
-        if (shown == nullptr)
+        if (!shown)
             return {};
         const QRect inArea = area_->placeOf(*shown).toAlignedRect();
         return {area_->mapToGlobal(inArea.topLeft()), inArea.size()};
@@ -75,7 +75,7 @@ public:
     QAccessible::State state() const override {
         QAccessible::State state;
         const CanvasCard *shown = card();
-        if (shown == nullptr) {
+        if (!shown) {
             state.invalid = true;
             return state;
         }
@@ -91,7 +91,7 @@ public:
 
     QString text(QAccessible::Text kind) const override {
         const CanvasCard *shown = card();
-        if (shown == nullptr)
+        if (!shown)
             return {};
         if (kind == QAccessible::Name)
             return nameOf(*shown);
@@ -139,7 +139,7 @@ public:
 
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
-        state.focused = state.focused && area_->currentCard() == nullptr; // else the card has the focus
+        state.focused = state.focused && !area_->currentCard(); // else the card has the focus
         return state;
     }
 
@@ -154,15 +154,15 @@ public:
     }
     int indexOfChild(const QAccessibleInterface *child) const override {
         const auto *card = dynamic_cast<const CardInterface *>(child);
-        const CanvasCard *shown = card != nullptr ? card->card() : nullptr;
-        return shown != nullptr ? static_cast<int>(shown - area_->cards().data()) : -1;
+        const CanvasCard *shown = card ? card->card() : nullptr;
+        return shown ? static_cast<int>(shown - area_->cards().data()) : -1;
     }
     QAccessibleInterface *focusChild() const override {
         return area_->hasFocus() ? of(area_->currentCard()) : nullptr;
     }
 
     QAccessibleInterface *of(const CanvasCard *card) const {
-        if (card == nullptr)
+        if (!card)
             return nullptr;
         if (QAccessibleInterface *known = madeFor(card->id))
             return known;
@@ -184,7 +184,7 @@ private:
 
 QAccessibleInterface *makeInterface(const QString &, QObject *object) {
     auto *area = qobject_cast<CanvasArea *>(object);
-    return area != nullptr ? new AreaInterface(area) : nullptr;
+    return area ? new AreaInterface(area) : nullptr;
 }
 
 AreaInterface *interfaceOf(CanvasArea &area) {
@@ -212,16 +212,16 @@ void installCanvasAccessibility() {
 
 void announceCurrentCard(CanvasArea &area) {
     const AreaInterface *group = interfaceOf(area);
-    if (group != nullptr && area.currentCard() != nullptr)
+    if (group && area.currentCard())
         announce(group->of(area.currentCard()), QAccessible::Focus);
 }
 
 void announceLeavingCards(CanvasArea &area, const std::vector<CanvasCard> &next) {
     AreaInterface *group = interfaceOf(area);
-    if (group == nullptr)
+    if (!group)
         return;
     for (const CanvasCard &card : area.cards()) {
-        if (find(next, card.id) != nullptr)
+        if (find(next, card.id))
             continue;
         announce(group->of(&card), QAccessible::ObjectDestroyed);
         group->forget(card.id);
@@ -230,14 +230,14 @@ void announceLeavingCards(CanvasArea &area, const std::vector<CanvasCard> &next)
 
 void announceChangedCards(CanvasArea &area, const std::vector<CanvasCard> &before) {
     const AreaInterface *group = interfaceOf(area);
-    if (group == nullptr)
+    if (!group)
         return;
     for (const CanvasCard &card : area.cards()) {
         const CanvasCard *old = find(before, card.id);
-        QAccessibleInterface *shown = old == nullptr ? group->of(&card) : group->madeFor(card.id);
-        if (shown == nullptr)
+        QAccessibleInterface *shown = !old ? group->of(&card) : group->madeFor(card.id);
+        if (!shown)
             continue; // nobody has asked for it, so nobody has to forget what it was
-        if (old == nullptr) {
+        if (!old) {
             announce(shown, QAccessible::ObjectCreated);
             continue;
         }

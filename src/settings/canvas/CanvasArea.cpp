@@ -87,7 +87,7 @@ void CanvasArea::reshow() {
 
 /// The keyboard stays at its device, or at the place where that was.
 void CanvasArea::keepCurrentCard(const std::vector<CanvasCard> &before) {
-    if (currentID_.isNull() || currentCard() != nullptr)
+    if (currentID_.isNull() || currentCard())
         return;
     const auto last = std::find_if(before.begin(), before.end(),
                                    [this](const CanvasCard &card) { return card.id == currentID_; });
@@ -120,7 +120,7 @@ const CanvasCard *CanvasArea::cardWithID(const QString &id) const {
 }
 
 void CanvasArea::setCurrentCard(const QString &id) {
-    if (id == currentID_ || cardWithID(id) == nullptr)
+    if (id == currentID_ || !cardWithID(id))
         return;
     updateCard(currentCard());
     currentID_ = id;
@@ -132,12 +132,12 @@ void CanvasArea::setCurrentCard(const QString &id) {
 
 void CanvasArea::followCurrentCard() {
     const CanvasCard *current = currentCard();
-    if (current != nullptr && byKeyboard_)
+    if (current && byKeyboard_)
         Q_EMIT currentCardAt(CardPainter::extent(placeOf(*current)));
 }
 
 void CanvasArea::makeMaster(const QString &id) {
-    if (cardWithID(id) != nullptr && id != masterID_)
+    if (cardWithID(id) && id != masterID_)
         Q_EMIT masterPicked(id);
 }
 
@@ -153,13 +153,13 @@ QSize CanvasArea::sizeHint() const {
 
 QVariant CanvasArea::inputMethodQuery(Qt::InputMethodQuery query) const {
     const CanvasCard *current = currentCard();
-    if (query == Qt::ImCursorRectangle && current != nullptr)
+    if (query == Qt::ImCursorRectangle && current)
         return CardPainter::extent(placeOf(*current));
     return QWidget::inputMethodQuery(query);
 }
 
 void CanvasArea::updateCard(const CanvasCard *card) {
-    if (card != nullptr)
+    if (card)
         update(CardPainter::extent(placeOf(*card)));
 }
 
@@ -170,7 +170,7 @@ void CanvasArea::paintEvent(QPaintEvent *event) {
     paintCards(painter, cards, event->rect());
 
     const CanvasCard *current = currentCard();
-    if (current != nullptr && byKeyboard_ && hasFocus())
+    if (current && byKeyboard_ && hasFocus())
         cards.paintFocus(painter, placeOf(*current));
 }
 
@@ -186,7 +186,7 @@ void CanvasArea::paintCards(QPainter &painter, const CardPainter &cards, const Q
         if (&card != floating)
             paint(card);
     }
-    if (floating != nullptr)
+    if (floating)
         paint(*floating);
 }
 
@@ -201,7 +201,7 @@ void CanvasArea::mousePressEvent(QMouseEvent *event) {
     // Qt rounds position() to whole points; scenePosition() tells the pixel of the screen.
     const QPointF pressed = mapFrom(window(), event->scenePosition());
     const CanvasCard *card = cardAt(pressed);
-    if (card == nullptr)
+    if (!card)
         return;
     byKeyboard_ = false;
     updateCard(currentCard());
@@ -261,7 +261,7 @@ void CanvasArea::keyPressEvent(QKeyEvent *event) {
     const auto step = stepOf(event->key(), fine);
     const bool activates =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
-    if (currentCard() == nullptr || (!step && !activates) || (modifiers != Qt::NoModifier && !fine)) {
+    if (!currentCard() || (!step && !activates) || (modifiers != Qt::NoModifier && !fine)) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -280,7 +280,7 @@ void CanvasArea::focusInEvent(QFocusEvent *event) {
         byKeyboard_ = true;
     if (byTab && !cards_.empty())
         currentID_ = reason == Qt::TabFocusReason ? cards_.front().id : cards_.back().id;
-    else if (currentCard() == nullptr && !cards_.empty())
+    else if (!currentCard() && !cards_.empty())
         currentID_ = cards_.front().id;
     update();
     followCurrentCard();
@@ -318,7 +318,7 @@ void CanvasArea::changeEvent(QEvent *event) {
 // A name that was cut can be read whole by resting the pointer on its card.
 void CanvasArea::showWholeTitle(const QHelpEvent &event) {
     const CanvasCard *card = cardAt(event.pos());
-    if (card != nullptr && !CardPainter(palette(), font()).showsWholeTitle(*card))
+    if (card && !CardPainter(palette(), font()).showsWholeTitle(*card))
         showToolTip(event, card->title, this, CardPainter::extent(placeOf(*card)));
 }
 

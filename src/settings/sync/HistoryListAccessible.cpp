@@ -117,7 +117,7 @@ public:
     }
     int indexOfChild(const QAccessibleInterface *child) const override {
         const auto *row = dynamic_cast<const RowInterface *>(child);
-        return row != nullptr ? row->row() : -1;
+        return row ? row->row() : -1;
     }
     QAccessibleInterface *focusChild() const override {
         return list_->hasFocus() ? child(list_->currentRow()) : nullptr;
@@ -131,7 +131,7 @@ private:
 
 QAccessibleInterface *makeInterface(const QString &, QObject *object) {
     auto *list = qobject_cast<HistoryList *>(object);
-    return list != nullptr ? new ListInterface(list) : nullptr;
+    return list ? new ListInterface(list) : nullptr;
 }
 
 } // namespace

@@ -72,14 +72,14 @@ public:
     relations(QAccessible::Relation match) const override {
         auto relations = QAccessibleWidget::relations(match);
         if (QWidget *labelled = control_.accessibleLabelled();
-            labelled != nullptr && match.testFlag(QAccessible::Labelled))
+            labelled && match.testFlag(QAccessible::Labelled))
             relations.append({QAccessible::queryAccessibleInterface(labelled), QAccessible::Labelled});
         return relations;
     }
 
     int childCount() const override {
         if (control_.isAccessibleLeaf())
-            return control_.accessiblePopup() != nullptr ? 1 : 0;
+            return control_.accessiblePopup() ? 1 : 0;
         return QAccessibleWidget::childCount();
     }
 
@@ -91,7 +91,7 @@ public:
 
     int indexOfChild(const QAccessibleInterface *child) const override {
         if (control_.isAccessibleLeaf())
-            return child != nullptr && child->object() == control_.accessiblePopup() ? 0 : -1;
+            return child && child->object() == control_.accessiblePopup() ? 0 : -1;
         return QAccessibleWidget::indexOfChild(child);
     }
 
@@ -130,10 +130,10 @@ private:
 };
 
 QAccessibleInterface *makeInterface(const QString &, QObject *object) {
-    if (object == nullptr || !object->isWidgetType())
+    if (!object || !object->isWidgetType())
         return nullptr;
     auto *control = dynamic_cast<AccessibleControl *>(object);
-    return control != nullptr ? new ControlInterface(static_cast<QWidget *>(object), *control) : nullptr;
+    return control ? new ControlInterface(static_cast<QWidget *>(object), *control) : nullptr;
 }
 
 } // namespace
@@ -147,9 +147,9 @@ bool AccessibleControl::isHeard() const {
     if (!QAccessible::isActive())
         return false;
     // What a leaf is made of is not in the tree.
-    for (QWidget *above = self_->parentWidget(); above != nullptr; above = above->parentWidget()) {
+    for (QWidget *above = self_->parentWidget(); above; above = above->parentWidget()) {
         const auto *control = dynamic_cast<AccessibleControl *>(above);
-        if (control != nullptr && control->isAccessibleLeaf())
+        if (control && control->isAccessibleLeaf())
             return false;
     }
     return true;

@@ -52,19 +52,19 @@ public:
 private:
     void update() {
         const bool wanted = worksByKeyboard(*control_) && control_->hasFocus() && control_->isVisible() &&
-                            control_->parentWidget() != nullptr && !control_->isWindow();
+                            control_->parentWidget() && !control_->isWindow();
         if (!wanted) {
             remove();
             return;
         }
-        if (ring_ == nullptr)
+        if (!ring_)
             ring_ = new FocusRing(control_, radius_, gap_);
         ring_->follow();
     }
 
     /// The parent may be walking through its children, this ring among them, when it must go.
     void remove() {
-        if (ring_ == nullptr)
+        if (!ring_)
             return;
         ring_->hide();
         ring_->deleteLater();

@@ -125,7 +125,7 @@ void Button::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     dimIfDisabled(painter, *this);
     paintFrame(painter, rect(), metrics.radius, look.fill, look.edge);
-    if (busy_ != nullptr)
+    if (busy_)
         return;
 
     painter.setFont(ownFont());
@@ -151,7 +151,7 @@ void Button::paintEvent(QPaintEvent *) {
 }
 
 void Button::resizeEvent(QResizeEvent *) {
-    if (busy_ != nullptr)
+    if (busy_)
         busy_->move((width() - busy_->width()) / 2, (height() - busy_->height()) / 2);
 }
 

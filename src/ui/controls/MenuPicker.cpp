@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -27,7 +29,7 @@ constexpr double leastTextWidth = 12;
 
 /// An ampersand in a title stands for itself, not for a mnemonic.
 QString literal(QString title) {
-    return title.replace(QLatin1Char('&'), QLatin1String("&&"));
+    return title.replace(u'&', "&&"_L1);
 }
 } // namespace
 
@@ -80,7 +82,7 @@ QStringList MenuPicker::accessibleActions() const {
 }
 
 void MenuPicker::openMenu() {
-    if (menu_ != nullptr || options_.isEmpty())
+    if (menu_ || options_.isEmpty())
         return;
     menu_ = new QMenu(this);
     menu_->setAccessibleName(accessibleName());
@@ -91,7 +93,7 @@ void MenuPicker::openMenu() {
     connect(menu_, &QMenu::triggered, this, [this](QAction *action) {
         const int chosen = action->data().toInt();
         // Assistive technology chooses without closing the menu.
-        if (menu_ != nullptr)
+        if (menu_)
             menu_->close();
         Q_EMIT picked(chosen);
     });
@@ -112,7 +114,7 @@ void MenuPicker::openMenu() {
 }
 
 void MenuPicker::updateMenu() {
-    if (menu_ == nullptr)
+    if (!menu_)
         return;
     QList<QAction *> actions = menu_->actions();
     while (actions.size() > options_.size())
@@ -133,15 +135,14 @@ void MenuPicker::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     dimIfDisabled(painter, *this);
     paintFrame(painter, rect(), radius, colors.control, colors.controlEdge);
-    if (isLit() || menu_ != nullptr)
-        paintFrame(painter, rect(), radius, withAlpha(colors.primary, menu_ != nullptr ? 0.08 : 0.04),
-                   Qt::transparent);
+    if (isLit() || menu_)
+        paintFrame(painter, rect(), radius, withAlpha(colors.primary, menu_ ? 0.08 : 0.04), Qt::transparent);
 
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     const double side = chevrons * scale;
     const double edge = trailing * scale;
     const QRectF square(mirrored ? edge : width() - edge - side, (height() - side) / 2, side, side);
-    paintSymbol(painter, square, QStringLiteral("chevron.up.chevron.down"), colors.primary);
+    paintSymbol(painter, square, u"chevron.up.chevron.down"_s, colors.primary);
 
     painter.setFont(textFont(TextStyle::callout, font()));
     painter.setPen(colors.primary);

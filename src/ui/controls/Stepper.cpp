@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -106,8 +108,8 @@ void Stepper::paintEvent(QPaintEvent *) {
         square.moveCenter(QRectF(half).center() + QPointF(0, shift));
         paintSymbol(painter, square, name, possible ? colors.primary : colors.tertiary);
     };
-    paintChevron(upper, 1, QStringLiteral("chevron.up"), value_ < maximum_);
-    paintChevron(lower, -1, QStringLiteral("chevron.down"), value_ > minimum_);
+    paintChevron(upper, 1, u"chevron.up"_s, value_ < maximum_);
+    paintChevron(lower, -1, u"chevron.down"_s, value_ > minimum_);
 }
 
 void Stepper::mousePressEvent(QMouseEvent *event) {

@@ -39,7 +39,7 @@ void Card::paintEvent(QPaintEvent *) {
     bool first = true;
     for (int i = 0; i < rows_->count(); ++i) {
         const QWidget *row = rows_->itemAt(i)->widget();
-        if (row == nullptr || row->isHidden())
+        if (!row || row->isHidden())
             continue;
         if (!first)
             painter.fillRect(QRect(1, row->y(), width() - 2, 1), colors.separator);

@@ -35,7 +35,7 @@ FormRow::FormRow(const QString &label, QWidget *control, QWidget *parent)
     : FormRow(new TextLabel(label, TextStyle::body, TextColor::primary), control, parent) {}
 
 void FormRow::setLabel(const QString &label) {
-    if (label_ == nullptr || label == label_->text())
+    if (!label_ || label == label_->text())
         return;
     const QString before = label_->text();
     label_->setText(label);
@@ -46,7 +46,7 @@ void FormRow::setLabel(const QString &label) {
 }
 
 void FormRow::setSymbol(const QString &name) {
-    if (symbol_ == nullptr) {
+    if (!symbol_) {
         symbol_ = new SymbolLabel(name, 16, TextColor::secondary);
         row_->insertWidget(0, symbol_);
     }
@@ -57,7 +57,7 @@ void FormRow::setSymbol(const QString &name) {
 void FormRow::addControl(QWidget *control) {
     row_->addWidget(control);
     controls_ << control;
-    if (label_ != nullptr && control->focusPolicy() != Qt::NoFocus && control->accessibleName().isEmpty()) {
+    if (label_ && control->focusPolicy() != Qt::NoFocus && control->accessibleName().isEmpty()) {
         control->setAccessibleName(label_->text());
         label_->setBuddy(control);
     }

@@ -38,7 +38,7 @@ void FormSection::setHeaderControl(QWidget *control) {
 }
 
 void FormSection::setFooter(const QString &text) {
-    if (footer_ == nullptr) {
+    if (!footer_) {
         footer_ = wrapping(new TextLabel(TextStyle::caption, TextColor::secondary));
         auto *row = new QHBoxLayout;
         row->setContentsMargins(sideMargin, footerGap, sideMargin, 0);

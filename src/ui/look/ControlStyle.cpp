@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -41,14 +43,14 @@ void drawMenuItem(const QStyleOptionMenuItem &item, QPainter &painter) {
     const QRect mark = QStyle::visualRect(
         item.direction, item.rect, QRect(item.rect.left(), item.rect.top(), markWidth, item.rect.height()));
     if (item.checked)
-        paintSymbol(painter, mark.adjusted(4, 4, -4, -4), QStringLiteral("checkmark"), ink);
+        paintSymbol(painter, mark.adjusted(4, 4, -4, -4), u"checkmark"_s, ink);
     else if (!item.icon.isNull())
         item.icon.paint(&painter, mark.adjusted(3, 3, -3, -3), Qt::AlignCenter,
                         enabled ? QIcon::Normal : QIcon::Disabled);
 
     const QRect text =
         QStyle::visualRect(item.direction, item.rect, item.rect.adjusted(markWidth, 0, -itemPadding, 0));
-    const QStringList parts = item.text.split(QLatin1Char('\t'));
+    const QStringList parts = item.text.split(u'\t');
     painter.setFont(item.font);
     painter.setPen(ink);
     painter.drawText(text,
@@ -66,7 +68,7 @@ void drawMenuItem(const QStyleOptionMenuItem &item, QPainter &painter) {
 
 } // namespace
 
-ControlStyle::ControlStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+ControlStyle::ControlStyle() : QProxyStyle(u"fusion"_s) {}
 
 int ControlStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                             QStyleHintReturn *result) const {
@@ -98,12 +100,12 @@ int ControlStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, co
 QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
                                      const QWidget *widget) const {
     const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
-    if (type != CT_MenuItem || item == nullptr)
+    if (type != CT_MenuItem || !item)
         return QProxyStyle::sizeFromContents(type, option, size, widget);
     if (item->menuItemType == QStyleOptionMenuItem::Separator)
         return {0, 2 * menuMargin + 1};
     const QFontMetrics metrics(item->font);
-    const int shortcut = item->text.contains(QLatin1Char('\t')) ? 3 * itemPadding : 0;
+    const int shortcut = item->text.contains(u'\t') ? 3 * itemPadding : 0;
     return {size.width() + markWidth + itemPadding + shortcut, metrics.height() + itemPadding};
 }
 
@@ -123,7 +125,7 @@ void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
 void ControlStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                                const QWidget *widget) const {
     const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
-    if (element == CE_MenuItem && item != nullptr) {
+    if (element == CE_MenuItem && item) {
         painter->save();
         drawMenuItem(*item, *painter);
         painter->restore();
@@ -135,7 +137,7 @@ void ControlStyle::drawControl(ControlElement element, const QStyleOption *optio
 void ControlStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
                                       QPainter *painter, const QWidget *widget) const {
     const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
-    if (control != CC_ScrollBar || bar == nullptr) {
+    if (control != CC_ScrollBar || !bar) {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         return;
     }

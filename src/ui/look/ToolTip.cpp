@@ -3,11 +3,12 @@
 #include <QHelpEvent>
 #include <QToolTip>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 void showToolTip(const QHelpEvent &event, const QString &text, QWidget *widget, const QRect &part) {
-    QToolTip::showText(event.globalPos(), QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()), widget,
-                       part);
+    QToolTip::showText(event.globalPos(), u"<p>%1</p>"_s.arg(text.toHtmlEscaped()), widget, part);
 }
 
 } // namespace quorbit

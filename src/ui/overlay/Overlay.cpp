@@ -157,7 +157,7 @@ void Overlay::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Escape) {
         dismiss();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (defaultButton_ != nullptr && !event->isAutoRepeat())
+        if (defaultButton_ && !event->isAutoRepeat())
             defaultButton_->click();
     }
     // Keys that nobody here wants must not reach the window below.

@@ -24,7 +24,7 @@ QString singleLine(QString text) {
     for (QChar &c : text) {
         if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
             c == QChar::ParagraphSeparator)
-            c = QLatin1Char(' ');
+            c = u' ';
     }
     return text;
 }
@@ -33,7 +33,7 @@ QString singleLine(QString text) {
 /// which the metrics and the painter cannot do by themselves.
 std::unique_ptr<QTextLayout> wrappedText(QString text, const QFont &font, int width,
                                          Qt::Alignment alignment) {
-    text.replace(QLatin1Char('\n'), QChar::LineSeparator);
+    text.replace(u'\n', QChar::LineSeparator);
     auto layout = std::make_unique<QTextLayout>(text, font);
     QTextOption option(alignment);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -56,7 +56,7 @@ class ProcessTest : public QObject {
 
     QTemporaryDir top_;
     // Longer than the address of a socket may be.
-    const QString folder_ = top_.filePath(QString(120, QLatin1Char('d')));
+    const QString folder_ = top_.filePath(QString(120, u'd'));
 
 private Q_SLOTS:
     void initTestCase() { QVERIFY(QDir().mkpath(folder_)); }

@@ -31,7 +31,7 @@ constexpr SettingsProgram programs[] = {
 
 std::optional<SettingsCommand>
 accessibilitySettingsCommand(const QString &desktops, const std::function<QString(const QString &)> &find) {
-    const QStringList names = desktops.split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    const QStringList names = desktops.split(u':', Qt::SkipEmptyParts);
     for (const QString &name : names) {
         for (const SettingsProgram &program : programs) {
             if (name.compare(QLatin1String(program.desktop), Qt::CaseInsensitive) != 0)

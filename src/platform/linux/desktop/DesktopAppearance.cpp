@@ -13,13 +13,15 @@
 #include <QPalette>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString portalService = u"org.freedesktop.portal.Desktop"_s;
+const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
+const QString settingsInterface = u"org.freedesktop.portal.Settings"_s;
 
 /// Three components from 0 to 1; a desktop without an accent colour sends values outside of that.
 QColor color(const QDBusArgument &argument) {
@@ -42,7 +44,7 @@ QVariant plainValue(QVariant value) {
         value = value.value<QDBusVariant>().variant();
     if (value.metaType() == QMetaType::fromType<QDBusArgument>()) {
         const auto argument = value.value<QDBusArgument>();
-        if (argument.currentSignature() == QLatin1String("(ddd)"))
+        if (argument.currentSignature() == "(ddd)"_L1)
             return color(argument);
     }
     return value;
@@ -75,7 +77,7 @@ void DesktopAppearance::followPortal() {
                 if (!owner.isEmpty())
                     ask();
             });
-    bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+    bus.connect(QString(), portalPath, settingsInterface, u"SettingChanged"_s, this,
                 SLOT(settingChanged(QDBusMessage)));
     ask();
 }
@@ -83,8 +85,8 @@ void DesktopAppearance::followPortal() {
 // ReadAll is in every version of the interface and the only question that always means the same: what Read
 // and ReadOne answer differs by version.
 void DesktopAppearance::ask() {
-    QDBusMessage question = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface,
-                                                           QStringLiteral("ReadAll"));
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, u"ReadAll"_s);
     question << appearanceGroups();
     auto *answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
@@ -102,7 +104,7 @@ void DesktopAppearance::ask() {
 }
 
 void DesktopAppearance::settingChanged(const QDBusMessage &message) {
-    if (message.signature() != QLatin1String("ssv"))
+    if (message.signature() != "ssv"_L1)
         return;
     const QVariantList arguments = message.arguments();
     portal_[arguments[0].toString()].insert(arguments[1].toString(), plainValue(arguments[2]));

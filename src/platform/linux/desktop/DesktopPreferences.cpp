@@ -4,15 +4,17 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
 
-const QString appearance = QStringLiteral("org.freedesktop.appearance");
-const QString gnome = QStringLiteral("org.gnome.desktop.interface");
-const QString gnomeAccess = QStringLiteral("org.gnome.desktop.a11y.interface");
-const QString plasma = QStringLiteral("org.kde.kdeglobals.KDE");
-const QString plasmaGeneral = QStringLiteral("org.kde.kdeglobals.General");
+const QString appearance = u"org.freedesktop.appearance"_s;
+const QString gnome = u"org.gnome.desktop.interface"_s;
+const QString gnomeAccess = u"org.gnome.desktop.a11y.interface"_s;
+const QString plasma = u"org.kde.kdeglobals.KDE"_s;
+const QString plasmaGeneral = u"org.kde.kdeglobals.General"_s;
 
 // The text scales that desktops offer; anything else is a mistake that would make the program unusable.
 constexpr double leastScale = 0.5;
@@ -27,7 +29,7 @@ std::optional<T> setting(const PortalSettings &portal, const QString &group, con
 }
 
 std::optional<bool> isHighContrastTheme(const std::optional<QString> &theme) {
-    if (!theme || !theme->startsWith(QLatin1String("HighContrast")))
+    if (!theme || !theme->startsWith("HighContrast"_L1))
         return std::nullopt;
     return true;
 }
@@ -86,7 +88,7 @@ bool isMotionReduced(const PortalSettings &portal, const GtkSettings &gtk) {
         return *reduced == 1;
     // Plasma has a factor for the length of animations, 0 for none.
     if (const auto factor = setting<QString>(portal, plasma, "AnimationDurationFactor"))
-        return *factor == QLatin1String("0");
+        return *factor == "0"_L1;
     if (const auto animations = setting<bool>(portal, gnome, "enable-animations"))
         return !*animations;
     return !gtk.animations.value_or(true);

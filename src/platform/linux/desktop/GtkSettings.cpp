@@ -7,6 +7,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -15,9 +17,9 @@ constexpr std::array versions{"gtk-4.0", "gtk-3.0"};
 constexpr qint64 longestFile = 65'536; // far more than any settings.ini
 
 std::optional<bool> flag(const QString &value) {
-    if (value == QLatin1String("1") || value.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
+    if (value == "1"_L1 || value.compare("true"_L1, Qt::CaseInsensitive) == 0)
         return true;
-    if (value == QLatin1String("0") || value.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
+    if (value == "0"_L1 || value.compare("false"_L1, Qt::CaseInsensitive) == 0)
         return false;
     return std::nullopt;
 }
@@ -28,23 +30,23 @@ std::optional<bool> flag(const QString &value) {
 void addGtkSettings(GtkSettings &settings, QByteArrayView file) {
     bool inSettings = false;
     GtkSettings found;
-    const QStringList lines = QString::fromUtf8(file).split(QLatin1Char('\n'));
+    const QStringList lines = QString::fromUtf8(file).split(u'\n');
     for (const QString &line : lines) {
         const QString entry = line.trimmed();
-        if (entry.startsWith(QLatin1Char('[')))
-            inSettings = entry == QLatin1String("[Settings]");
-        const qsizetype equals = entry.indexOf(QLatin1Char('='));
+        if (entry.startsWith(u'['))
+            inSettings = entry == "[Settings]"_L1;
+        const qsizetype equals = entry.indexOf(u'=');
         if (!inSettings || equals < 0)
             continue;
         const QString key = entry.first(equals).trimmed();
         const QString value = entry.sliced(equals + 1).trimmed();
-        if (key == QLatin1String("gtk-font-name"))
+        if (key == "gtk-font-name"_L1)
             found.font = value;
-        else if (key == QLatin1String("gtk-theme-name"))
+        else if (key == "gtk-theme-name"_L1)
             found.theme = value;
-        else if (key == QLatin1String("gtk-application-prefer-dark-theme"))
+        else if (key == "gtk-application-prefer-dark-theme"_L1)
             found.preferDark = flag(value);
-        else if (key == QLatin1String("gtk-enable-animations"))
+        else if (key == "gtk-enable-animations"_L1)
             found.animations = flag(value);
     }
     const auto add = [](auto &own, auto &other) { own = own ? std::move(own) : std::move(other); };
@@ -68,8 +70,7 @@ void GtkSettingsFiles::read() {
     watch(); // before reading, so that no change falls between the two
     GtkSettings next;
     for (const char *version : versions) {
-        const QString path =
-            folder_ + QLatin1Char('/') + QLatin1String(version) + QLatin1String("/settings.ini");
+        const QString path = folder_ + u'/' + QLatin1String(version) + "/settings.ini"_L1;
         if (const auto file = readRegularFile(path, longestFile))
             addGtkSettings(next, *file);
     }
@@ -84,8 +85,8 @@ void GtkSettingsFiles::read() {
 void GtkSettingsFiles::watch() {
     QStringList paths{folder_};
     for (const char *version : versions) {
-        const QString folder = folder_ + QLatin1Char('/') + QLatin1String(version);
-        paths << folder << folder + QLatin1String("/settings.ini");
+        const QString folder = folder_ + u'/' + QLatin1String(version);
+        paths << folder << folder + "/settings.ini"_L1;
     }
     const QStringList watched = watcher_->directories() + watcher_->files();
     for (const QString &path : paths) {

@@ -9,12 +9,14 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
 
-const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const QString watcherService = u"org.kde.StatusNotifierWatcher"_s;
+const QString watcherPath = u"/StatusNotifierWatcher"_s;
 
 } // namespace
 
@@ -57,9 +59,8 @@ void TrayHosts::busChanged() {
 void TrayHosts::askBus() {
     awaitsBus_ = true;
     QDBusMessage question = QDBusMessage::createMethodCall(watcherService, watcherPath,
-                                                           QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                           QStringLiteral("Get"));
-    question << watcherService << QStringLiteral("IsStatusNotifierHostRegistered");
+                                                           u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    question << watcherService << u"IsStatusNotifierHostRegistered"_s;
     question.setAutoStartService(false);
     auto *answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {

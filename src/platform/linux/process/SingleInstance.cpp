@@ -22,6 +22,8 @@ extern "C" { // missing from the header of glibc 2.36
 #include <sys/un.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 using namespace std::chrono_literals;
@@ -81,7 +83,7 @@ bool makePrivate(const QString &path) {
 
 bool isOwn(const QString &path) {
     struct stat status {};
-    return path.startsWith(QLatin1Char('/')) && ::stat(QFile::encodeName(path).constData(), &status) == 0 &&
+    return path.startsWith(u'/') && ::stat(QFile::encodeName(path).constData(), &status) == 0 &&
            status.st_uid == ::geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
@@ -120,16 +122,16 @@ SingleInstance::~SingleInstance() {
 
 std::optional<QString> SingleInstance::userFolder() {
     const QString session = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString login = QStringLiteral("/run/user/%1").arg(::geteuid());
+    const QString login = u"/run/user/%1"_s.arg(::geteuid());
     for (const QString &parent : {session, login}) {
-        const QString folder = parent + QStringLiteral("/quorbit");
+        const QString folder = parent + u"/quorbit"_s;
         if (isOwn(parent) && makePrivate(folder))
             return folder;
     }
     // A home may be shared by computers, on each of which the user may run the program.
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-    const QString folder = QStringLiteral("%1/Quorbit/%2")
-                               .arg(cache, QString::fromLatin1(QSysInfo::machineHostName().toUtf8().toHex()));
+    const QString folder =
+        u"%1/Quorbit/%2"_s.arg(cache, QString::fromLatin1(QSysInfo::machineHostName().toUtf8().toHex()));
     if (QDir().mkpath(folder) && makePrivate(folder))
         return folder;
     return std::nullopt;

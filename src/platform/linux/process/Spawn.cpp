@@ -10,6 +10,8 @@
 #include <spawn.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -77,7 +79,7 @@ pid_t spawn(const QString &executable, const QStringList &arguments, const Envir
     const int error = posix_spawn(&pid, argv.front(), how.actions(), how.attributes(), argv.data(),
                                   environment.pointers().data());
     if (error != 0)
-        throw LaunchError(QStringLiteral("%1: %2").arg(executable, qt_error_string(error)).toStdString());
+        throw LaunchError(u"%1: %2"_s.arg(executable, qt_error_string(error)).toStdString());
     return pid;
 }
 

@@ -12,6 +12,8 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace quorbit {
 
 namespace {
@@ -55,8 +57,8 @@ constexpr std::chrono::seconds mainThreadTime(5);
 /// leaves before it.
 void leaveWithDisplay(QtMsgType type, const QMessageLogContext &context, const QString &message) {
     nextHandler(type, context, message);
-    const bool isGone = message.startsWith(QLatin1String("The Wayland connection ")) ||
-                        message.startsWith(QLatin1String("The X11 connection broke"));
+    const bool isGone =
+        message.startsWith("The Wayland connection "_L1) || message.startsWith("The X11 connection broke"_L1);
     if (!isGone || !qApp)
         return;
     const auto leave = [] {
