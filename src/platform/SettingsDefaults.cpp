@@ -41,6 +41,8 @@ QFileInfo withoutLinks(const QString &path) {
         if (links == 40) // as the system itself counts
             fail(std::errc::too_many_symbolic_link_levels, "follow the link");
         file.setFile(file.symLinkTarget());
+        if (!QFileInfo::exists(file.path())) // perhaps on a disk that is to be mounted there
+            fail(std::errc::no_such_file_or_directory, "find the link's folder");
     }
     return file;
 }

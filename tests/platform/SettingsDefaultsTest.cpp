@@ -153,6 +153,9 @@ private Q_SLOTS:
         QVERIFY(QFile::link(u"settings.json"_s, target)); // in a circle
         QVERIFY(!store());
         QFile::remove(path);
+        QVERIFY(QFile::link(u"nowhere/settings.json"_s, path));
+        QVERIFY(!store() && !QFile::exists(folder_.filePath(u"nowhere"_s)));
+        QFile::remove(path);
         QVERIFY(QDir().mkdir(path));
         QVERIFY(!store());
         QVERIFY(QDir().rmdir(path));
