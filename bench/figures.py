@@ -97,7 +97,7 @@ def views():
 
 
 def download():
-    printed = run(BIN / "test_package_download", "memoryDoesNotGrowWithThePackage")
+    printed = run(BIN / "PackageDownloadTest", "memoryDoesNotGrowWithThePackage")
     grown = re.search(r"memory grew by (-?\d+) KB", printed)
     return [Figure("Memory that a download of 300 MB takes, its server included", "MB", [int(grown[1]) / 1024],
                    limit=20)]

@@ -2,6 +2,7 @@
 
 #include "settings/canvas/CanvasArea.h"
 #include "settings/canvas/ScreenLayoutCanvas.h"
+#include "ui/access/KeyboardArea.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -102,7 +103,7 @@ struct Window {
         return area->hasFocus() && area->currentCard() ? area->currentCard()->id : QString();
     }
 
-    QWidget view;
+    KeyboardArea view;
     QLineEdit before, after;
     ScreenLayoutCanvas canvas;
     CanvasArea *area = nullptr;

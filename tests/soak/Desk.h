@@ -23,7 +23,7 @@ inline constexpr int devicesTab = 3;
 /// Makes whatever does not happen a failure: a user who meets nothing tests nothing.
 template <class Thing>
 Thing &need(Thing *thing, const char *name) {
-    if (thing == nullptr)
+    if (!thing)
         qFatal("no %s to use", name);
     return *thing;
 }

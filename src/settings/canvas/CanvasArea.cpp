@@ -4,6 +4,7 @@
 #include "settings/canvas/CanvasKeys.h"
 #include "settings/canvas/CardPainter.h"
 #include "ui/access/Accessibility.h"
+#include "ui/access/KeyboardArea.h"
 #include "ui/look/ToolTip.h"
 
 #include <QFocusEvent>
@@ -132,7 +133,7 @@ void CanvasArea::setCurrentCard(const QString &id) {
 
 void CanvasArea::followCurrentCard() {
     const CanvasCard *current = currentCard();
-    if (current && byKeyboard_)
+    if (current && worksByKeyboard(*this))
         Q_EMIT currentCardAt(CardPainter::extent(placeOf(*current)));
 }
 
@@ -170,7 +171,7 @@ void CanvasArea::paintEvent(QPaintEvent *event) {
     paintCards(painter, cards, event->rect());
 
     const CanvasCard *current = currentCard();
-    if (current && byKeyboard_ && hasFocus())
+    if (current && hasFocus() && worksByKeyboard(*this))
         cards.paintFocus(painter, placeOf(*current));
 }
 
@@ -203,7 +204,6 @@ void CanvasArea::mousePressEvent(QMouseEvent *event) {
     const CanvasCard *card = cardAt(pressed);
     if (!card)
         return;
-    byKeyboard_ = false;
     updateCard(currentCard());
     setCurrentCard(card->id);
     arrangement_.hold(card->id);
@@ -261,12 +261,11 @@ void CanvasArea::keyPressEvent(QKeyEvent *event) {
     const auto step = stepOf(event->key(), fine);
     const bool activates =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
-    if (!currentCard() || (!step && !activates) || (modifiers != Qt::NoModifier && !fine)) {
+    // A click gives the canvas the focus for Escape's sake; other keys are for who sees where the keyboard is.
+    if (!worksByKeyboard(*this) || !currentCard() || (!step && !activates) || (modifiers != Qt::NoModifier && !fine)) {
         QWidget::keyPressEvent(event);
         return;
     }
-    byKeyboard_ = true;
-    updateCard(currentCard());
     if (step)
         moveCurrentCard(*step);
     else if (!event->isAutoRepeat())
@@ -276,8 +275,6 @@ void CanvasArea::keyPressEvent(QKeyEvent *event) {
 void CanvasArea::focusInEvent(QFocusEvent *event) {
     const Qt::FocusReason reason = event->reason();
     const bool byTab = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
-    if (byTab || reason == Qt::ShortcutFocusReason)
-        byKeyboard_ = true;
     if (byTab && !cards_.empty())
         currentID_ = reason == Qt::TabFocusReason ? cards_.front().id : cards_.back().id;
     else if (!currentCard() && !cards_.empty())
@@ -304,7 +301,6 @@ bool CanvasArea::focusNextPrevChild(bool next) {
     const bool isOnCard = hasFocus() && current != cards_.end();
     if (!isOnCard || current == (next ? cards_.end() - 1 : cards_.begin()))
         return QWidget::focusNextPrevChild(next);
-    byKeyboard_ = true;
     setCurrentCard(next ? (current + 1)->id : (current - 1)->id);
     return true;
 }

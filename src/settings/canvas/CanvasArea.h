@@ -99,7 +99,6 @@ private:
     std::optional<Drag> drag_;
     MasterFade fade_{*this};
     QString currentID_;
-    bool byKeyboard_ = false; ///< the user works by keyboard and sees where
 };
 
 } // namespace quorbit

@@ -76,7 +76,7 @@ void Button::setSymbol(const QString &name) {
 }
 
 void Button::setBusy(bool busy) {
-    if (busy == (busy_ != nullptr))
+    if (busy == static_cast<bool>(busy_))
         return;
     if (busy) {
         busy_ = new ProgressIndicator(isFilled() ? TextColor::onAccent : TextColor::secondary, this);

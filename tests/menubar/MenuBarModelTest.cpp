@@ -140,4 +140,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(MenuBarModelTest)
-#include "menubar_model_test.moc"
+#include "MenuBarModelTest.moc"

@@ -1,5 +1,5 @@
-#include "menubar/HistoryRow.h"
 #include "menubar/MenuBarView.h"
+#include "menubar/HistoryRow.h"
 #include "menubar/MenuRow.h"
 #include "menubar/PanelStates.h"
 #include "support/TestWorld.h"
@@ -179,4 +179,4 @@ private:
 int main(int argc, char **argv) {
     return runViewTest<MenuBarViewTest>(argc, argv);
 }
-#include "menubar_view_test.moc"
+#include "MenuBarViewTest.moc"

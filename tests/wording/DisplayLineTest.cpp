@@ -70,4 +70,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(DisplayLineTest)
-#include "display_line_test.moc"
+#include "DisplayLineTest.moc"

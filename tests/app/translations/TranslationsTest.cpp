@@ -57,7 +57,7 @@ QSet<QString> keysInSources(const Table &table) {
 
 } // namespace
 
-class TestTranslations : public QObject {
+class TranslationsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -115,5 +115,5 @@ private:
     QMap<QString, Table> tables_; ///< by language
 };
 
-QTEST_GUILESS_MAIN(TestTranslations)
-#include "test_translations.moc"
+QTEST_GUILESS_MAIN(TranslationsTest)
+#include "TranslationsTest.moc"

@@ -311,4 +311,4 @@ private Q_SLOTS:
 int main(int argc, char **argv) {
     return runViewTest<ControlsTest>(argc, argv);
 }
-#include "controls_test.moc"
+#include "ControlsTest.moc"

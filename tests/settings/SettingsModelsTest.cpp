@@ -345,4 +345,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(SettingsModelsTest)
-#include "settings_models_test.moc"
+#include "SettingsModelsTest.moc"

@@ -6,6 +6,7 @@
 #include "settings/sync/HistoryList.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
+#include "ui/access/KeyboardArea.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/Switch.h"
 #include "ui/form/Form.h"
@@ -18,6 +19,7 @@
 
 #include <QJsonDocument>
 #include <QScrollBar>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
@@ -100,7 +102,7 @@ void clickRow(HistoryList *list, int row) {
 
 } // namespace
 
-class TabsTest : public QObject {
+class SettingsTabsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -336,8 +338,11 @@ private Q_SLOTS:
         const QByteArray line = "PUT /api/settings";
         auto tab = std::make_unique<KvmTab>(*window.world.daemon, window.kvm);
         tab->showState();
-        openWindow(*tab);
+        KeyboardArea view;
+        (new QVBoxLayout(&view))->addWidget(tab.get());
+        openWindow(view);
         auto *area = tab->findChild<CanvasArea *>();
+        area->setFocus(Qt::ShortcutFocusReason);
         area->setCurrentCard(u"d-1"_s);
         const auto step = [&] { QTest::keyClick(area, Qt::Key_Down); };
         const auto place = [&] { return area->placeOf(*area->cardWithID(u"d-1"_s)); };
@@ -399,7 +404,7 @@ private Q_SLOTS:
 };
 
 int main(int argc, char **argv) {
-    return runViewTest<TabsTest>(argc, argv);
+    return runViewTest<SettingsTabsTest>(argc, argv);
 }
 
-#include "tabs_test.moc"
+#include "SettingsTabsTest.moc"

@@ -73,4 +73,4 @@ private Q_SLOTS:
 };
 
 QTEST_APPLESS_MAIN(TimeFormatsTest)
-#include "time_formats_test.moc"
+#include "TimeFormatsTest.moc"

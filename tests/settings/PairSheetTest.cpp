@@ -68,4 +68,4 @@ private:
 };
 
 QTEST_APPLESS_MAIN(PairSheetTest)
-#include "pair_sheet_test.moc"
+#include "PairSheetTest.moc"

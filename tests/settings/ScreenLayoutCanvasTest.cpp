@@ -140,12 +140,14 @@ private Q_SLOTS:
             window.key(key);
         }
         QCOMPARE(window.picked, (QStringList{u"office"_s, u"travel"_s})); // the first is the master
-        // A click shows no ring.
+        // A click shows no ring, and so no key moves what was clicked.
         QVERIFY(window.area->grab().toImage() != bare);
         window.click(u"mac"_s);
         QCOMPARE(window.area->grab().toImage(), bare);
+        window.key(Qt::Key_Right);
+        QVERIFY(window.arranged.empty());
 
-        window.click(u"office"_s);
+        window.key(Qt::Key_Tab);
         const std::tuple<Qt::Key, Qt::KeyboardModifiers, QPointF> steps[]{
             {Qt::Key_Right, Qt::NoModifier, {1878, 0}},
             {Qt::Key_Right, Qt::ShiftModifier, {1888, 0}},
@@ -268,6 +270,7 @@ private Q_SLOTS:
             window.move(somewhere + QPoint(200, -90));
             (void)window.area->grab();
             window.release(somewhere);
+            window.area->setFocus(Qt::TabFocusReason);
             window.key(Qt::Key_Right);
             QAccessibleInterface *group = accessible(window.area);
             for (int card = 0; card < group->childCount(); ++card) {
@@ -281,4 +284,4 @@ private Q_SLOTS:
 int main(int argc, char **argv) {
     return runViewTest<ScreenLayoutCanvasTest>(argc, argv);
 }
-#include "screen_layout_canvas_test.moc"
+#include "ScreenLayoutCanvasTest.moc"

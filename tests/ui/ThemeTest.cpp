@@ -1,6 +1,6 @@
+#include "ui/look/Theme.h"
 #include "ui/look/Symbol.h"
 #include "ui/look/TextStyle.h"
-#include "ui/look/Theme.h"
 
 #include <QImage>
 #include <QPainter>
@@ -182,4 +182,4 @@ private:
 };
 
 QTEST_MAIN(ThemeTest)
-#include "theme_test.moc"
+#include "ThemeTest.moc"

@@ -1,5 +1,5 @@
-#include "settings/canvas/CanvasModel.h"
 #include "settings/canvas/ScreenLayout.h"
+#include "settings/canvas/CanvasModel.h"
 #include "settings/canvas/ScreenRelations.h"
 
 #include <QTest>
@@ -125,4 +125,4 @@ private Q_SLOTS:
 };
 
 QTEST_APPLESS_MAIN(ScreenLayoutTest)
-#include "screen_layout_test.moc"
+#include "ScreenLayoutTest.moc"

@@ -213,4 +213,4 @@ private Q_SLOTS:
 };
 
 QTEST_APPLESS_MAIN(ArrangementTest)
-#include "arrangement_test.moc"
+#include "ArrangementTest.moc"

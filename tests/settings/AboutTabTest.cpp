@@ -154,4 +154,4 @@ private:
 int main(int argc, char **argv) {
     return runViewTest<AboutTabTest>(argc, argv);
 }
-#include "about_tab_test.moc"
+#include "AboutTabTest.moc"
