@@ -1,7 +1,7 @@
 #include "platform/SettingsDefaults.h"
 
+#include "platform/AtomicFile.h"
 #include "platform/RegularFile.h"
-#include "platform/WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -150,7 +150,7 @@ void SettingsDefaults::write(const QByteArray &contents) const {
     if (contents.size() > longestFile)
         fail(std::errc::file_too_large, "write what could not be read again");
     const QFileInfo old = withoutLinks(path_);
-    WholeFile file(old.path());
+    AtomicFile file(old.path());
     if (old.exists()) {
         if (!old.isWritable())
             fail(std::errc::permission_denied, "replace the file");

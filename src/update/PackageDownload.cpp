@@ -1,7 +1,7 @@
 #include "update/PackageDownload.h"
 
 #include "async/Waiting.h"
-#include "platform/WholeFile.h"
+#include "platform/AtomicFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -32,7 +32,7 @@ public:
     }
 
     /// The whole file, after the end. Throws what went wrong.
-    WholeFile &whole() {
+    AtomicFile &whole() {
         if (failure_)
             std::rethrow_exception(failure_);
         if (reply_.error() != QNetworkReply::NoError)
@@ -82,7 +82,7 @@ private:
     QNetworkReply &reply_;
     Clock &clock_;
     QString folder_;
-    std::optional<WholeFile> file_;
+    std::optional<AtomicFile> file_;
     std::unique_ptr<Clock::Alarm> timeout_;
     std::exception_ptr failure_;
 };
@@ -124,7 +124,7 @@ QCoro::Task<QString> downloadPackage(SecureNetwork &network, Clock &clock, QUrl 
         Signal end(&arrival, &Arrival::ended, token);
         co_await end;
     }
-    WholeFile &file = arrival.whole();
+    AtomicFile &file = arrival.whole();
     file.bringToDisk();
     const QString path = folder + u'/' + *name;
     const QFileInfo obstacle(path);

@@ -236,7 +236,7 @@ void announceChangedCards(CanvasArea &area, const std::vector<CanvasCard> &befor
         const CanvasCard *old = find(before, card.id);
         QAccessibleInterface *shown = !old ? group->of(&card) : group->madeFor(card.id);
         if (!shown)
-            continue; // nobody has asked for it, so nobody has to forget what it was
+            continue; // no interface was made, so no client caches it
         if (!old) {
             announce(shown, QAccessible::ObjectCreated);
             continue;

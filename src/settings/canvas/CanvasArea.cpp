@@ -37,7 +37,7 @@ QRectF target(const QRectF &place) {
 CanvasArea::CanvasArea(QWidget *parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus); // a click too, so that Escape reaches a drag
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setMouseTracking(true); // tells of a release that went to somebody else
+    setMouseTracking(true); // a move without a button tells that the mouse grab was lost
     connect(&fade_, &MasterFade::changed, this, [this](const QString &id) { updateCard(cardWithID(id)); });
     installCanvasAccessibility();
 }
@@ -261,8 +261,10 @@ void CanvasArea::keyPressEvent(QKeyEvent *event) {
     const auto step = stepOf(event->key(), fine);
     const bool activates =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
-    // A click gives the canvas the focus for Escape's sake; other keys are for who sees where the keyboard is.
-    if (!worksByKeyboard(*this) || !currentCard() || (!step && !activates) || (modifiers != Qt::NoModifier && !fine)) {
+    // A click gives the canvas the focus for Escape's sake; other keys are for who sees where the keyboard
+    // is.
+    if (!worksByKeyboard(*this) || !currentCard() || (!step && !activates) ||
+        (modifiers != Qt::NoModifier && !fine)) {
         QWidget::keyPressEvent(event);
         return;
     }

@@ -52,7 +52,7 @@ QByteArray socketName(const QByteArray &address) {
     return {};
 }
 
-bool answers(const QByteArray &name, std::chrono::milliseconds patience) {
+bool answers(const QByteArray &name, std::chrono::milliseconds timeout) {
     sockaddr_un address{};
     const auto length = static_cast<std::size_t>(name.size());
     if (length == 0 || length >= sizeof address.sun_path)
@@ -71,17 +71,17 @@ bool answers(const QByteArray &name, std::chrono::milliseconds patience) {
         return false;
     pollfd reply{socket.descriptor(), POLLIN, 0};
     char first = 0;
-    return ::poll(&reply, 1, static_cast<int>(patience.count())) == 1 &&
+    return ::poll(&reply, 1, static_cast<int>(timeout.count())) == 1 &&
            ::recv(socket.descriptor(), &first, 1, 0) == 1;
 }
 
 } // namespace
 
-bool sessionBusAnswers(std::chrono::milliseconds patience) {
+bool sessionBusAnswers(std::chrono::milliseconds timeout) {
     const QByteArrayList addresses = busAddress().split(';');
     for (const QByteArray &address : addresses) {
         if (address.startsWith("unix:")) {
-            if (answers(socketName(address), patience))
+            if (answers(socketName(address), timeout))
                 return true;
         } else if (address.startsWith("tcp:") || address.startsWith("unixexec:")) {
             return true; // Rare, and not to be tried out in passing.

@@ -105,8 +105,8 @@ std::optional<quint32> StartRequest::timestamp() const {
     return isNumber ? std::optional(time) : std::nullopt;
 }
 
-SingleInstance::SingleInstance(std::optional<QString> folder, std::chrono::milliseconds patience)
-    : patience_(patience) {
+SingleInstance::SingleInstance(std::optional<QString> folder, std::chrono::milliseconds timeout)
+    : timeout_(timeout) {
     if (!folder)
         return;
     folder_ = ::open(QFile::encodeName(*folder).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC);
@@ -140,7 +140,7 @@ std::optional<QString> SingleInstance::userFolder() {
 SingleInstance::Role SingleInstance::claim(const StartRequest &request) {
     if (lock_ < 0)
         return Role::first;
-    Deadline deadline = steady_clock::now() + patience_;
+    Deadline deadline = steady_clock::now() + timeout_;
     bool endedHolder = false;
     while (!lock()) {
         if (!endedHolder && deliver(request, deadline))

@@ -36,10 +36,10 @@ public:
 
     /// `folder` is private to the user; absent, every start is the first.
     explicit SingleInstance(std::optional<QString> folder,
-                            std::chrono::milliseconds patience = std::chrono::seconds(5));
+                            std::chrono::milliseconds timeout = std::chrono::seconds(5));
     ~SingleInstance() override;
 
-    /// Decides, within the patience and two seconds; nothing else should have been started yet.
+    /// Decides, within the timeout and two seconds; nothing else should have been started yet.
     Role claim(const StartRequest &request);
     /// Answers further starts from now on; those since claim() have waited.
     void listen();
@@ -61,7 +61,7 @@ private:
     void endHolder() const;
     void serve(QLocalSocket *client);
 
-    std::chrono::milliseconds patience_;
+    std::chrono::milliseconds timeout_;
     int folder_ = -1;
     int lock_ = -1;
     int socket_ = -1;

@@ -22,15 +22,15 @@ using Hook = std::shared_ptr<std::function<void()>>;
 
 /// How long the program may take to leave.
 #ifdef __SANITIZE_ADDRESS__
-constexpr itimerval patience{{}, {20, 0}}; // the search for leaks comes last
+constexpr itimerval exitTimeout{{}, {20, 0}}; // the search for leaks comes last
 #else
-constexpr itimerval patience{{}, {0, 700'000}};
+constexpr itimerval exitTimeout{{}, {0, 700'000}};
 #endif
 
 /// A name look-up that hangs, for one, keeps the network's threads from ending.
 void endSoon() {
     std::signal(SIGALRM, [](int) { ::_exit(0); });
-    ::setitimer(ITIMER_REAL, &patience, nullptr);
+    ::setitimer(ITIMER_REAL, &exitTimeout, nullptr);
 }
 
 void run(const Hook &hook) {

@@ -10,13 +10,13 @@ namespace quorbit {
 /// name until then is never lost to a full disk. If it is destroyed before that, nothing is left of it; where
 /// the file system knows nameless files, not even when the program is killed. Its operations throw
 /// std::system_error.
-class WholeFile {
+class AtomicFile {
 public:
     /// Creates the folder when it is missing.
-    explicit WholeFile(const QString &folder);
-    ~WholeFile();
-    WholeFile(const WholeFile &) = delete;
-    WholeFile &operator=(const WholeFile &) = delete;
+    explicit AtomicFile(const QString &folder);
+    ~AtomicFile();
+    AtomicFile(const AtomicFile &) = delete;
+    AtomicFile &operator=(const AtomicFile &) = delete;
 
     void write(QByteArrayView bytes);
     /// Gives it the permissions of another file.

@@ -1,4 +1,4 @@
-#include "platform/WholeFile.h"
+#include "platform/AtomicFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -34,7 +34,7 @@ QByteArray temporaryNameIn(const QString &folder) {
 
 } // namespace
 
-WholeFile::WholeFile(const QString &folder) : folder_(folder), temporaryName_(temporaryNameIn(folder)) {
+AtomicFile::AtomicFile(const QString &folder) : folder_(folder), temporaryName_(temporaryNameIn(folder)) {
     require(QDir().mkpath(folder_), "create the folder");
 #ifdef O_TMPFILE
     descriptor_ =
@@ -48,14 +48,14 @@ WholeFile::WholeFile(const QString &folder) : folder_(folder), temporaryName_(te
     }
 }
 
-WholeFile::~WholeFile() {
+AtomicFile::~AtomicFile() {
     if (descriptor_ >= 0)
         ::close(descriptor_);
     if (named_)
         ::unlink(temporaryName_.constData());
 }
 
-void WholeFile::write(QByteArrayView bytes) {
+void AtomicFile::write(QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
         const ssize_t written = ::write(descriptor_, bytes.data(), static_cast<size_t>(bytes.size()));
         if (written < 0 && errno == EINTR)
@@ -73,14 +73,14 @@ void WholeFile::write(QByteArrayView bytes) {
 #endif
 }
 
-void WholeFile::copyPermissions(const QString &path) {
+void AtomicFile::copyPermissions(const QString &path) {
     struct stat status {};
     require(::stat(QFile::encodeName(path).constData(), &status) == 0 &&
                 ::fchmod(descriptor_, status.st_mode & 07777) == 0,
             "copy the permissions");
 }
 
-void WholeFile::bringToDisk() {
+void AtomicFile::bringToDisk() {
     require(::fsync(descriptor_) == 0, "bring the file to disk");
     if (!named_) {
         // A nameless file can only be given a free name, hence the detour by the temporary one.
@@ -94,7 +94,7 @@ void WholeFile::bringToDisk() {
     require(::close(std::exchange(descriptor_, -1)) == 0, "close the file");
 }
 
-void WholeFile::takeName(const QString &name) {
+void AtomicFile::takeName(const QString &name) {
     const QByteArray path = QFile::encodeName(folder_ + u'/' + name);
     require(std::rename(temporaryName_.constData(), path.constData()) == 0, "rename the file");
     named_ = false;
