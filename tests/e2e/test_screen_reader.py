@@ -101,7 +101,8 @@ class Use(Desk):
         right = settings("kvm_layout")["77aa01fe"]["x"]
         # tab, control, what is done, what then is
         steps = [
-            (None, "check box", "Pause syncing", "Toggle", lambda: ask("/api/status")["paused"]),
+            (None, "check box", "Pause syncing", "Toggle",  # a switch that does not show it yet asks for the same again
+             lambda: "checked" in states(find("check box", "Pause syncing")) and ask("/api/status")["paused"]),
             (None, "check box", "Pause syncing", "Press", lambda: not ask("/api/status")["paused"]),
             (None, "push button", "Screenshot 1440 × 900, Travel laptop", "Press", lambda: history()[0] == entry),
             ("Sync", "check box", "Text", "Toggle", lambda: not settings("sync_text")),
