@@ -147,7 +147,8 @@ private Q_SLOTS:
         window.key(Qt::Key_Right);
         QVERIFY(window.arranged.empty());
 
-        window.key(Qt::Key_Tab);
+        using Action = QAccessibleActionInterface;
+        accessible(window.area)->child(1)->actionInterface()->doAction(Action::setFocusAction());
         const std::tuple<Qt::Key, Qt::KeyboardModifiers, QPointF> steps[]{
             {Qt::Key_Right, Qt::NoModifier, {1878, 0}},
             {Qt::Key_Right, Qt::ShiftModifier, {1888, 0}},
@@ -157,6 +158,7 @@ private Q_SLOTS:
         int save = 0;
         for (const auto &[key, modifiers, place] : steps) {
             window.key(key, modifiers);
+            QCOMPARE(window.arranged.size(), static_cast<std::size_t>(save + 1));
             const ScreenPlacement office = window.arranged.back().at(u"office"_s);
             QCOMPARE(QPointF(office.x, office.y), place);
             window.answer(++save);

@@ -113,6 +113,7 @@ public:
             area_->makeMaster(id_);
         } else if (action == setFocusAction()) {
             area_->setCurrentCard(id_);
+            area_->clearFocus(); // a click may have left it there, without a ring
             area_->setFocus(Qt::ShortcutFocusReason);
         }
     }
