@@ -6,16 +6,18 @@
 #include <QKeyEvent>
 #include <QWindow>
 
+#include <utility>
+
 namespace quorbit {
 
 HeldKeys::HeldKeys() {
-    if (!x11::useDetectableAutoRepeat())
-        return;
-    qGuiApp->installEventFilter(this);
-    // Where the keyboard belongs to another program, the release goes there.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *window) {
+        // Where the keyboard belongs to another program, the release goes there.
         if (!window)
             held_ = 0;
+        // Not at the start, which waiting for the X server would delay: keys need a window first.
+        else if (!std::exchange(isAsked_, true) && x11::useDetectableAutoRepeat())
+            qGuiApp->installEventFilter(this);
     });
 }
 

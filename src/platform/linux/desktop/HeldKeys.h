@@ -19,6 +19,7 @@ public:
 private:
     /// The scan code of the key that was pressed last, if it has not been released.
     quint32 held_ = 0;
+    bool isAsked_ = false; ///< whether the X server has been asked to tell held keys
 };
 
 } // namespace quorbit
