@@ -193,6 +193,7 @@ class AtOdds(Desk):
                 self.assertEqual(self.wire.ask(field, "Text.GetStringAtOffset", "iu", end, 1)[0], last[1])
         self.wire.ask(field, "EditableText.SetTextContents", "s", "😀")
         self.wire.ask(field, "EditableText.DeleteText", "ii", 0, 1)  # half of it
+        self.wire.ask(field, "EditableText.InsertText", "isi", 0, "😀", 1)
         self.assertEqual(self.wire.ask(field, "Text.GetText", "ii", 0, 1 << 20), ("😀",))
 
     def test_values_that_are_none(self):

@@ -2,6 +2,7 @@
 
 #include "platform/linux/accessibility/TextUnits.h"
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 #include <optional>
@@ -112,8 +113,10 @@ bool editsRange(const BusRequest &request) {
 }
 
 bool inserts(const BusRequest &request) {
-    return editsAtCursor(request) && request.number(2) >= 0 &&
-           request.number(2) <= request.string(1).toUtf8().size();
+    const QString text = request.string(1);
+    const int length = request.number(2);
+    return editsAtCursor(request) && length >= 0 && length <= text.toUtf8().size() &&
+           isCursorPlace(text, std::min(length, static_cast<int>(text.size())));
 }
 
 // Where the length is greater, the toolkit would fill up with what is in the memory.
