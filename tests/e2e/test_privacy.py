@@ -209,8 +209,9 @@ class Privacy(unittest.TestCase):
     def connection_files(self, address, token):
         for name, text in (("ui-url", address), ("ui-token", token)):
             (CONNECTION / name).unlink(missing_ok=True)
-            if text:
-                (CONNECTION / name).write_text(text)
+            if text:  # at once, since a poll may read it meanwhile
+                (CONNECTION / "new").write_text(text)
+                (CONNECTION / "new").rename(CONNECTION / name)
 
     def meet_the_services(self):
         wait_for("the launched service", self.seen.exists)

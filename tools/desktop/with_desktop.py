@@ -14,7 +14,7 @@ import tempfile
 import time
 from pathlib import Path
 
-FONTS = Path(__file__).resolve().parent.parent / "support" / "fonts.conf"
+FONTS = Path(__file__).resolve().parents[2] / "tests/support/fonts.conf"
 
 
 def start(started, env, *command):

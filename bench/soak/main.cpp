@@ -1,8 +1,8 @@
 // Polls for as long as a working day while the service changes all the time and every view is open, and fails
 // when memory, objects, descriptors or threads grow.
 
-#include "soak/Desk.h"
-#include "soak/Service.h"
+#include "Desk.h"
+#include "Service.h"
 #include "support/TestWorld.h"
 
 #include <QDeadlineTimer>
@@ -25,32 +25,28 @@ using namespace std::chrono_literals;
 namespace {
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr int polls = 2'000;
-constexpr std::int64_t heapPerPoll = 32; // the fewer the polls, the more does noise weigh
-
 std::int64_t allocated() {
     return static_cast<std::int64_t>(__sanitizer_get_current_allocated_bytes());
 }
 #else
-constexpr int polls = 20'000;
-constexpr std::int64_t heapPerPoll = 6; // less than the smallest block at every painting
-
 std::int64_t allocated() {
     // What was mapped for one large block alone counts apart from the arenas.
     const auto info = ::mallinfo2();
     return static_cast<std::int64_t>(info.uordblks + info.hblkhd);
 }
 #endif
-constexpr int warmUp = polls / 10; ///< in which caches fill
-static_assert(warmUp % servicePeriod == 0, "the figures compare like with like");
+/// As many as are asked for by the environment.
+const int polls = qEnvironmentVariable("SOAK_POLLS", u"2000"_s).toInt();
+/// In which caches fill; the figures compare like with like.
+const int warmUp = polls / 2 / servicePeriod * servicePeriod;
 
 /// A window is drawn every few polls, for it takes half of the processor's time; its widgets change at each.
 constexpr int pollsAPainting = 4;
 
 /// What the process holds, and by how much that may grow. The connections that are kept open for the next
-/// request come and go.
-constexpr std::int64_t heap = heapPerPoll * (polls - warmUp);
-constexpr std::pair<const char *, std::int64_t> limits[]{
+/// request come and go. The heap has noise, and beyond it less than the smallest block at every painting.
+const std::int64_t heap = 50'000 + std::int64_t{3} * (polls - warmUp);
+const std::pair<const char *, std::int64_t> limits[]{
     {"bytes", heap}, {"objects", 0}, {"widgets", 0}, {"descriptors", 8}, {"threads", 0}};
 using Usage = std::array<std::int64_t, std::size(limits)>;
 
@@ -119,6 +115,8 @@ void say(QtMsgType, const QMessageLogContext &, const QString &text) {
 } // namespace
 
 int main(int argc, char **argv) {
+    if (warmUp == 0)
+        qFatal("SOAK_POLLS=N says how many polls, %d at least", 2 * servicePeriod);
     qInstallMessageHandler(say);
     useTestFonts();
     QApplication app(argc, argv);
@@ -144,7 +142,7 @@ int main(int argc, char **argv) {
     Usage after{};
     for (int number = 1; number <= polls; ++number) {
         poll(world, desk, number);
-        if (number % warmUp != 0)
+        if (number % servicePeriod != 0)
             continue;
         QTest::qWait(300); // for animations to end
         after = currentUsage();

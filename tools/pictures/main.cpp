@@ -1,7 +1,7 @@
 // Shows every view in every state and language, and fails when one of the program's own texts does not fit.
 // pictures --out DIR [POINTS] leaves pictures of them instead, light and dark and at two scales.
 
-#include "pictures/Picture.h"
+#include "Picture.h"
 #include "settings/devices/DevicesTab.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"

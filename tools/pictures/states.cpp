@@ -1,7 +1,7 @@
+#include "Picture.h"
 #include "daemon/Fixture.h"
 #include "menubar/MenuBarView.h"
 #include "menubar/PanelStates.h"
-#include "pictures/Picture.h"
 #include "settings/SettingsView.h"
 #include "settings/TabStates.h"
 #include "settings/about/AboutTab.h"
