@@ -19,11 +19,11 @@ SCREEN = tuple(map(int, os.environ.get("DESKTOP_SIZE", "1280x1000").split("x")))
 
 
 class Session(unittest.TestCase):
-    def enter(self, kind, tray=None, **env):
+    def enter(self, kind, tray=None, scenario="full", **env):
         """Starts a session, a service and the application, and then a tray."""
         with ExitStack() as stack:
             self.session = stack.enter_context(kind())
-            self.service = stack.enter_context(Sim("full"))
+            self.service = stack.enter_context(Sim(scenario))
             INSTANCE.unlink(missing_ok=True)
             self.app = stack.enter_context(Application({**self.session.env, **env}))
             wait_for("the application", INSTANCE.exists)
@@ -126,6 +126,14 @@ class ComingsAndGoings(Session):
                 self.assertEqual(app.process.wait(10), 1)
                 wait_for("the service's end", lambda: not processes(app.service))
                 self.assertNotRegex(app.printed(), "calling fini:  ")
+
+
+class Permission(Session):
+    def test_is_the_servers_where_the_service_does_not_tell(self):
+        with self.enter(X11, scenario="sparse"):
+            self.app.open_panel()
+            self.app.open_tab("KVM")
+            self.app.wait(name="Accessibility is allowed")
 
 
 class Front(Session):
