@@ -80,6 +80,17 @@ private Q_SLOTS:
         QVERIFY(panel_->isVisible());
     }
 
+    void aSecondClickClosesItEvenIfItTakesTheFocusFirst() {
+        for (const bool takesFocus : {false, true}) {
+            panel_->toggle(icon);
+            tell(*panel_, QEvent::WindowActivate);
+            if (takesFocus)
+                tell(*panel_, QEvent::WindowDeactivate);
+            panel_->toggle(icon);
+            QVERIFY(!panel_->isVisible());
+        }
+    }
+
     void withoutATrayItIsAWindowThatStays() {
         panel_->showAsWindow();
         tell(*panel_, QEvent::WindowActivate);
