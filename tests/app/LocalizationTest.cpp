@@ -33,29 +33,6 @@ private Q_SLOTS:
         QCOMPARE(defaults.synchronizations, 2);
     }
 
-    void startRenewsTheOverrideOfAKnownChoiceAlone() {
-        const struct {
-            const char *name;
-            QVariant stored = {}, before = {}, after = {};
-        } rows[]{
-            {.name = "Chinese", .stored = u"zh-Hans"_s, .after = words("zh-Hans")},
-            {.name = "English over another", .stored = u"en"_s, .before = words("fr"), .after = words("en")},
-            {.name = "another case", .stored = u"zh-hans"_s},
-            {.name = "the system's", .stored = QString(), .before = words("en"), .after = words("en")},
-            {.name = "fresh"}};
-        for (const auto &[name, stored, before, after] : rows) {
-            const Row row(name);
-            FakeDefaults defaults;
-            if (stored.isValid())
-                defaults.values.insert(languageKey, stored);
-            if (before.isValid())
-                defaults.values.insert(overrideKey, before);
-            applyStoredLanguageOverride(defaults);
-            QCOMPARE(defaults.values.value(overrideKey), after);
-            QCOMPARE(defaults.values.size(), (stored.isValid() ? 1 : 0) + (after.isValid() ? 1 : 0));
-        }
-    }
-
     void datesFollowTheLanguageAndThenTheRegion() {
         const std::tuple<QString, QString, QString> rows[]{{u"en"_s, u"en_GB"_s, u"en_GB"_s},
                                                            {u"en"_s, u"zh_CN"_s, u"en_US"_s},

@@ -65,16 +65,6 @@ class SecondDisplay(Program):
         self.env = {"DISPLAY": f":{number}"}
 
 
-class SecondBus(Program):
-    """A session bus that can be ended without ending the checks' own."""
-
-    def __init__(self):
-        address = f"unix:path={HOME}/second-bus"
-        super().__init__("dbus-daemon", "--session", "--nofork", f"--address={address}")
-        wait_for("the bus", (HOME / "second-bus").exists)
-        self.env = {"DBUS_SESSION_BUS_ADDRESS": address}
-
-
 class Compositor(Program):
     """A running Wayland compositor, whose windows the accessibility tree tells."""
 

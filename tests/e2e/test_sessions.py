@@ -6,11 +6,10 @@ import subprocess
 import unittest
 from contextlib import ExitStack, nullcontext
 from pathlib import Path
-from unittest import mock
 
 from desktop import (HOME, Application, Installed, Program, Sim, StatusNotifierTray, XembedTray, geometry, icon,
                      pointer, processes, session_buses, wait_for, windows, xdotool)
-from sessions import X11, Monitors, SecondBus, SecondDisplay, Sway, Weston, no_bus
+from sessions import X11, Monitors, SecondDisplay, Sway, Weston, no_bus
 
 PANEL, SETTINGS = "Quorbit", "Settings"
 BUSES = session_buses()
@@ -104,17 +103,6 @@ class ComingsAndGoings(Session):
                     self.service.wait_for_polls(1)  # by then it has heard of the tray's end
                     self.app.start_again()
                     self.comes_to_front(PANEL)
-
-    def test_the_session_bus(self):
-        with SecondBus() as bus, mock.patch.dict(os.environ, bus.env), self.enter(X11, StatusNotifierTray):
-            self.open_panel()
-            self.hide_panel()
-            bus.end(signal.SIGKILL)
-            self.service.wait_for_polls()
-            self.app.start_again()
-            self.comes_to_front(PANEL)
-            self.pause()
-            self.assertEqual(self.app.end(), 0, self.app.printed())
 
     def test_the_display(self):
         """A service that the program launched ends with it, and no exit handler runs, which might trip over what a start

@@ -141,20 +141,6 @@ private Q_SLOTS:
         qputenv("XDG_RUNTIME_DIR", "relative");
         QCOMPARE(SingleInstance::userFolder(), folder);
     }
-
-    void failedLaunchTellsTheSystemsReason() {
-        LinuxPlatform platform{Bundle{}};
-        for (const auto &[executable, error] :
-             {std::pair(path("nothing here"), ENOENT), std::pair(folder_.path(), EACCES)}) {
-            QString message;
-            try {
-                platform.launch(executable, {});
-            } catch (const LaunchError &failure) {
-                message = QString::fromUtf8(failure.what());
-            }
-            QVERIFY2(message.endsWith(qt_error_string(error)), qPrintable(message));
-        }
-    }
 };
 
 QTEST_GUILESS_MAIN(LinuxPlatformTest)
