@@ -52,7 +52,7 @@ class Update(Desk):
         return 1024 * int(re.search(r"VmHWM:\s+(\d+)", Path(f"/proc/{self.app.pid}/status").read_text())[1])
 
     def wait_until_opened(self, address):
-        wait_for(address, lambda: self.opened.exists() and self.opened.read_text().splitlines()[-1] == address)
+        wait_for(address, lambda: self.opened.exists() and self.opened.read_text() == f"{address}\n")
 
     def test_fetches_the_package_from_nowhere_else(self):
         while self.others:
