@@ -103,8 +103,7 @@ QStringList preferredLocalizations(const UserDefaults &defaults, const Platform 
     return found.isEmpty() ? QStringList{fallback} : found;
 }
 
-QLocale localeFor(const QString &localization) {
-    const QLocale system = QLocale::system();
+QLocale localeFor(const QString &localization, const QLocale &system) {
     const QLocale own(localization);
     return system.language() == own.language() ? system : own;
 }

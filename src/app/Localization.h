@@ -43,8 +43,8 @@ void applyStoredLanguageOverride(UserDefaults &defaults);
 /// without one the system, asks for. English when there is none of them.
 QStringList preferredLocalizations(const UserDefaults &defaults, const Platform &platform);
 
-/// The locale whose formats go with an interface language: the user's own if it is of that language.
-QLocale localeFor(const QString &localization);
+/// The locale whose formats go with an interface language: the system's if it is of that language.
+QLocale localeFor(const QString &localization, const QLocale &system);
 
 /// Loads the texts of an interface language into the application. A key without a text shows as it is.
 void installTranslations(const QString &localization);

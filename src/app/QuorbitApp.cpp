@@ -50,7 +50,7 @@ QuorbitApp::QuorbitApp(Process &process, Desktop &desktop, UserDefaults &default
     });
     applyStoredLanguageOverride(defaults_);
     localizations_ = preferredLocalizations(defaults_, platform_);
-    QLocale::setDefault(localeFor(localizations_.front()));
+    QLocale::setDefault(localeFor(localizations_.front(), QLocale::system()));
     installTranslations(localizations_.front());
 
     QApplication::setQuitOnLastWindowClosed(false);

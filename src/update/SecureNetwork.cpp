@@ -18,8 +18,8 @@ class SystemProxies : public QNetworkProxyFactory {
 
 } // namespace
 
-SecureNetwork::SecureNetwork() {
-    manager_.setProxyFactory(new SystemProxies); // The manager takes it over.
+SecureNetwork::SecureNetwork(std::unique_ptr<QNetworkAccessManager> manager) : manager_(std::move(manager)) {
+    manager_->setProxyFactory(new SystemProxies); // The manager takes it over.
 }
 
 OwnedReply SecureNetwork::get(QNetworkRequest request) {
@@ -35,7 +35,7 @@ OwnedReply SecureNetwork::get(QNetworkRequest request) {
     // Over HTTP/2 the read buffer of a reply bounds nothing: what is not read in time piles up in memory.
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     request.setMaximumRedirectsAllowed(maximumRedirects);
-    return OwnedReply(manager_.get(request));
+    return OwnedReply(manager_->get(request));
 }
 
 } // namespace quorbit

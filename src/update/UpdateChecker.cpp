@@ -31,12 +31,12 @@ std::optional<QUrl> addressIn(const std::optional<QString> &text) {
 } // namespace
 
 UpdateChecker::UpdateChecker(Platform &platform, Clock &clock, QUrl manifest, QStringList languages,
-                             QObject *parent)
-    : QObject(parent)
-    , platform_(platform)
+                             SecureNetwork network)
+    : platform_(platform)
     , clock_(clock)
     , manifest_(std::move(manifest))
-    , languages_(std::move(languages)) {
+    , languages_(std::move(languages))
+    , network_(std::move(network)) {
     if (!manifest_.isValid() || manifest_.scheme() != "https"_L1 || manifest_.host().isEmpty())
         qFatal("The address of the update manifest is not an HTTPS address: \"%s\"",
                qUtf8Printable(manifest_.toDisplayString()));

@@ -26,7 +26,7 @@ public:
     /// `manifest` is the address of the manifest, `languages` are the interface languages in force, best
     /// first. An address that is not a valid HTTPS one stops the program.
     UpdateChecker(Platform &platform, Clock &clock, QUrl manifest, QStringList languages,
-                  QObject *parent = nullptr);
+                  SecureNetwork network = SecureNetwork());
     ~UpdateChecker() override;
 
     const UpdateState &state() const { return state_; }

@@ -33,35 +33,14 @@ private Q_SLOTS:
         QCOMPARE(defaults.synchronizations, 2);
     }
 
-    void startRenewsTheOverrideOfAKnownChoiceAlone() {
-        const QVariant none;
-        const struct {
-            const char *name;
-            QVariant stored, before, after;
-        } rows[]{{"Chinese", u"zh-Hans"_s, none, words("zh-Hans")},
-                 {"English over another", u"en"_s, words("fr"), words("en")},
-                 {"another case", u"zh-hans"_s, none, none},
-                 {"the system's", QString(), words("en"), words("en")},
-                 {"fresh", none, none, none}};
-        for (const auto &[name, stored, before, after] : rows) {
-            const Row row(name);
-            FakeDefaults defaults;
-            if (stored.isValid())
-                defaults.values.insert(languageKey, stored);
-            if (before.isValid())
-                defaults.values.insert(overrideKey, before);
-            applyStoredLanguageOverride(defaults);
-            QCOMPARE(defaults.values.value(overrideKey), after);
-            QCOMPARE(defaults.values.size(), (stored.isValid() ? 1 : 0) + (after.isValid() ? 1 : 0));
-        }
-    }
-
-    void everyLanguageHasItsTable() {
-        QStringList texts{u"tab.about"_s};
-        for (const AppLanguage &language : appLanguages()) {
-            installTranslations(language.rawValue);
-            QVERIFY2(!texts.contains(qtTrId("tab.about")), language.rawValue.data());
-            texts << qtTrId("tab.about");
+    void datesFollowTheLanguageAndThenTheRegion() {
+        const std::tuple<QString, QString, QString> rows[]{{u"en"_s, u"en_GB"_s, u"en_GB"_s},
+                                                           {u"en"_s, u"zh_CN"_s, u"en_US"_s},
+                                                           {u"zh-Hans"_s, u"de_DE"_s, u"zh_CN"_s},
+                                                           {u"zh-Hans"_s, u"zh_SG"_s, u"zh_SG"_s}};
+        for (const auto &[language, system, expected] : rows) {
+            const Row row(language.toUtf8() + " on " + system.toUtf8());
+            QCOMPARE(localeFor(language, QLocale(system)).name(), expected);
         }
     }
 

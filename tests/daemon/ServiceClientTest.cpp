@@ -4,8 +4,6 @@
 #include "support/FakeService.h"
 #include "support/Row.h"
 #include "support/Samples.h"
-#include "update/HttpsServer.h"
-#include "update/TestAuthority.h"
 
 #include <QNetworkProxy>
 
@@ -183,20 +181,6 @@ private Q_SLOTS:
         QTRY_VERIFY(late->value);
         QTRY_COMPARE(world.service.openConnections(), 0);
         QCOMPARE(other.seen.size(), std::size_t{1});
-    }
-
-    void encryptedAddresses() {
-        const TestAuthority authority;
-        HttpsServer server(authority.identity(u"localhost"_s));
-        server.answer(u"/"_s, reply(200, "{}"));
-        World world;
-        world.client.setConnection({server.address(u"/ui"_s), u"t"_s});
-        const auto answer = [&world] { return finish(world.client.getBody(u"/"_s, {})); };
-        QVERIFY_EXCEPTION_THROWN(answer(), TransportError);
-        QVERIFY(server.requests.isEmpty());
-        trust(authority.certificate());
-        QCOMPARE(answer(), "{}");
-        QCOMPARE(answer(), "{}");
     }
 
     void aReplyMayTakeLongerThanTheTimeout() {

@@ -1,4 +1,4 @@
-"""The update server, for programs in a network and a mount namespace of their own: unshare --net --mount."""
+"""The update server, for programs in a network of their own: alone."""
 import fcntl
 import http.server
 import socket
@@ -12,11 +12,28 @@ from desktop import HOME
 HOST = "updates.quorbit.example"
 
 
-def be_the_internet():
-    """Names this computer HOST, and gives back a certificate for that name, which is trusted, and its key."""
+def switch_on():
+    """Lets programs reach this computer."""
     with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as control:
         set_flags, up_and_running = 0x8914, 0x41
         fcntl.ioctl(control, set_flags, struct.pack("16sh14x", b"lo", up_and_running))
+
+
+def never_answer_for_names():
+    """Lets the look-up of a name take as long as the C library waits, while the socket that is given back is open."""
+    switch_on()
+    silent = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+    silent.bind(("127.0.0.1", 53))
+    file = HOME / "resolv.conf"
+    file.write_text("nameserver 127.0.0.1\n")
+    subprocess.run(["mount", "--bind", file, "/etc/resolv.conf"], check=True)
+    return silent
+
+
+def be_the_internet(*names):
+    """Names this computer HOST, and gives back a certificate for that name and the others, which is trusted, and its
+    key."""
+    switch_on()
     folder = HOME / "certificates"
     folder.mkdir()
     authority, key, certificate = (folder / name for name in ("ca.pem", "key", "server"))
@@ -26,7 +43,7 @@ def be_the_internet():
                         file, *options], check=True, capture_output=True)
     make("Test authority", authority, "-keyout", folder / "ca.key")
     make(HOST, certificate, "-keyout", key, "-CA", authority, "-CAkey", folder / "ca.key",
-         "-addext", f"subjectAltName=DNS:{HOST}")
+         "-addext", "subjectAltName=" + ",".join("DNS:" + name for name in (HOST, *names)))
     subprocess.run(["openssl", "rehash", folder], check=True, capture_output=True)
     hosts = HOME / "hosts"
     hosts.write_text(f"127.0.0.1 localhost {HOST}\n")
@@ -43,13 +60,20 @@ class Server(http.server.ThreadingHTTPServer):
 
     def __init__(self, address, answer=None, certificate=None):
         super().__init__(address, Handler)
-        self.heads, self.connections, self.answer = [], 0, answer
+        self.heads, self.connections, self.refusals, self.answer = [], 0, 0, answer
         if certificate:
             context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
             context.load_cert_chain(*certificate)
             self.socket = context.wrap_socket(self.socket, server_side=True)
         self.port = self.server_address[1]
         threading.Thread(target=self.serve_forever, daemon=True).start()
+
+    def get_request(self):
+        try:
+            return super().get_request()
+        except ssl.SSLError:
+            self.refusals += 1
+            raise
 
     def handle_error(self, *_):
         pass

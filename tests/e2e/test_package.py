@@ -2,6 +2,7 @@
 """An installed Quorbit, started from its desktop entry as a menu starts it: test_package.py PREFIX [PICTURES]."""
 import os
 import signal
+import subprocess
 import sys
 import unittest
 from pathlib import Path
@@ -13,7 +14,7 @@ os.environ["XDG_DATA_DIRS"] = f"{PREFIX / 'share'}:/usr/share"
 os.environ["PATH"] = f"{PREFIX / 'bin'}:{os.environ['PATH']}"
 
 from desktop import (Gio, HOME, Sim, Tree, XembedTray, geometry, icon, picture, processes, stays,  # noqa: E402
-                     wait_for, windows, xdotool)
+                     wait_for, windows)
 
 EXECUTABLE = PREFIX / "bin/quorbit"
 
@@ -41,8 +42,8 @@ class Package(unittest.TestCase):
             app.press("push button", "设置…")
             app.press("page tab", "关于")
             window = wait_for("the settings window", lambda: windows("^设置$", pid))[0]
-            docks = xdotool("search", "--all", "--pid", pid, "--class", f"^{entry.get_startup_wm_class()}$")
-            self.assertIn(window, docks.split(), "docks do not know the window as the program's")
+            names = subprocess.run(["xprop", "-id", window, "WM_CLASS"], capture_output=True, text=True, check=True).stdout
+            self.assertIn(f'"{entry.get_startup_wm_class()}"', names, "docks do not know the window as the program's")
             self.assertGreater(geometry(window)[2], 500)
             self.take("settings.png")
 

@@ -1,17 +1,14 @@
 #!/usr/bin/python3
 """One tour through the real executable, at the end of which nothing has leaked and no text from outside has worked.
 
-The service, the update server and every name in this tour mean harm. Runs as root in a network and a mount namespace of
-its own: unshare --net --mount with_desktop.py test_privacy.py.
+The service, the update server and every name in this tour mean harm. Runs in a network of its own: alone with_desktop.py
+test_privacy.py.
 """
-import errno
 import json
 import os
 import re
 import socket
 import stat
-import subprocess
-import threading
 import time
 import unittest
 from contextlib import suppress
@@ -58,24 +55,6 @@ TABS = {"Overview": ["peer" + CLEAN, "id" + CLEAN, "10b" + CLEAN, "Unnamed", "ac
         "Devices": ["peer" + CLEAN, "ab c0000000…", "x…x"], "About": [BADGE, SHOWN_NOTES]}
 
 
-class Children(threading.Thread):
-    """The arguments of all processes and the environment of those with this home, as long as it runs."""
-
-    def __init__(self):
-        super().__init__(daemon=True)
-        self.arguments, self.environments, self.ended = set(), set(), threading.Event()
-        self.start()
-
-    def run(self):
-        while not self.ended.wait(0.01):
-            for entry in Path("/proc").glob("[0-9]*"):
-                with suppress(OSError):
-                    self.arguments.add((entry / "cmdline").read_bytes())
-                    environment = (entry / "environ").read_bytes()
-                    if os.fsencode(HOME) in environment:
-                        self.environments.add(environment)
-
-
 def listening(pid):
     """The network sockets of a process that others could reach, and the Unix sockets on which it listens."""
     own = set()
@@ -102,20 +81,8 @@ def interfaces(name, path="/"):
         *(interfaces(name, path.rstrip("/") + "/" + child) for child in re.findall(r'<node name="([^"]+)"', xml)))
 
 
-def properties_of_windows():
-    tree = subprocess.run(["xwininfo", "-root", "-tree"], capture_output=True, text=True, check=True).stdout
-    return b"".join(subprocess.run(["xprop", "-id", window], capture_output=True, check=False).stdout
-                    for window in re.findall(r"^\s+(0x[0-9a-f]+)", tree, re.MULTILINE))
-
-
 def files_in(*folders):
     return {Path(folder, name) for top in folders for folder, below, files in os.walk(top) for name in below + files}
-
-
-def connect_as_nobody(path):
-    """The error that another user gets from a socket."""
-    script = "import socket, sys; sys.exit(socket.socket(socket.AF_UNIX).connect_ex(sys.argv[1]))"
-    return subprocess.call(["/usr/bin/python3", "-c", script, str(path)], user=65534, group=65534, extra_groups=[])
 
 
 class Privacy(unittest.TestCase):
@@ -125,37 +92,31 @@ class Privacy(unittest.TestCase):
         self.prepare_servers()
         ours, began = files_in(HOME), time.time() - 1
         log = None
-        if not os.path.exists("/dev/log"):  # where the C library sends what is logged
+        if not os.path.exists("/dev/log") and os.access("/dev", os.W_OK):  # where the C library sends what is logged
             log = self.enterContext(socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM))
             log.bind("/dev/log")
             self.addCleanup(os.unlink, "/dev/log")
-        children = Children()
         monitors = [self.enterContext(Program("dbus-monitor", *bus)) for bus in (
             ("--session",), ("--address", call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")))]
         self.tray = self.enterContext(StatusNotifierTray())
-        shell = ("/bin/sh", "-c", 'umask 0; exec "$0"')
+        shell = ("/bin/sh", "-c", 'umask 0; ulimit -n 128; exec "$0"')
         self.app = self.enterContext(Installed(environment, shell, service=HOME / "fakes/quorbitd"))
         ours |= {self.app.executable, self.app.service}
         self.meet_the_services()
         self.tour()
         self.knock_at_the_socket()
         self.look_around()
-        windows = properties_of_windows()
-        self.assertIn(b'WM_CLASS(STRING) = "quorbit"', windows)
         self.restart()
 
-        children.ended.set()
-        found = {"standard output": self.app.printed().encode(errors="replace"), "windows": windows,
-                 "the tree": "".join(self.heard).encode(errors="replace"),
+        found = {"standard output": self.app.printed().encode(errors="replace"), "the tree": "".join(self.heard).encode(errors="replace"),
                  "the buses": "".join(monitor.printed() for monitor in monitors).encode(errors="replace"),
                  "the system log": log.recv(100_000) if log else "[Quorbit] 启动".encode(),
-                 "started programs": self.seen.read_bytes(), "arguments": b"".join(children.arguments),
-                 "environments": b"".join(children.environments)}
+                 "started programs": self.seen.read_bytes()}
         # The monitors saw the tree go over the bus.
         self.assertIn(b"peer<b>", found["the buses"])
         self.assertIn("[Quorbit] 启动".encode(), found["the system log"])
         for path in files_in(HOME, "/tmp", "/dev/shm", "/var/tmp") - ours:
-            with suppress(FileNotFoundError):  # other programs' files come and go
+            with suppress(FileNotFoundError, PermissionError):  # other users' files, which come and go
                 status = path.lstat()
                 if status.st_mtime < began or HOME / "fakes" in path.parents:
                     continue
@@ -175,7 +136,7 @@ class Privacy(unittest.TestCase):
         for folder in (HOME / "tmp", HOME / "fakes", CONNECTION):
             folder.mkdir(parents=True)
         self.seen = HOME / "fakes/seen"
-        tell = f"#!/bin/sh\nexec 9>>'{self.seen}'\necho \"$0\" \"$@\" \"$(ls /proc/self/fd)\" >&9; exec sleep 60 9>&-\n"
+        tell = f"#!/bin/sh\nexec 9>>'{self.seen}'\necho \"$0\" \"$@\" \"$(ls /proc/self/fd; env)\" >&9; exec sleep 60 9>&-\n"
         for fake in (HOME / "fakes" / name for name in ("quorbitd", "gnome-control-center", "xdg-open")):
             fake.write_text(tell)
             fake.chmod(0o755)
@@ -187,9 +148,10 @@ class Privacy(unittest.TestCase):
 
     def prepare_servers(self):
         cookie = ("Set-Cookie", "who=you; Path=/; Secure")
-        self.updates = Server(("127.0.0.1", 443), lambda _: (200, [cookie], json.dumps(MANIFEST).encode()),
-                              be_the_internet())
-        self.first, self.second, self.elsewhere = (Server(("127.0.0.1", 0)) for _ in range(3))
+        certificate = be_the_internet("localhost")
+        self.updates = Server(("127.0.0.1", 443), lambda _: (200, [cookie], json.dumps(MANIFEST).encode()), certificate)
+        self.first, self.elsewhere = (Server(("127.0.0.1", 0)) for _ in range(2))
+        self.second = Server(("127.0.0.1", 0), certificate=certificate)
         self.lookalike = Server(("127.0.0.2", self.first.port))
         self.first.answer, self.second.answer = self.redirect, self.play
 
@@ -223,11 +185,15 @@ class Privacy(unittest.TestCase):
         wait_for("the pause", lambda: any(path == "/api/pause" for _, path, _ in self.first.heads))
         # While the new address has no token of its own, the old one stays where it belongs.
         self.first.answer = None
-        self.connection_files(f"http://127.0.0.1:{self.second.port}", None)
+        self.connection_files(f"https://localhost:{self.second.port}", None)
         polled = len(self.first.heads)
         wait_for("polls in vain", lambda: len(self.first.heads) > polled + 8)
         self.assertEqual(self.second.connections, 0)
-        self.connection_files(f"http://127.0.0.1:{self.second.port}", NEW)
+        # The second one speaks to those alone who know the name that it can prove.
+        self.connection_files(f"https://127.0.0.1:{self.second.port}", NEW)
+        wait_for("attempts in vain", lambda: self.second.refusals > 1)
+        self.assertEqual(self.second.heads, [])
+        self.connection_files(f"https://localhost:{self.second.port}", NEW)
         wait_for("the second service", lambda: len(self.second.heads) > 3)
 
     def look(self, view, *expected):
@@ -257,8 +223,9 @@ class Privacy(unittest.TestCase):
         for tab, texts in TABS.items():
             app.open_tab(tab)
             self.look(tab, *texts)
+        self.updates.answer = lambda _: (302, [("Location", f"http://127.0.0.1:{self.elsewhere.port}/version.json")], b"")
         app.press("push button", "Check now")
-        wait_for("another check", lambda: len(self.updates.heads) > 1)
+        app.wait(name="Cannot reach the update server. Check your network.")
         app.press("push button", "Download")
         app.press("push button", "Open in browser")
         app.press("combo box", "Interface language")
@@ -280,7 +247,6 @@ class Privacy(unittest.TestCase):
         path = Path(os.environ["XDG_RUNTIME_DIR"]) / "quorbit/instance.socket"
         self.assertEqual([stat.S_IMODE(each.stat().st_mode) for each in (path.parent, path, path.with_suffix(".lock"))],
                          [0o700, 0o600, 0o600])
-        self.assertEqual(connect_as_nobody(path), errno.EACCES)
         # The most that a message can do is bring up the panel.
         for message, answer in ((b"open\t" + b"\xff%n\x00" * 500 + b'\t"\\ \x01_TIME4294967295\n', b"accepted\n"),
                                 (b"open\tx\ty\tz\n", b""), (os.urandom(3000) + b"\n", b""), (b"x" * 100_000, b"")):
@@ -293,6 +259,10 @@ class Privacy(unittest.TestCase):
                 except ConnectionError:
                     self.assertEqual(answer, b"")
         self.assertEqual(listening(self.app.pid), ([], [path.name]))
+        # Whoever connects and says nothing makes room.
+        for _ in range(200):
+            self.enterContext(socket.socket(socket.AF_UNIX)).connect(str(path))
+        self.app.start_again()
 
     def look_around(self):
         # Every redirect and every change of the service told the others nothing.
@@ -302,8 +272,8 @@ class Privacy(unittest.TestCase):
                              {("Bearer " + token,)})
         for server in (self.first, self.second, self.updates):
             self.assertEqual([head for *_, head in server.heads if "Cookie" in head or "Referer" in head], [])
-        self.assertEqual({(head["Authorization"], head["Accept-Language"]) for *_, head in self.updates.heads},
-                         {(None, "*")})
+        self.assertEqual({(head["Authorization"], head["Accept-Language"], head["Cache-Control"])
+                          for *_, head in self.updates.heads}, {(None, "*", "no-cache")})
         seen = self.seen.read_text()
         self.assertNotIn("xdg-open", seen)
         # A child has no descriptor but the usual three, the one of its own that tells and the one that lists.
@@ -319,7 +289,8 @@ class Privacy(unittest.TestCase):
         with suppress(GLib.Error):  # It may be gone before it answers.
             self.app.press("push button", "Restart")
         self.app.successor()
-        wait_for("the line", lambda: "[Quorbit] 启动 quorbitd 失败:" in self.app.printed())
+        reason = f"[Quorbit] 启动 quorbitd 失败:{self.app.service}: Exec format error"
+        wait_for("the line", lambda: reason in self.app.printed())
 
 
 if __name__ == "__main__":

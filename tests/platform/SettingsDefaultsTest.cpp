@@ -1,37 +1,16 @@
 #include "platform/SettingsDefaults.h"
 
+#include "support/FileSizeLimit.h"
+#include "support/Row.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
-
-#include <sys/resource.h>
-
 using namespace Qt::StringLiterals;
 using namespace quorbit;
-
-namespace {
-
-/// What is written beyond that fails, as on a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        ::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &former_);
-        const rlimit limit{bytes, former_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &former_); }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit former_{};
-};
-
-} // namespace
+using namespace quorbit::test;
 
 class SettingsDefaultsTest : public QObject {
     Q_OBJECT
@@ -76,14 +55,15 @@ private Q_SLOTS:
             QStringList strings = {};
             qint64 integer = 0;
             double real = 0;
-        } rows[]{{R"("语言")", u"语言"_s},
-                 {R"(["a, b", ""])", {}, {u"a, b"_s, u""_s}},
-                 {R"(["a", 1])"},
-                 {"9007199254740993", {}, {}, 9007199254740993, 9007199254740992},
-                 {"1e20", {}, {}, 0, 1e20},
-                 {"0.5", {}, {}, 0, 0.5},
-                 {"null"}};
+        } rows[]{{.stored = R"("语言")", .string = u"语言"_s},
+                 {.stored = R"(["a, b", ""])", .strings = {u"a, b"_s, u""_s}},
+                 {.stored = R"(["a", 1])"},
+                 {.stored = "9007199254740993", .integer = 9007199254740993, .real = 9007199254740992},
+                 {.stored = "1e20", .real = 1e20},
+                 {.stored = "0.5", .real = 0.5},
+                 {.stored = "null"}};
         for (const auto &[stored, string, strings, integer, real] : rows) {
+            const Row row(stored);
             const SettingsDefaults defaults(file(R"({"key": )" + stored + '}'));
             QCOMPARE(defaults.string(u"key"_s), string);
             QCOMPARE(defaults.strings(u"key"_s), strings);
@@ -102,12 +82,20 @@ private Q_SLOTS:
     }
 
     void keepsTheOldFileUntilTheNewOneIsWhole() {
-        const QString path = folder_.filePath(u"full/settings.json"_s);
-        QVERIFY(QDir().mkpath(folder_.filePath(u"full"_s)));
-        const QByteArray broken = R"({"key": )";
-        // What could not be read again is not written either.
-        const QByteArray nearlyTooLong = "{\"key\": \"" + QByteArray(65'500, 'x') + "\"}";
-        for (const QByteArray &old : {QByteArray(R"({"key": "old"})"), broken, nearlyTooLong}) {
+        const struct {
+            const char *name;
+            QByteArray old;
+            bool isReplaced = true, isKeptAside = false;
+        } rows[]{{.name = "ordinary", .old = R"({"key": "old"})"},
+                 {.name = "broken", .old = R"({"key": )", .isKeptAside = true},
+                 // What could not be read again is not written either.
+                 {.name = "nearly too long",
+                  .old = "{\"key\": \"" + QByteArray(65'500, 'x') + "\"}",
+                  .isReplaced = false}};
+        for (const auto &[name, old, isReplaced, isKeptAside] : rows) {
+            const Row row(name);
+            const QTemporaryDir folder;
+            const QString path = folder.filePath(u"settings.json"_s);
             QVERIFY(QFile::rename(file(old), path));
             SettingsDefaults defaults(path);
             defaults.set(u"new"_s, QString(100, u'y'));
@@ -116,15 +104,12 @@ private Q_SLOTS:
                 QVERIFY(!defaults.synchronize());
             }
             QCOMPARE(contents(path), old);
-            QCOMPARE(QDir(folder_.filePath(u"full"_s))
-                         .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+            QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                      QStringList{u"settings.json"_s});
             QCOMPARE(defaults.string(u"new"_s).size(), 100); // It holds for this run.
-            const bool isTooLong = old == nearlyTooLong;
-            QCOMPARE(defaults.synchronize(), !isTooLong);
-            QCOMPARE(contents(path) == old, isTooLong);
-            QCOMPARE(QFile::remove(path + u".broken"_s), old == broken);
-            QFile::remove(path);
+            QCOMPARE(defaults.synchronize(), isReplaced);
+            QCOMPARE(contents(path) != old, isReplaced);
+            QCOMPARE(contents(path + u".broken"_s), isKeptAside ? old : QByteArray());
         }
     }
 
@@ -136,40 +121,26 @@ private Q_SLOTS:
             defaults.set(u"key"_s, u"new"_s);
             return defaults.synchronize();
         };
-        for (const bool isThere : {true, false}) {
-            QFile::remove(target);
-            if (isThere) {
-                QVERIFY(QFile::rename(file("{}"), target));
-                QVERIFY(QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner));
-            }
-            QFile::remove(path);
-            QVERIFY(QFile::link(u"elsewhere.json"_s, path));
-            QVERIFY(store());
-            QVERIFY(QFile(path).symLinkTarget() == target);
-            QCOMPARE(SettingsDefaults(target).string(u"key"_s), u"new"_s);
-            QCOMPARE(!(QFile::permissions(target) & QFile::ReadOther), isThere);
-        }
-        QFile::remove(target);
+        QVERIFY(QFile::rename(file("{}"), target));
+        const QFile::Permissions own =
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+        QVERIFY(QFile::setPermissions(target, own));
+        QVERIFY(QFile::link(u"elsewhere.json"_s, path));
+        QVERIFY(store());
+        QCOMPARE(QFile::symLinkTarget(path), target);
+        QCOMPARE(SettingsDefaults(target).string(u"key"_s), u"new"_s);
+        QCOMPARE(QFile::permissions(target), own);
+        QVERIFY(QFile::remove(target));
+        QVERIFY(store());
+        QVERIFY(QFile::remove(target));
+
         QVERIFY(QFile::link(u"settings.json"_s, target)); // in a circle
         QVERIFY(!store());
-        QFile::remove(path);
-        QVERIFY(QFile::link(u"nowhere/settings.json"_s, path));
-        QVERIFY(!store() && !QFile::exists(folder_.filePath(u"nowhere"_s)));
-        QFile::remove(path);
-        QVERIFY(QDir().mkdir(path));
+        QVERIFY(QFile::remove(path) && QFile::link(u"nowhere/settings.json"_s, path));
         QVERIFY(!store());
-        QVERIFY(QDir().rmdir(path));
-        QFile::remove(target);
-    }
-
-    void keepsABrokenFileAside() {
-        const QString path = file(R"({"key": )");
-        SettingsDefaults defaults(path);
-        QVERIFY(!QFile::exists(path + u".broken"_s));
-        defaults.set(u"key"_s, u"new"_s);
-        defaults.synchronize();
-        QCOMPARE(SettingsDefaults(path).string(u"key"_s), u"new"_s);
-        QCOMPARE(contents(path + u".broken"_s), QByteArray(R"({"key": )"));
+        QVERIFY(!QFile::exists(folder_.filePath(u"nowhere"_s)));
+        QVERIFY(QFile::remove(path) && QDir().mkdir(path));
+        QVERIFY(!store());
     }
 };
 

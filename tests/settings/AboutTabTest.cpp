@@ -5,8 +5,7 @@
 #include "support/ViewChecks.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/MenuPicker.h"
-#include "update/HttpsServer.h"
-#include "update/TestAuthority.h"
+#include "update/PlainNetwork.h"
 #include "update/UpdateChecker.h"
 #include "wording/TimeFormats.h"
 
@@ -19,17 +18,14 @@ class AboutTabTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() {
-        const TestAuthority authority;
-        trust(authority.certificate());
-        server_ = std::make_unique<HttpsServer>(authority.identity(u"localhost"_s));
         platform_.version = u"1.4.1"_s;
         useLanguage(u"en"_s);
         useAppearance({}, 9);
     }
 
     void init() {
-        checker_ = std::make_unique<UpdateChecker>(platform_, clock_, server_->address(u"/version.json"_s),
-                                                   QStringList{u"en"_s});
+        checker_ = std::make_unique<UpdateChecker>(platform_, clock_, QUrl(u"https://host/version.json"_s),
+                                                   QStringList{u"en"_s}, plainNetwork(server_));
         show();
     }
 
@@ -70,17 +66,17 @@ private Q_SLOTS:
 
     void checksOnceAndOpensOnlyTheBrowser() {
         const auto offer = [this](const QByteArray &address) {
-            server_->answer(u"/version.json"_s,
-                            reply(200, R"({"version":"2.0","download":{"macos":")" + address + R"("}})"));
+            server_.answer("GET /version.json",
+                           {R"({"version":"2.0","download":{"macos":")" + address + R"("}})"});
         };
-        const QUrl package = server_->address(u"/absent.dmg"_s);
+        const QUrl package(u"https://host/absent.dmg"_s);
         offer(package.toEncoded());
         auto *check = named<Button>(*tab_, u"Check now"_s);
         const int before = check->parentWidget()->height();
         QTest::keyClick(check, Qt::Key_Space);
         QTest::keyClick(check, Qt::Key_Space); // pressed twice by mistake
         QTRY_VERIFY(textsOf(*tab_).contains(u"Quorbit 2.0 is available"_s));
-        QCOMPARE(server_->requests.size(), 1);
+        QCOMPARE(server_.seen.size(), std::size_t{1});
         QTest::qWait(60);
         QCOMPARE(check->parentWidget()->height(), before);
 
@@ -139,7 +135,7 @@ private:
         return labels;
     }
 
-    std::unique_ptr<HttpsServer> server_;
+    FakeService server_;
     const TimeFormats formats_{QLocale(QLocale::English)};
     FakePlatform platform_;
     FakeClock clock_;

@@ -1,8 +1,11 @@
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/SystemClock.h"
+#include "platform/linux/desktop/AccessibilitySettings.h"
+#include "platform/linux/process/SingleInstance.h"
+#include "support/Row.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -14,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
-using namespace std::chrono_literals;
+using namespace quorbit::test;
 
 namespace {
 
@@ -85,31 +88,58 @@ private Q_SLOTS:
         QTRY_VERIFY(!hasZombies());
     }
 
-    void failedLaunchTellsTheSystemsReason() {
-        LinuxPlatform platform{Bundle{}};
-        for (const auto &[executable, error] :
-             {std::pair(path("nothing here"), ENOENT), std::pair(folder_.path(), EACCES)}) {
-            QString message;
-            try {
-                platform.launch(executable, {});
-            } catch (const LaunchError &failure) {
-                message = QString::fromUtf8(failure.what());
-            }
-            QVERIFY2(message.endsWith(qt_error_string(error)), qPrintable(message));
+    void knowsItsPlaceAfterAnUpgrade() {
+        // A copy of this program, which runs this test alone, is taken away while it runs.
+        const QString own = QCoreApplication::applicationFilePath();
+        if (qEnvironmentVariableIsSet("QUORBIT_TEST_COPY")) {
+            QVERIFY(QFile::remove(own));
+            QCOMPARE(Bundle::ofThisProcess({}, {}).executable, own);
+            return;
+        }
+        QVERIFY(QFile::copy(own, path("copy")));
+        qputenv("QUORBIT_TEST_COPY", "1");
+        QCOMPARE(QProcess::execute(path("copy"), {u"knowsItsPlaceAfterAnUpgrade"_s}), 0);
+        QVERIFY(!QFile::exists(path("copy")));
+    }
+
+    void findsTheSettingsOfTheDesktop() {
+        const struct {
+            QString desktops, installed, command;
+        } rows[]{{u"GNOME"_s, u"gnome-control-center"_s, u"gnome-control-center universal-access"_s},
+                 {u"ubuntu:GNOME"_s, u"gnome-control-center"_s, u"gnome-control-center universal-access"_s},
+                 {u"Budgie:GNOME"_s, u"gnome-control-center"_s, u"gnome-control-center universal-access"_s},
+                 {u"Unity"_s, u"unity-control-center"_s, u"unity-control-center universal-access"_s},
+                 {u"kde"_s, u"systemsettings kcmshell6"_s, u"systemsettings kcm_access"_s},
+                 {u"KDE"_s, u"systemsettings5"_s, u"systemsettings5 kcm_access"_s},
+                 {u"KDE"_s, u"kcmshell6"_s, u"kcmshell6 kcm_access"_s},
+                 {u"XFCE"_s, u"xfce4-accessibility-settings"_s, u"xfce4-accessibility-settings"_s},
+                 {u"MATE"_s, u"mate-at-properties"_s, u"mate-at-properties"_s},
+                 {u"X-Cinnamon"_s, u"cinnamon-settings"_s, u"cinnamon-settings universal-access"_s},
+                 {u"Pantheon"_s, u"io.elementary.settings"_s, u"io.elementary.settings universal-access"_s},
+                 {u"XFCE"_s, u"gnome-control-center"_s, {}},
+                 {{}, u"gnome-control-center"_s, {}}};
+        for (const auto &[desktops, installed, expected] : rows) {
+            const Row row(desktops.toUtf8() + " with " + installed.toUtf8());
+            const auto command = accessibilitySettingsCommand(desktops, [&installed](const QString &name) {
+                return installed.split(u' ').contains(name) ? name : QString();
+            });
+            const auto words =
+                command ? QStringList(command->executable) + command->arguments : QStringList();
+            QCOMPARE(words.join(u' '), expected);
         }
     }
 
-    void alarmsRingOnceUnlessTheyAreDestroyed() {
-        SystemClock clock;
-        int rings = 0;
-        std::unique_ptr<Clock::Alarm> alarm;
-        alarm = clock.after(20ms, [&] {
-            ++rings;
-            alarm.reset();
-        });
-        clock.after(10ms, [&] { rings += 100; }).reset();
-        QTest::qWait(100);
-        QCOMPARE(rings, 1);
+    void theFolderForOneInstanceIsThisUsersAlone() {
+        qputenv("XDG_CACHE_HOME", path("cache").toLocal8Bit());
+        qputenv("XDG_RUNTIME_DIR", folder_.path().toLocal8Bit());
+        QCOMPARE(SingleInstance::userFolder(), path("quorbit"));
+        // Where others may write, they might have prepared something.
+        QFile::setPermissions(folder_.path(), QFile::Permissions(0x7777));
+        const QString folder = SingleInstance::userFolder().value_or(path("quorbit"));
+        QVERIFY2(folder != path("quorbit"), "in the folder that others may write to");
+        QCOMPARE(QFile::permissions(folder) & 0x0fff, QFile::Permissions(0x0700));
+        qputenv("XDG_RUNTIME_DIR", "relative");
+        QCOMPARE(SingleInstance::userFolder(), folder);
     }
 };
 
