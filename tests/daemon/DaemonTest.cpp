@@ -15,7 +15,7 @@ constexpr const char *resources[] = {"GET /api/status", "GET /api/settings", "GE
 int attemptsUntilDecided(Fixture &world) {
     int attempts = 0;
     const auto isDecided = [&world] { return world.state().connectionState != ConnectionState::starting; };
-    while (QTest::qWaitFor([&] { return isDecided() || !world.clock.pending().empty(); }) && !isDecided() &&
+    while (QTest::qWaitFor([&] { return isDecided() || !world.alarms().empty(); }) && !isDecided() &&
            attempts < 100) {
         world.clock.advance(100ms);
         ++attempts;
@@ -56,15 +56,29 @@ private Q_SLOTS:
         QCOMPARE(world.state(), before);
         const auto requests = world.service.seen.size();
         world.daemon->stop();
-        world.clock.advance(1min);
-        QTest::qWait(20);
+        QVERIFY(world.clock.pending().empty());
         QCOMPARE(world.service.seen.size(), requests);
     }
 
     void launchesAndWaits() {
-        for (const bool isStale : {true, false}) { // or a service that has no status yet
+        const struct {
+            const char *name;
+            std::optional<QString> bundled;
+            QString launched;
+            bool isStale; ///< its files; else the service has no status yet
+        } rows[]{{.name = "bundled",
+                  .bundled = u"/opt/bundle/helper"_s,
+                  .launched = u"/opt/bundle/helper"_s,
+                  .isStale = true},
+                 {.name = "beside the program",
+                  .bundled = {},
+                  .launched = u"/opt/own/quorbitd"_s,
+                  .isStale = false}};
+        for (const auto &[name, bundled, launched, isStale] : rows) {
+            const Row row(name);
             Fixture world;
-            world.platform.auxiliary = u"/opt/bundle/quorbitd"_s;
+            world.platform.auxiliary = bundled;
+            world.platform.executable = u"/opt/own/quorbit"_s;
             world.service.answer("GET /api/status", {"null"});
             if (isStale)
                 world.writeFiles("http://127.0.0.1:1/");
@@ -73,10 +87,10 @@ private Q_SLOTS:
             world.daemon->start();
             QTRY_COMPARE(world.platform.launched.size(), std::size_t{1});
             QCOMPARE(world.platform.auxiliaryAsked, QStringList{u"quorbitd"_s});
-            QCOMPARE(world.platform.launched[0]->executable, u"/opt/bundle/quorbitd"_s);
+            QCOMPARE(world.platform.launched[0]->executable, launched);
             QCOMPARE(world.platform.launched[0]->arguments, (QStringList{u"run"_s, u"--no-tray"_s}));
 
-            QTRY_COMPARE(world.clock.pending(), std::vector<FakeClock::Delay>{100ms});
+            QTRY_COMPARE(world.alarms(), std::vector<FakeClock::Delay>{100ms});
             world.clock.advance(100ms);
             QVERIFY(world.refreshed());
             QCOMPARE(world.state().connectionState, ConnectionState::starting);
@@ -126,19 +140,31 @@ private Q_SLOTS:
     }
 
     void pollsTwoSecondsAfterEachRefresh() {
+        using Delays = std::vector<FakeClock::Delay>;
         Polling world;
-        QCOMPARE(world.clock.pending(), std::vector<FakeClock::Delay>{2000ms});
-        world.clock.advance(1999ms);
-        QTest::qWait(20);
+        QCOMPARE(world.clock.pending(), Delays{2000ms});
         for (const char *resource : resources)
             QCOMPARE(world.service.count(resource), resource == resources[0] ? 2 : 1);
 
         // All four are out before any is answered, and the pause begins only after the last of them.
         for (const char *resource : resources)
             world.service.answer(resource, {{}, 200, {}, Answer::hang});
-        world.clock.advance(1ms);
+        world.clock.advance(2000ms);
         QTRY_COMPARE(world.service.seen.size(), std::size_t{9});
-        QVERIFY(world.clock.pending().empty());
+        QCOMPARE(world.clock.pending(), Delays(4, 60s));
+        world.clock.advance(60s);
+        QTRY_COMPARE(world.clock.pending(), Delays{2000ms});
+    }
+
+    void findsAServiceThatWasStartedAgain() {
+        Polling world;
+        world.service.close();
+        FakeService other;
+        other.answerAll();
+        world.writeFiles(other.address().toEncoded());
+        QVERIFY(world.pollAgain());
+        QVERIFY(world.pollAgain());
+        QCOMPARE(other.count("GET /api/status"), 1);
     }
 
     /// When it was read, and when its value is gone, each time once the views have had the time to follow.
@@ -173,7 +199,7 @@ private Q_SLOTS:
         world.service.answer("GET /api/history", {"[]"});
         world.clock.advance(2000ms);
         QTRY_COMPARE(world.service.seen.size(), std::size_t{9});
-        QTest::qWait(50);
+        QTRY_COMPARE(world.clock.pending().size(), std::size_t{1}); // the timeout of the one that hangs
         QCOMPARE(world.announced, 0);
         world.daemon->stop();
         QCOMPARE(world.announced, 4); // all but the status
@@ -194,11 +220,11 @@ private Q_SLOTS:
         world.service.answer("GET /api/status", {missing});
         QVERIFY(world.startAndPoll());
         world.platform.announceAccessibilityChange();
-        QCOMPARE(world.clock.pending(), (std::vector<FakeClock::Delay>{800ms, 2000ms, 6000ms}));
+        QCOMPARE(world.alarms(), (std::vector<FakeClock::Delay>{800ms, 2000ms, 6000ms}));
         world.clock.advance(800ms);
         QCOMPARE(world.relaunches, 1);
         world.daemon.reset();
-        QVERIFY(world.clock.pending().empty());
+        QVERIFY(world.alarms().empty());
         world.platform.announceAccessibilityChange(); // must not reach the Daemon that is gone
     }
 
@@ -208,7 +234,8 @@ private Q_SLOTS:
         world.daemon->start();
         QTRY_COMPARE(world.clock.pending().size(), std::size_t{1});
         world.daemon.reset();
-        QVERIFY(world.clock.pending().empty() && world.platform.launched[0]->terminations == 0);
+        QVERIFY(world.clock.pending().empty());
+        QCOMPARE(world.platform.launched[0]->terminations, 0);
     }
 
     void destructionEndsEverythingAtOnce() {
@@ -221,7 +248,8 @@ private Q_SLOTS:
             world.daemon->start();
             const std::size_t requests = hanging == "GET /api/status" ? 1 : 5; // The first one probes.
             QTRY_COMPARE(world.service.seen.size(), requests);
-            QTest::qWait(50);
+            QTRY_COMPARE(world.clock.pending().size(),
+                         std::size_t{1}); // the end of what hangs, or of the pause
             const auto save = outcomeOf(world.daemon->saveSettings(DaemonSettings()));
             const auto clear = outcomeOf(world.daemon->clearHistory());
             const auto show = outcomeOf(world.daemon->pairShow());
@@ -229,7 +257,7 @@ private Q_SLOTS:
             world.daemon.reset();
             QVERIFY(save->stopped && clear->stopped && show->stopped);
             QVERIFY(world.announced == 0 && world.clock.pending().empty());
-            QTest::qWait(20); // whatever was left behind would now run into the Daemon that is gone
+            QCoreApplication::processEvents(); // What was left behind would run into the Daemon that is gone.
         }
     }
 };

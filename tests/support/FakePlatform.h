@@ -19,6 +19,7 @@ struct FakeProcess {
 class FakePlatform final : public Platform {
 public:
     std::optional<QString> auxiliary; ///< the answer for every name
+    std::optional<QString> executable;
     std::optional<QString> version;
     QString home;
     std::optional<QString> downloads;
@@ -44,7 +45,7 @@ public:
         auxiliaryAsked.push_back(name);
         return auxiliary;
     }
-    std::optional<QString> executablePath() const override { return {}; }
+    std::optional<QString> executablePath() const override { return executable; }
     std::optional<QString> bundleVersion() const override { return version; }
     QString homeDirectory() const override { return home; }
     std::optional<QString> downloadsDirectory() const override { return downloads; }
