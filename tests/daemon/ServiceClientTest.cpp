@@ -151,25 +151,6 @@ private Q_SLOTS:
         }
     }
 
-    void anotherServiceEndsTheConnectionsToTheFormer() {
-        World world;
-        QVERIFY(world.isAnswered());
-        world.service.answer("GET /api/devices", {{}, 200, {}, Answer::hang});
-        const auto late = outcomeOf(world.client.getBody(u"/api/devices"_s, {}));
-        QVERIFY(world.isAnswered());
-        FakeService other;
-        other.answerAll();
-        world.client.setConnection({other.address(), u"other"_s});
-        QVERIFY(world.isAnswered());
-        QCOMPARE(other.seen.at(0).header("authorization"), QByteArrayList{"Bearer other"});
-        // The one that is being used ends with its reply, and the question is not asked elsewhere.
-        QTRY_COMPARE(world.service.openConnections(), 1);
-        world.service.say("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]");
-        QTRY_VERIFY(late->value);
-        QTRY_COMPARE(world.service.openConnections(), 0);
-        QCOMPARE(other.seen.size(), std::size_t{1});
-    }
-
     /// The token does not go out in the clear.
     void encryptedAddresses() {
         World world;
