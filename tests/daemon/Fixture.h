@@ -71,4 +71,17 @@ private:
     }
 };
 
+/// Whose poll loop sleeps after the first refresh.
+struct Polling : Fixture {
+    Polling() {
+        service.answerAll();
+        if (!startAndPoll())
+            qFatal("the service is not found");
+        service.seen.clear();
+        announced = 0;
+    }
+    /// Since then.
+    int refreshes() const { return service.count("GET /api/status"); }
+};
+
 } // namespace quorbit::test

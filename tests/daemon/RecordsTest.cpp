@@ -1,5 +1,4 @@
 #include "daemon/Records.h"
-#include "daemon/PairingRecords.h"
 #include "support/Row.h"
 #include "support/Samples.h"
 #include "wire/Codec.h"
@@ -9,14 +8,8 @@
 using namespace quorbit;
 using namespace quorbit::test;
 using namespace Qt::StringLiterals;
-using Json = nlohmann::ordered_json;
 
 namespace {
-
-template <class Record>
-void decode(const Json &json) {
-    wire::decode<Record>(QByteArray::fromStdString(json.dump()));
-}
 
 QByteArray failure(QByteArrayView json) {
     try {
@@ -35,38 +28,6 @@ class RecordsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void keysThatMayBeMissing() {
-        const Json status = Json::parse(statusJson.toStdString());
-        const Json settings = Json::parse(settingsJson.toStdString());
-        const struct {
-            const char *name;
-            void (*decode)(const Json &);
-            Json json; ///< every key present
-            QByteArray required;
-        } rows[]{{"Status", decode<Status>, status, "device_id device_name port paused peers"},
-                 {"PeerStatus", decode<PeerStatus>, status["peers"][0], "device_id name"},
-                 {"FileXfer", decode<FileXfer>, status["file_xfer"], "sent total sending"},
-                 {"DaemonSettings", decode<DaemonSettings>, settings,
-                  "device_name port file_size_cap_mb sync_text sync_image sync_files kvm_enabled kvm_side"},
-                 {"ScreenPlacement", decode<ScreenPlacement>, settings["kvm_layout"]["d2"], "x y w h"},
-                 {"Device", decode<Device>, Json::parse(devicesJson.toStdString())[0], "device_id name"},
-                 {"HistoryEntry", decode<HistoryEntry>, Json::parse(historyJson.toStdString())[0], "id"},
-                 {"UpdateResult", decode<UpdateResult>, {{"ok", true}, {"need_restart", false}}, "ok"},
-                 {"ShowReply", decode<pairing::ShowReply>, {{"pin", "1234"}}, "pin"},
-                 {"ConnectReply", decode<pairing::ConnectReply>, {{"ok", false}, {"error", "no"}}, "ok"}};
-        for (const auto &[name, decode, json, required] : rows) {
-            for (const auto &member : json.items()) {
-                const Row row(name + QByteArray(".") + member.key().c_str());
-                Json lacking = json;
-                lacking.erase(member.key());
-                if (required.split(' ').contains(QByteArray::fromStdString(member.key())))
-                    QVERIFY_EXCEPTION_THROWN(decode(lacking), wire::DecodeError);
-                else
-                    decode(lacking);
-            }
-        }
-    }
-
     void keysReachTheirMembers() {
         const FileXfer transfer{u"a.bin"_s, 2, 1, Q_INT64_C(9007199254740993), true};
         const std::vector<std::vector<double>> displays{{0, 0, 1440, 900}, {1440, 0, 1, 1.5}};
