@@ -67,6 +67,21 @@ private Q_SLOTS:
         }
     }
 
+    /// Else the next run would know nothing of it, and restart too.
+    void restartsOnlyWhenThatIsStored() {
+        FakeClock clock;
+        clock.uptimeAtStart = 120;
+        FakeDefaults defaults;
+        AccessibilityHeal heal(defaults, clock, [] {});
+        for (const QList<bool> &outcomes : {QList{false}, QList{true, false}}) { // of reading, of writing
+            defaults.outcomes = outcomes;
+            heal.refreshed(stateWith(true, false));
+            QVERIFY(clock.pending().empty() && defaults.values.isEmpty());
+        }
+        heal.refreshed(stateWith(true, false));
+        QCOMPARE(clock.pending().size(), std::size_t{1});
+    }
+
     /// Two restarts a boot, as far as two computations of its time can be told to be of one.
     void limits() {
         const struct {

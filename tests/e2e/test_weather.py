@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The real executable gets through whatever its service does and whatever lies in the place of its files: it answers its
-user meanwhile, shows the last good state, and goes on by itself when the fault is over."""
+"""The real executable gets through whatever its service does and whatever lies in the place of its files: it answers
+its user meanwhile, shows the last good state, and goes on by itself when the fault is over."""
 import os
 import re
 import resource
@@ -89,7 +89,8 @@ class Replies(unittest.TestCase):
         if not any(FAULTS[fault].then is hold for fault in faults.values()):
             program.shows(self.service.number, SHOWN.keys() - faults)  # So the others have been read, too.
         for path in SHOWN.keys() & faults:
-            self.assertEqual(program.number(path), 500 + self.service.number if FAULTS[faults[path]].is_taken else kept, path)
+            taken = 500 + self.service.number
+            self.assertEqual(program.number(path), taken if FAULTS[faults[path]].is_taken else kept, path)
 
     def test_ends_and_pieces(self):
         self.meet(status="end in the body", devices="chunks of a byte", settings="reset in the body")
@@ -151,7 +152,8 @@ class Files(unittest.TestCase):
             (home / folder).mkdir(parents=True, mode=0o700)
         (home / "Library").symlink_to(HOME / "Library")
         env = {"HOME": str(home), "XDG_CONFIG_HOME": str(home / ".config"), "XDG_RUNTIME_DIR": str(home / "runtime")}
-        return self.enterContext(Witness(env, wrapper=["sh", "-c", FILES[name][0] + ' && exec "$@"', "sh", *UNPRIVILEGED]))
+        shell = ["sh", "-c", FILES[name][0] + ' && exec "$@"', "sh"]
+        return self.enterContext(Witness(env, wrapper=[*shell, *UNPRIVILEGED]))
 
     def test_in_the_way(self):
         service = self.enterContext(Service())

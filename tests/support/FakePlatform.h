@@ -35,12 +35,6 @@ public:
     int accessibilitySettingsOpened = 0;
     int memoryReturned = 0;
 
-    /// Plays the system's announcement that accessibility permissions changed.
-    void announceAccessibilityChange() const {
-        for (const auto &changed : observers_)
-            changed();
-    }
-
     std::optional<QString> auxiliaryExecutable(const QString &name) const override {
         auxiliaryAsked.push_back(name);
         return auxiliary;
@@ -61,9 +55,7 @@ public:
     void returnFreeMemory() override { ++memoryReturned; }
     void log(const QString &line) override { logged.push_back(line); }
     bool isAccessibilityTrusted() const override { return trusted; }
-    void observeAccessibilityChanges(std::function<void()> changed) override {
-        observers_.push_back(std::move(changed));
-    }
+    void observeAccessibilityChanges(std::function<void()>) override {}
     void openAccessibilitySettings() override { ++accessibilitySettingsOpened; }
     void open(const QUrl &address) override { opened.push_back(address); }
     void reveal(const QString &path) override { revealed.push_back(path); }
@@ -78,8 +70,6 @@ private:
     private:
         std::shared_ptr<FakeProcess> process_;
     };
-
-    std::vector<std::function<void()>> observers_;
 };
 
 } // namespace quorbit::test
