@@ -82,7 +82,7 @@ void settle() {
 }
 
 void poll(Fixture &world, Desk &desk, int number) {
-    const auto isAsleep = [&] { return !world.clock.pending().empty(); };
+    const auto isAsleep = [&] { return !world.alarms().empty(); };
     const Trouble kind = changeService(world.service, number);
     for (QWidget *window : QApplication::topLevelWidgets())
         window->setUpdatesEnabled(number % pollsAPainting == 0);

@@ -28,7 +28,7 @@ Daemon::Daemon(Platform &platform, UserDefaults &defaults, Clock &clock, std::fu
     : QObject(parent)
     , clock_(clock)
     , platform_(platform)
-    , client_(requestTimeout)
+    , client_(requestTimeout, clock)
     , launcher_(platform)
     , heal_(defaults, clock, std::move(relaunch)) {}
 

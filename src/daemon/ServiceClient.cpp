@@ -41,7 +41,8 @@ bool isHeaderValue(const QByteArray &value) {
 
 } // namespace
 
-ServiceClient::ServiceClient(std::chrono::milliseconds timeout) : connections_({timeout, maximumReplySize}) {}
+ServiceClient::ServiceClient(std::chrono::milliseconds timeout, Clock &clock)
+    : connections_({timeout, maximumReplySize}, clock) {}
 
 void ServiceClient::setConnection(ConnectionInfo connection) {
     connections_.setAddress(connection.address);

@@ -39,7 +39,7 @@ public:
 class ServiceClient {
 public:
     /// `timeout` is how long an exchange may make no progress.
-    explicit ServiceClient(std::chrono::milliseconds timeout);
+    ServiceClient(std::chrono::milliseconds timeout, Clock &clock);
 
     /// The service to which every later request goes.
     void setConnection(ConnectionInfo connection);

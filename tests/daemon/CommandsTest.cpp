@@ -7,20 +7,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A Daemon that knows the service, but neither polls nor has fetched anything yet.
-struct Connected : Fixture {
-    Connected() {
-        writeFiles();
-        daemon->start();
-        // Without an executable to start, start-up gives up and leaves the field to the commands.
-        if (!QTest::qWaitFor([this] { return state().connectionState == ConnectionState::disconnected; }))
-            qFatal("start-up does not end");
-        service.seen.clear();
-        service.answerAll();
-    }
-    bool hasRefreshed() const { return service.count("GET /api/status") == 1 && state().status; }
-};
-
 class CommandsTest : public QObject {
     Q_OBJECT
 
@@ -50,10 +36,10 @@ private Q_SLOTS:
              "PUT /api/settings", R"({"ok":true})", settingsJson}};
         for (const auto &[command, line, reply, body, refreshes] : rows) {
             const Row row(line);
-            Connected world;
+            Polling world;
             world.service.answer(line, {reply});
             command(*world.daemon);
-            QCOMPARE(world.hasRefreshed(), refreshes);
+            QCOMPARE(world.refreshes(), refreshes ? 1 : 0);
             QCOMPARE(world.service.seen.size(), std::size_t{refreshes ? 5U : 1U});
 
             const SeenRequest request = world.service.seen.front();
@@ -69,30 +55,28 @@ private Q_SLOTS:
 
     /// Some commands drop what goes wrong and let the refresh tell.
     void failuresThatDoNotMatter() {
-        Connected world;
+        Polling world;
         world.service.answer("POST /api/pause", {{}, 200, {}, Answer::shut});
         finish(world.daemon->setPaused(true));
-        QVERIFY(world.hasRefreshed());
+        QCOMPARE(world.refreshes(), 1);
         // An id that is no path is not even sent.
         finish(world.daemon->unpair(u"a b"_s));
-        QCOMPARE(world.service.count("GET /api/status"), 2);
+        QCOMPARE(world.refreshes(), 2);
         QCOMPARE(world.service.seen.size(), std::size_t{9});
     }
 
     void saveTellsWhatTheServiceSaid() {
-        Connected world;
+        Polling world;
         world.service.answer("PUT /api/settings", {"oops", 500});
         QVERIFY_EXCEPTION_THROWN(finish(world.daemon->saveSettings(DaemonSettings())), wire::DecodeError);
-        QVERIFY(!world.hasRefreshed());
+        QCOMPARE(world.refreshes(), 0);
         world.service.answer("PUT /api/settings", {R"({"ok":false,"need_restart":true})", 500});
         QCOMPARE(finish(world.daemon->saveSettings(DaemonSettings())).need_restart, true);
-        QVERIFY(world.hasRefreshed());
+        QCOMPARE(world.refreshes(), 1);
     }
 
     void clearEmptiesTheListWhateverComes() {
-        Connected world;
-        finish(world.daemon->setPaused(true));
-        QVERIFY(!world.state().history.empty());
+        Polling world;
         world.service.answer("DELETE /api/history", {{}, 200, {}, Answer::hang});
         const auto outcome = outcomeOf(world.daemon->clearHistory());
         QVERIFY(world.state().history.empty());
@@ -107,7 +91,7 @@ private Q_SLOTS:
     void pairingFoldsEveryFailure() {
         for (const QByteArray reply : {"null", "<html>", R"({"ok":false,"error":"wrong PIN"})"}) {
             const Row row(reply);
-            Connected world;
+            Polling world;
             world.service.answer("POST /api/pair/show", {reply});
             world.service.answer("POST /api/pair/connect", {reply});
             QCOMPARE(finish(world.daemon->pairShow()), std::nullopt);

@@ -39,7 +39,13 @@ struct Fixture {
     }
     /// Lets events pass until the poll loop sleeps.
     bool refreshed() const {
-        return QTest::qWaitFor([this] { return !clock.pending().empty(); });
+        return QTest::qWaitFor([this] { return !alarms().empty(); });
+    }
+    /// How long each alarm has to go, but for the timeouts of requests.
+    std::vector<FakeClock::Delay> alarms() const {
+        auto delays = clock.pending();
+        std::erase_if(delays, [](FakeClock::Delay delay) { return delay > std::chrono::seconds(10); });
+        return delays;
     }
     /// Lets the poll loop wake up and refresh once.
     bool pollAgain() {
@@ -63,6 +69,19 @@ private:
         if (!file.open(QFile::WriteOnly) || file.write(text) != text.size())
             qFatal("cannot write %s", qPrintable(path));
     }
+};
+
+/// Whose poll loop sleeps after the first refresh.
+struct Polling : Fixture {
+    Polling() {
+        service.answerAll();
+        if (!startAndPoll())
+            qFatal("the service is not found");
+        service.seen.clear();
+        announced = 0;
+    }
+    /// Since then.
+    int refreshes() const { return service.count("GET /api/status"); }
 };
 
 } // namespace quorbit::test

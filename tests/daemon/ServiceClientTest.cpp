@@ -1,11 +1,10 @@
 #include "daemon/ServiceClient.h"
 #include "async/TransportError.h"
 #include "support/Await.h"
+#include "support/FakeClock.h"
 #include "support/FakeService.h"
 #include "support/Row.h"
 #include "support/Samples.h"
-
-#include <QNetworkProxy>
 
 using namespace quorbit;
 using namespace quorbit::test;
@@ -14,7 +13,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto timeout = 300ms;
+constexpr auto timeout = 60s;
 
 /// A service with a good status, and its client.
 struct World {
@@ -26,7 +25,8 @@ struct World {
     bool isAnswered() { return finish(ask()) == statusJson.toStdString(); }
 
     FakeService service;
-    ServiceClient client{5s};
+    FakeClock clock;
+    ServiceClient client{timeout, clock};
 };
 
 class ServiceClientTest : public QObject {
@@ -34,15 +34,15 @@ class ServiceClientTest : public QObject {
 
 private Q_SLOTS:
     void nothingIsSentWithoutUsableAddressTokenAndPath() {
-        FakeService service;
-        const QString path = u"/api/devices/a"_s;
+        World world;
         const auto refuses = [&](const QString &address, const QString &token, const QString &way) {
             const Row row((address + u' ' + token + u' ' + way).toUtf8());
-            ServiceClient client(timeout);
+            ServiceClient client(timeout, world.clock);
             if (!address.isEmpty())
-                client.setConnection({QUrl(address.arg(service.address().authority())), token});
+                client.setConnection({QUrl(address.arg(world.service.address().authority())), token});
             QVERIFY_EXCEPTION_THROWN(finish(client.getBody(way, {})), APIError);
         };
+        const QString path = u"/api/devices/a"_s;
         for (const auto &address : {u""_s, u"ftp://%1"_s, u"//%1"_s, u"http:///ui?%1"_s})
             refuses(address, u"t"_s, path);
         for (const auto &token : {u"t\r\nX-Evil: 1"_s, u"t\0x"_s, u"t\x7f"_s})
@@ -54,8 +54,8 @@ private Q_SLOTS:
               u"/api/devices/."_s, u"/api/devices/../history"_s, u"/api/devices/%2e%2E/history"_s,
               u"/api/devices/.%2e?x"_s, u"/api/devices/a%2F%2E./b"_s, u"/api/devices/a%5c..%5Cb"_s})
             refuses(u"http://%1"_s, u"t"_s, way);
-        QTest::qWait(20);
-        QCOMPARE(service.connections, 0);
+        QVERIFY(world.isAnswered());
+        QCOMPARE(world.service.connections, 1); // for that alone
     }
 
     void pathsReplaceTheAddressesOwnAndTokensGoOutAsTheyAre() {
@@ -73,7 +73,8 @@ private Q_SLOTS:
             const QByteArray line = "DELETE " + path.toUtf8();
             service.answer(line, {{}, 401, {"WWW-Authenticate: Basic realm=\"r\""}});
             const QString server = host + u':' + QString::number(service.address().port());
-            ServiceClient client(5s);
+            FakeClock clock;
+            ServiceClient client(timeout, clock);
             client.setConnection({QUrl(u"http://user:password@"_s + server + base), token});
             finish(client.deleteEmpty(path, {}));
             // Once: the name and password in the address are no answer to the service's refusal.
@@ -82,20 +83,6 @@ private Q_SLOTS:
                                                "\r\nAuthorization: Bearer " + token.toUtf8() +
                                                "\r\nConnection: close");
         }
-    }
-
-    /// Qt itself asks no proxy for the loopback address, so this is an address that leads nowhere.
-    void proxiesAreNotAsked() {
-        FakeService proxy;
-        qunsetenv("no_proxy");
-        qputenv("http_proxy", proxy.address().toEncoded());
-        QNetworkProxyFactory::setUseSystemConfiguration(true);
-        ServiceClient client(timeout);
-        client.setConnection({QUrl(u"http://192.0.2.1:9"_s), u"t"_s});
-        QVERIFY_EXCEPTION_THROWN(finish(client.getBody(u"/api/status"_s, {})), TransportError);
-        QNetworkProxyFactory::setUseSystemConfiguration(false);
-        qunsetenv("http_proxy");
-        QCOMPARE(proxy.connections, 0);
     }
 
     void questionsShareConnections() {
@@ -164,39 +151,38 @@ private Q_SLOTS:
         }
     }
 
-    void anotherServiceEndsTheConnectionsToTheFormer() {
+    /// The token does not go out in the clear.
+    void encryptedAddresses() {
         World world;
-        QVERIFY(world.isAnswered());
-        world.service.answer("GET /api/devices", {{}, 200, {}, Answer::hang});
-        const auto late = outcomeOf(world.client.getBody(u"/api/devices"_s, {}));
-        QVERIFY(world.isAnswered());
-        FakeService other;
-        other.answerAll();
-        world.client.setConnection({other.address(), u"other"_s});
-        QVERIFY(world.isAnswered());
-        QCOMPARE(other.seen.at(0).header("authorization"), QByteArrayList{"Bearer other"});
-        // The one that is being used ends with its reply, and the question is not asked elsewhere.
-        QTRY_COMPARE(world.service.openConnections(), 1);
-        world.service.say("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]");
-        QTRY_VERIFY(late->value);
-        QTRY_COMPARE(world.service.openConnections(), 0);
-        QCOMPARE(other.seen.size(), std::size_t{1});
+        QUrl address = world.service.address();
+        address.setScheme(u"https"_s);
+        world.client.setConnection({address, u"t"_s});
+        const auto outcome = outcomeOf(world.ask());
+        QTRY_COMPARE(world.service.connections, 1);
+        world.service.say("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}"); // which is no TLS
+        QTRY_VERIFY(outcome->failure);
     }
 
     void aReplyMayTakeLongerThanTheTimeout() {
-        FakeService service;
-        ServiceClient client(2s);
-        client.setConnection({service.address(), u"t"_s});
-        service.answer("GET /", {"HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n{", 200, {}, Answer::raw});
-        const auto outcome = outcomeOf(client.getBody(u"/"_s, {}));
+        World world;
+        const auto readWhatWasSaid = [&world] { finish(world.client.postEmpty(u"/api/pause"_s, {})); };
+        world.service.answer("GET /",
+                             {"HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n{", 200, {}, Answer::raw});
+        const auto outcome = outcomeOf(world.client.getBody(u"/"_s, {}));
         for (const char *piece : {" ", " ", "}"}) {
-            QTest::qWait(800);
+            readWhatWasSaid();
+            world.clock.advance(timeout * 2 / 3);
             QVERIFY(!outcome->ended());
-            service.say(piece);
+            world.service.say(piece);
         }
         QTRY_COMPARE(outcome->value, "{  }");
-        service.answer("GET /", {{}, 200, {}, Answer::hang});
-        QVERIFY_EXCEPTION_THROWN(finish(client.getBody(u"/"_s, {})), TransportError);
+        world.service.answer("GET /", {{}, 200, {}, Answer::hang});
+        const auto unanswered = outcomeOf(world.client.getBody(u"/"_s, {}));
+        readWhatWasSaid();
+        world.clock.advance(timeout - 1ms);
+        QVERIFY(!unanswered->ended());
+        world.clock.advance(1ms);
+        QTRY_VERIFY(unanswered->failure);
     }
 };
 

@@ -2,8 +2,9 @@
 
 #include "async/Waiting.h"
 
+#include <QCoreApplication>
 #include <QCoroTask>
-#include <QTest>
+#include <QTimer>
 
 #include <exception>
 #include <memory>
@@ -52,7 +53,12 @@ std::shared_ptr<Outcome<T>> outcomeOf(QCoro::Task<T> task) {
 template <class T>
 T finish(QCoro::Task<T> task) {
     const auto outcome = outcomeOf(std::move(task));
-    if (!QTest::qWaitFor([&] { return outcome->ended(); }, 20'000))
+    QTimer patience; // QTest::qWaitFor() would sleep between any two events.
+    patience.setSingleShot(true);
+    patience.start(20'000);
+    while (!outcome->ended() && patience.isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    if (!outcome->ended())
         throw std::logic_error("the coroutine does not end");
     if (outcome->failure)
         std::rethrow_exception(outcome->failure);

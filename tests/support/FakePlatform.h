@@ -19,6 +19,7 @@ struct FakeProcess {
 class FakePlatform final : public Platform {
 public:
     std::optional<QString> auxiliary; ///< the answer for every name
+    std::optional<QString> executable;
     std::optional<QString> version;
     QString home;
     std::optional<QString> downloads;
@@ -34,17 +35,11 @@ public:
     int accessibilitySettingsOpened = 0;
     int memoryReturned = 0;
 
-    /// Plays the system's announcement that accessibility permissions changed.
-    void announceAccessibilityChange() const {
-        for (const auto &changed : observers_)
-            changed();
-    }
-
     std::optional<QString> auxiliaryExecutable(const QString &name) const override {
         auxiliaryAsked.push_back(name);
         return auxiliary;
     }
-    std::optional<QString> executablePath() const override { return {}; }
+    std::optional<QString> executablePath() const override { return executable; }
     std::optional<QString> bundleVersion() const override { return version; }
     QString homeDirectory() const override { return home; }
     std::optional<QString> downloadsDirectory() const override { return downloads; }
@@ -60,9 +55,7 @@ public:
     void returnFreeMemory() override { ++memoryReturned; }
     void log(const QString &line) override { logged.push_back(line); }
     bool isAccessibilityTrusted() const override { return trusted; }
-    void observeAccessibilityChanges(std::function<void()> changed) override {
-        observers_.push_back(std::move(changed));
-    }
+    void observeAccessibilityChanges(std::function<void()>) override {}
     void openAccessibilitySettings() override { ++accessibilitySettingsOpened; }
     void open(const QUrl &address) override { opened.push_back(address); }
     void reveal(const QString &path) override { revealed.push_back(path); }
@@ -77,8 +70,6 @@ private:
     private:
         std::shared_ptr<FakeProcess> process_;
     };
-
-    std::vector<std::function<void()>> observers_;
 };
 
 } // namespace quorbit::test

@@ -9,7 +9,7 @@ class Row {
 public:
     explicit Row(QByteArray name) : name_(std::move(name)) {}
     ~Row() {
-        if (QTest::currentTestFailed())
+        if (QTest::currentTestFailed() && !hadFailed_)
             qWarning("in the row \"%s\"", name_.constData());
     }
     Row(const Row &) = delete;
@@ -17,6 +17,7 @@ public:
 
 private:
     QByteArray name_;
+    bool hadFailed_ = QTest::currentTestFailed(); ///< in a row before
 };
 
 } // namespace quorbit::test

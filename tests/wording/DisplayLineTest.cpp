@@ -1,12 +1,10 @@
 #include "wording/DisplayLine.h"
+#include "support/Row.h"
 #include "wording/TextRules.h"
 
-#include <QTest>
-
 using namespace Qt::StringLiterals;
-using quorbit::displayLine;
-using quorbit::displayText;
-using quorbit::firstCharacters;
+using namespace quorbit;
+using namespace quorbit::test;
 
 class DisplayLineTest : public QObject {
     Q_OBJECT
@@ -29,8 +27,10 @@ private Q_SLOTS:
                                                  {u"שלום"_s, u"\u2068שלום\u2069"_s},
                                                  {u"a مرحبا b"_s, u"\u2068a مرحبا b\u2069"_s},
                                                  {u"א\u2069b\u2069"_s, u"\u2068אb\u2069"_s}};
-        for (const auto &[text, line] : rows)
+        for (const auto &[text, line] : rows) {
+            const Row row(text.toUtf8());
             QCOMPARE(displayLine(text), line);
+        }
         QCOMPARE(displayLine(u"a"_s + QChar(0xD83D) + u"b"_s + QChar(0xDE00)), u"a\uFFFDb\uFFFD"_s);
     }
 

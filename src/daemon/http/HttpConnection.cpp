@@ -20,22 +20,17 @@ constexpr int httpsPort = 443;
 
 } // namespace
 
-HttpConnection::HttpConnection(const QUrl &address, HttpLimits limits) : limits_(limits) {
+HttpConnection::HttpConnection(const QUrl &address, HttpLimits limits, Clock &clock)
+    : limits_(limits), clock_(clock) {
     const bool isSecure = address.scheme() == "https"_L1;
     auto *secure = isSecure ? new QSslSocket : nullptr;
     socket_.reset(isSecure ? secure : new QTcpSocket);
     socket_->setProxy(QNetworkProxy::NoProxy);
     socket_->setReadBufferSize(portion);
-    timeout_.setSingleShot(true);
-    timeout_.setInterval(limits.timeout);
 
     connect(socket_.get(), &QTcpSocket::readyRead, this, &HttpConnection::receive);
-    connect(socket_.get(), &QTcpSocket::bytesWritten, &timeout_, [this] {
-        if (!hasEnded_)
-            timeout_.start();
-    });
+    connect(socket_.get(), &QTcpSocket::bytesWritten, this, &HttpConnection::noteProgress);
     connect(socket_.get(), &QTcpSocket::errorOccurred, this, &HttpConnection::lose);
-    connect(&timeout_, &QTimer::timeout, this, [this] { end("no reply in time"); });
 
     const auto port = static_cast<quint16>(address.port(isSecure ? httpsPort : httpPort));
     if (isSecure)
@@ -52,12 +47,26 @@ void HttpConnection::send(const QByteArray &request) {
     hasEnded_ = isAnswered_ = wasLost_ = false;
     failure_.reset();
     reply_.emplace(limits_.body);
-    timeout_.start();
+    noteProgress();
+    endUnlessProgress(limits_.timeout);
     // While connecting, the socket keeps it until it can be sent; afterwards it need not wait for a turn.
     if (socket_->write(request) < 0)
         lose(socket_->error());
     else if (socket_->state() == QAbstractSocket::ConnectedState)
         socket_->flush();
+}
+
+/// One alarm for all of an exchange, which looks when the last progress was: to set another for every piece
+/// of a reply would take longer than to read the piece.
+void HttpConnection::endUnlessProgress(std::chrono::milliseconds delay) {
+    timeout_ = clock_.after(delay, [this] {
+        const std::chrono::duration<double> silence(clock_.uptime() - lastProgress_);
+        const auto rest = std::chrono::ceil<std::chrono::milliseconds>(limits_.timeout - silence);
+        if (rest > std::chrono::milliseconds::zero())
+            endUnlessProgress(rest);
+        else
+            end("no reply in time");
+    });
 }
 
 std::string HttpConnection::takeBody() {
@@ -80,7 +89,7 @@ void HttpConnection::receive() {
         return;
     }
     isAnswered_ = true;
-    timeout_.start();
+    noteProgress();
     try {
         reply_->take(bytes);
     } catch (const TransportError &error) {
@@ -107,7 +116,7 @@ void HttpConnection::lose(QAbstractSocket::SocketError error) {
 
 void HttpConnection::end(std::optional<std::string> failure) {
     hasEnded_ = true;
-    timeout_.stop();
+    timeout_.reset();
     failure_ = std::move(failure);
     if (failure_)
         socket_->abort();

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "daemon/http/HttpReplyParser.h"
+#include "platform/Clock.h"
 
 #include <QAbstractSocket>
 #include <QByteArray>
 #include <QObject>
-#include <QTimer>
 #include <QUrl>
 
 #include <chrono>
@@ -29,7 +29,7 @@ class HttpConnection : public QObject {
 
 public:
     /// Begins to connect to an http or https address.
-    HttpConnection(const QUrl &address, HttpLimits limits);
+    HttpConnection(const QUrl &address, HttpLimits limits, Clock &clock);
     ~HttpConnection() override;
 
     /// Sends a whole request, when no other is under way. ended() follows, never before this returns.
@@ -48,13 +48,17 @@ Q_SIGNALS:
     void ended();
 
 private:
+    void noteProgress() { lastProgress_ = clock_.uptime(); }
+    void endUnlessProgress(std::chrono::milliseconds delay);
     void receive();
     void lose(QAbstractSocket::SocketError error);
     void end(std::optional<std::string> failure = std::nullopt);
 
     HttpLimits limits_;
+    Clock &clock_;
     std::unique_ptr<QTcpSocket> socket_;
-    QTimer timeout_;
+    std::unique_ptr<Clock::Alarm> timeout_;
+    double lastProgress_ = 0; ///< uptime in seconds
     std::optional<HttpReplyParser> reply_;
     std::optional<std::string> failure_;
     bool hasEnded_ = true;

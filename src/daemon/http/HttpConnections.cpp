@@ -30,7 +30,7 @@ QCoro::Task<std::string> HttpConnections::exchange(QByteArray request, bool isRe
     for (;;) {
         const bool isFresh = !connection;
         if (isFresh)
-            connection = std::make_unique<HttpConnection>(address, limits_);
+            connection = std::make_unique<HttpConnection>(address, limits_, clock_);
         connection->send(request);
         Signal end(connection.get(), &HttpConnection::ended, token);
         co_await end;

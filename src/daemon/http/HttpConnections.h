@@ -18,7 +18,7 @@ namespace quorbit {
 /// or have been stopped, before it is destroyed.
 class HttpConnections {
 public:
-    explicit HttpConnections(HttpLimits limits) : limits_(limits) {}
+    HttpConnections(HttpLimits limits, Clock &clock) : limits_(limits), clock_(clock) {}
 
     /// Where later requests go. Only the scheme, host and port of the address matter.
     void setAddress(const QUrl &address);
@@ -34,6 +34,7 @@ private:
     void keep(std::unique_ptr<HttpConnection> connection, const QUrl &address);
 
     HttpLimits limits_;
+    Clock &clock_;
     QUrl address_;
     std::vector<std::unique_ptr<HttpConnection>> idle_;
 };
