@@ -1,11 +1,11 @@
 #include "menubar/MenuBarModel.h"
-
-#include <QTest>
+#include "support/Row.h"
 
 #include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
+using namespace quorbit::test;
 
 namespace {
 
@@ -29,16 +29,22 @@ class MenuBarModelTest : public QObject {
 private Q_SLOTS:
     void dotTellsTheState() {
         using enum ConnectionState;
-        const std::tuple<ConnectionState, bool, QString, TextColor, QString> rows[]{
-            {starting, true, u"ellipsis"_s, TextColor::yellow, u"starting"_s},
-            {connected, false, u"checkmark"_s, TextColor::green, u"connected"_s},
-            {connected, true, u"pause"_s, TextColor::orange, u"paused"_s},
-            {disconnected, true, u"exclamationmark"_s, TextColor::red, u"disconnected"_s}};
-        for (const auto &[connection, isPaused, symbol, color, label] : rows) {
+        const struct {
+            const char *label;
+            ConnectionState connection;
+            bool isPaused;
+            QString symbol;
+            TextColor color;
+        } rows[]{{"starting", starting, true, u"ellipsis"_s, TextColor::yellow},
+                 {"connected", connected, false, u"checkmark"_s, TextColor::green},
+                 {"paused", connected, true, u"pause"_s, TextColor::orange},
+                 {"disconnected", disconnected, true, u"exclamationmark"_s, TextColor::red}};
+        for (const auto &[label, connection, isPaused, symbol, color] : rows) {
+            const Row row(label);
             ServiceState service = serviceWith(connection);
             service.status->paused = isPaused;
             const auto dot = modelOf(service).dot;
-            QCOMPARE(dot.spokenLabel, u"menu.status."_s + label);
+            QCOMPARE(dot.spokenLabel, u"menu.status."_s + QLatin1String(label));
             QCOMPARE(dot.symbol, symbol + u".circle.fill"_s);
             QCOMPARE(dot.color, color);
         }
@@ -51,19 +57,22 @@ private Q_SLOTS:
         paired.devices.resize(1);
         ServiceState pairedAndLost = paired;
         pairedAndLost.connectionState = disconnected;
-        const std::pair<ServiceState, QStringList> rows[]{
-            {serviceWith(connected), {u"person.badge.plus menu.no_devices"_s}},
-            {paired, {u"antenna.radiowaves.left.and.right menu.waiting_peer"_s}},
-            {pairedAndLost, {unreachable}},
-            {serviceWith(disconnected, {{u"10b4e2"_s, u"Travel"_s}}),
-             {u"laptopcomputer Travel"_s}}, // of before
-            {serviceWith(connected, {{u"a10b"_s, u"Office"_s}, {u"10B4"_s, {}}, {u"10b"_s, {}}}),
+        const std::tuple<const char *, ServiceState, QStringList> rows[]{
+            {"none", serviceWith(connected), {u"person.badge.plus menu.no_devices"_s}},
+            {"paired", paired, {u"antenna.radiowaves.left.and.right menu.waiting_peer"_s}},
+            {"paired and lost", pairedAndLost, {unreachable}},
+            {"of before",
+             serviceWith(disconnected, {{u"10b4"_s, u"Travel"_s}}),
+             {u"laptopcomputer Travel"_s}},
+            {"kinds and names",
+             serviceWith(connected, {{u"a10b"_s, u"Office"_s}, {u"10B4"_s, {}}, {u"10b"_s, u"\u3164 "_s}}),
              {u"pc Office"_s, u"pc 10B4"_s, u"laptopcomputer 10b"_s}}};
-        for (const auto &[service, expected] : rows) {
+        for (const auto &[name, service, expected] : rows) {
+            const Row row(name);
             QStringList shown;
-            for (const MenuBarModel::InfoRow &row : modelOf(service).rows) {
-                shown << row.symbol + u' ' + row.text;
-                QCOMPARE(row.color == TextColor::red, shown.last() == unreachable);
+            for (const MenuBarModel::InfoRow &info : modelOf(service).rows) {
+                shown << info.symbol + u' ' + info.text;
+                QCOMPARE(info.color == TextColor::red, shown.last() == unreachable);
             }
             QCOMPARE(shown, expected);
         }
@@ -96,46 +105,17 @@ private Q_SLOTS:
         }
     }
 
-    void historyKindsHaveSymbols() {
-        const std::pair<std::optional<QString>, QString> rows[]{{u"text"_s, u"text.alignleft"_s},
-                                                                {u"image"_s, u"photo"_s},
-                                                                {u"files"_s, u"doc.on.doc"_s},
-                                                                {u"Text"_s, u"doc"_s},
-                                                                {{}, u"doc"_s}};
+    void historyEndsAfterEight() {
         ServiceState service;
         service.history.resize(9);
-        for (const auto &[kind, symbol] : rows) {
-            service.history[7].type = kind;
-            QCOMPARE(modelOf(service).history.back().symbol, symbol); // the list ends after eight
-        }
-    }
-
-    void outsideTextsStayInOneLine() {
-        const QString rough = u"a\r\nb\u202Ec"_s;
-        const QString plain = u"a bc"_s;
-        const QString blank = u"\u3164 "_s; // there is nothing to see in it
-        const QString unnamed = qtTrId("common.unnamed");
-        ServiceState service = serviceWith(ConnectionState::connected, {{u"1"_s, rough}, {rough, {}}});
-        service.status->device_name = service.status->last_activity.emplace(rough);
-        service.status->file_xfer = FileXfer{rough, {}, 1, 1, true};
-        service.history = {{1, {}, rough, rough, {}}};
-        UpdateState update;
-        update.available.emplace().version = rough;
-
-        const MenuBarModel model = menuBarModel(service, update);
-        for (const QString &shown :
-             {model.deviceName, *model.availableVersion, model.rows.at(0).text, model.rows.at(1).text,
-              model.rows.at(2).text, model.history.at(0).preview, model.history.at(0).source})
-            QCOMPARE(shown, plain);
-        QCOMPARE(model.rows.at(3).text, plain + u" · 100%"_s);
-
-        service.status->peers = {{u"id"_s, blank}, {blank, blank}};
-        service.status->device_name = service.status->last_activity.emplace(blank);
-        const MenuBarModel nameless = menuBarModel(service, update);
-        QCOMPARE(nameless.deviceName, unnamed);
-        QCOMPARE(nameless.rows.at(0).text, u"id"_s);
-        QCOMPARE(nameless.rows.at(1).text, unnamed);
-        QVERIFY(nameless.rows.at(2).kind != MenuBarModel::InfoRow::Kind::lastActivity);
+        const QStringList kinds{u"text"_s, u"image"_s, u"files"_s, u"Text"_s};
+        for (qsizetype entry = 0; entry < kinds.size(); ++entry)
+            service.history[static_cast<std::size_t>(entry)].type = kinds[entry];
+        QStringList symbols;
+        for (const HistoryItem &item : modelOf(service).history)
+            symbols << item.symbol;
+        QCOMPARE(symbols, (QStringList{u"text.alignleft"_s, u"photo"_s, u"doc.on.doc"_s, u"doc"_s, u"doc"_s,
+                                       u"doc"_s, u"doc"_s, u"doc"_s}));
     }
 };
 

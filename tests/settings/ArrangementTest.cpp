@@ -1,10 +1,11 @@
 #include "settings/canvas/Arrangement.h"
-
-#include <QTest>
+#include "settings/Placements.h"
+#include "support/Row.h"
 
 #include <functional>
 
 using namespace quorbit;
+using namespace quorbit::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -113,8 +114,10 @@ private Q_SLOTS:
             Trial trial;
             trial.drop(u"a"_s, 500);
             happens(trial);
-            QVERIFY2(trial.shown(u"a"_s) == a && trial.shown(u"b"_s) == b && trial.asked.size() == saves,
-                     name);
+            const Row row(name);
+            QCOMPARE(trial.shown(u"a"_s), a);
+            QCOMPARE(trial.shown(u"b"_s), b);
+            QCOMPARE(trial.asked.size(), saves);
         }
     }
 

@@ -1,13 +1,13 @@
 #include "settings/canvas/ScreenLayout.h"
+#include "settings/Placements.h"
 #include "settings/canvas/CanvasModel.h"
 #include "settings/canvas/ScreenRelations.h"
+#include "support/Row.h"
 
-#include <QTest>
-
-#include <cmath>
 #include <limits>
 
 using namespace quorbit;
+using namespace quorbit::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -27,12 +27,9 @@ ScreenDesk desk(const QStringList &ids, const ScreenLayout &layout = {}) {
     return {layout, u"self"_s, cards(ids)};
 }
 
-bool isClose(double a, double b) {
-    return std::abs(a - b) <= 1e-6 * std::max(1.0, std::abs(b));
-}
-
-bool isClose(const ScreenPlacement &a, const ScreenPlacement &b) {
-    return isClose(a.x, b.x) && isClose(a.y, b.y) && isClose(a.w, b.w) && isClose(a.h, b.h);
+/// Which is compared up to rounding.
+QRectF area(const ScreenPlacement &rect) {
+    return {rect.x, rect.y, rect.w, rect.h};
 }
 
 } // namespace
@@ -47,13 +44,19 @@ private Q_SLOTS:
             return desk({u"self"_s, u"a"_s}, {{u"a"_s, {x, y, w, h}}});
         };
         const ScreenPlacement fallback{1778, 1030, 1778, 1000};
-        const std::tuple<ScreenDesk, QString, ScreenPlacement> rows[]{
-            {three, u"self"_s, {0, 0, 1778, 1000}},         {three, u"b"_s, {1778, 2060, 1778, 1000}},
-            {three, u"x"_s, {1778, 0, 1778, 1000}},         {{}, u"x"_s, {1778, 0, 1778, 1000}},
-            {stored(-5, 6, -7, 0), u"a"_s, {-5, 6, -7, 0}}, {stored(notANumber, 0, 1, 1), u"a"_s, fallback},
-            {stored(0, 0, infinity, 1), u"a"_s, fallback},  {stored(0, -1e300, 1, 1), u"a"_s, fallback}};
-        for (const auto &[where, id, expected] : rows)
-            QVERIFY(rectFor(where, id) == expected);
+        const std::tuple<const char *, ScreenDesk, QString, ScreenPlacement> rows[]{
+            {"own", three, u"self"_s, {0, 0, 1778, 1000}},
+            {"column", three, u"b"_s, {1778, 2060, 1778, 1000}},
+            {"no card", three, u"x"_s, {1778, 0, 1778, 1000}},
+            {"nothing", {}, u"x"_s, {1778, 0, 1778, 1000}},
+            {"negative", stored(-5, 6, -7, 0), u"a"_s, {-5, 6, -7, 0}},
+            {"no number", stored(notANumber, 0, 1, 1), u"a"_s, fallback},
+            {"infinite", stored(0, 0, infinity, 1), u"a"_s, fallback},
+            {"beyond the limit", stored(0, -1e300, 1, 1), u"a"_s, fallback}};
+        for (const auto &[name, where, id, expected] : rows) {
+            const Row row(name);
+            QCOMPARE(rectFor(where, id), expected);
+        }
     }
 
     void unions() {
@@ -61,15 +64,18 @@ private Q_SLOTS:
         const auto grown = [](double x, double y, double w, double h) {
             return ScreenPlacement{x - 0.08 * w - 30, y - 0.1 * h - 30, 1.16 * w + 60, 1.2 * h + 60};
         };
-        const std::pair<ScreenDesk, ScreenPlacement> rows[]{
-            {desk({u"self"_s, u"a"_s, u"b"_s}), grown(0, 0, 3556, 3060)},
-            {desk({u"a"_s}, {{u"a"_s, {100, 50, -100, -50}}}), grown(0, 0, 100, 50)},
-            {desk({u"a"_s}, {{u"a"_s, {9, 9, 0, 50}}}), fallback},
-            // A point far away counts, and one without a card does not.
-            {desk({u"self"_s, u"a"_s}, {{u"a"_s, {-1000, -500, 0, 0}}}), grown(-1000, -500, 2778, 1500)},
-            {desk({u"self"_s}, {{u"gone"_s, {-9000, 0, 5, 5}}}), grown(0, 0, 1778, 1000)}};
-        for (const auto &[where, expected] : rows)
-            QVERIFY(isClose(unionRect(where), expected));
+        const std::tuple<const char *, ScreenDesk, ScreenPlacement> rows[]{
+            {"column", desk({u"self"_s, u"a"_s, u"b"_s}), grown(0, 0, 3556, 3060)},
+            {"negative", desk({u"a"_s}, {{u"a"_s, {100, 50, -100, -50}}}), grown(0, 0, 100, 50)},
+            {"without a width", desk({u"a"_s}, {{u"a"_s, {9, 9, 0, 50}}}), fallback},
+            {"a point far away counts", desk({u"self"_s, u"a"_s}, {{u"a"_s, {-1000, -500, 0, 0}}}),
+             grown(-1000, -500, 2778, 1500)},
+            {"one without a card does not", desk({u"self"_s}, {{u"gone"_s, {-9000, 0, 5, 5}}}),
+             grown(0, 0, 1778, 1000)}};
+        for (const auto &[name, where, expected] : rows) {
+            const Row row(name);
+            QCOMPARE(area(unionRect(where)), area(expected));
+        }
     }
 
     void fitsAndCentres() {
@@ -89,18 +95,28 @@ private Q_SLOTS:
     void relates() {
         using Side = CardRelation::Side;
         // Beside this computer's screen, which is 1000 wide and high at the origin.
-        const std::pair<ScreenPlacement, Side> rows[]{
-            {{1000, 0, 800, 600}, Side::right},   {{-900, 300, 800, 600}, Side::left},
-            {{300, -700, 800, 600}, Side::above}, {{1010, 1200, 800, 600}, Side::below},
-            {{900, 100, 800, 600}, Side::right},  {{400, 100, 200, 200}, Side::above},
-            {{0, 0, 1000, 1000}, Side::samePlace}};
-        for (const auto &[a, side] : rows) {
-            const ScreenLayout layout{
-                {u"self"_s, {0, 0, 1000, 1000}}, {u"a"_s, a}, {u"far"_s, {9e4, 0, 1, 1}}};
-            const auto relations = cardRelations(desk({u"self"_s, u"far"_s, u"a"_s}, layout));
-            QVERIFY(relations[2] == (CardRelation{side, u"self"_s}));
+        const struct {
+            const char *name;
+            ScreenPlacement a;
+            Side side;
+            ScreenPlacement other = {9e4, 0, 1, 1};
+        } rows[]{{"right", {1000, 0, 800, 600}, Side::right},
+                 {"left", {-900, 300, 800, 600}, Side::left},
+                 {"above", {300, -700, 800, 600}, Side::above},
+                 {"below", {1010, 1200, 800, 600}, Side::below},
+                 {"overlapping", {900, 100, 800, 600}, Side::right},
+                 {"inside", {400, 100, 200, 200}, Side::above},
+                 {"same place", {0, 0, 1000, 1000}, Side::samePlace},
+                 {"faces another less", {1000, 0, 800, 600}, Side::right, {900, -700, 200, 700}}};
+        for (const auto &[name, a, side, other] : rows) {
+            const Row row(name);
+            const ScreenLayout layout{{u"self"_s, {0, 0, 1000, 1000}}, {u"a"_s, a}, {u"other"_s, other}};
+            const auto relation = cardRelations(desk({u"other"_s, u"self"_s, u"a"_s}, layout)).at(2);
+            QVERIFY(relation);
+            QCOMPARE(relation->neighbourID, u"self"_s);
+            QCOMPARE(relation->side, side);
         }
-        QVERIFY(cardRelations(desk({u"self"_s})) == std::vector{std::optional<CardRelation>()});
+        QVERIFY(!cardRelations(desk({u"self"_s})).at(0));
     }
 
     void describesCards() {
@@ -118,8 +134,8 @@ private Q_SLOTS:
         QVERIFY(shown[1].isMaster && shown[1].statusColor == TextColor::green);
         QCOMPARE(shown[2].symbol, u"display"_s);
 
-        const CardMetrics low = cardMetrics(50);
-        QVERIFY(isClose({low.badge, low.symbol, low.name, low.status}, {7, 13, 6.5, 5.5}));
+        QCOMPARE(cardMetrics(50).badge, 7.0);
+        QCOMPARE(cardMetrics(50).status, 5.5);
         QVERIFY(cardMetrics(200) == (CardMetrics{12, 22, 11, 9}));
     }
 };

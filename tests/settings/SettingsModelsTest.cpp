@@ -3,12 +3,14 @@
 #include "settings/kvm/KvmModel.h"
 #include "settings/overview/OverviewModel.h"
 #include "settings/sync/SyncModel.h"
+#include "support/Row.h"
+#include "support/ServiceStates.h"
 #include "wording/TimeFormats.h"
 
-#include <QTest>
 #include <QTranslator>
 
 using namespace quorbit;
+using namespace quorbit::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -20,9 +22,10 @@ public:
 
     QString translate(const char * /*context*/, const char *key, const char * /*disambiguation*/,
                       int /*n*/) const override {
-        static const QStringList filled{u"update.available.title"_s, u"update.uptodate"_s,
-                                        u"devices.unpair.message"_s, u"kvm.status.controlled"_s,
-                                        u"kvm.status.master_off"_s,  u"kvm.master.peer_global"_s};
+        static const QStringList filled{u"update.available.title"_s,    u"update.uptodate"_s,
+                                        u"update.available.subtitle"_s, u"update.last_checked"_s,
+                                        u"devices.unpair.message"_s,    u"kvm.status.controlled"_s,
+                                        u"kvm.status.master_off"_s,     u"kvm.master.peer_global"_s};
         const QString text = QString::fromUtf8(key);
         return filled.contains(text) ? text + u"[%1]"_s : text;
     }
@@ -32,10 +35,8 @@ constexpr qint64 now = 1'795'340'460'000;
 
 ServiceState serviceCalled(const std::optional<QString> &name) {
     ServiceState service;
-    if (name) {
-        service.status = Status{};
-        service.status->device_name = *name;
-    }
+    if (name)
+        service.status.emplace().device_name = *name;
     return service;
 }
 
@@ -47,20 +48,11 @@ ServiceState serviceWith(const QStringList &previews) {
     return service;
 }
 
-/// This computer, the connected peer "peer" and "office", which is paired and not connected.
+/// The usual one, in which a computer has been renamed and another has no name to see.
 ServiceState ready() {
-    ServiceState service;
-    service.settings = DaemonSettings{};
-    service.settings->kvm_enabled = true;
-    service.settings->kvm_master_id = u"me"_s;
-    service.status = Status{};
-    service.status->device_id = u"me"_s;
-    service.status->device_name = u"Studio"_s;
-    service.status->accessibility_granted = true;
-    service.status->peers = {{u"peer"_s, u"Peer now"_s}, {u"unnamed"_s, u"\u200B "_s}};
-    service.devices = {{.device_id = u"peer"_s, .name = u"Peer once"_s, .platform = u"Linux"_s},
-                       {.device_id = u"office"_s, .name = u"Office"_s, .online = true},
-                       {.device_id = u"unnamed"_s, .name = u"\u3164"_s}};
+    ServiceState service = usualState();
+    service.status->peers = {{officeId, u"Office now"_s}, {u"unnamed"_s, u"\u200B "_s}};
+    service.devices.push_back({.device_id = u"unnamed"_s, .name = u"\u3164"_s});
     return service;
 }
 
@@ -78,10 +70,10 @@ Change granted(const std::optional<bool> &is, const std::optional<bool> &needsRe
     };
 }
 
-std::optional<KvmModel> modelAfter(const Change &change, bool isTrusted = false) {
+KvmModel modelAfter(const Change &change, bool isTrusted = false) {
     ServiceState service = ready();
     change(service);
-    return kvmModel(service, isTrusted, false);
+    return kvmModel(service, isTrusted, false).value();
 }
 
 } // namespace
@@ -93,17 +85,18 @@ private Q_SLOTS:
     void initTestCase() { QCoreApplication::installTranslator(&texts_); }
 
     void fillsTheNameField() {
-        using Names = std::vector<std::optional<QString>>;
         const struct {
-            Names reported;               ///< none: no status
-            std::optional<QString> typed; ///< replaces the text once it was shown
+            const char *name;
+            std::vector<std::optional<QString>> reported; ///< none: no status
+            std::optional<QString> typed;                 ///< replaces the text once it was shown
             QString text;
-        } rows[]{{{std::nullopt, u"A"_s}, {}, u"A"_s},
-                 {{std::nullopt, u"A"_s}, u"mine"_s, u"mine"_s},
-                 {{u"A"_s, u"B"_s}, {}, u"A"_s},
-                 {{u"A"_s, u"A"_s, u"B"_s}, u""_s, u"B"_s},
-                 {{u"A"_s, u"A"_s}, u""_s, u""_s}};
-        for (const auto &[reported, typed, text] : rows) {
+        } rows[]{{"comes later", {std::nullopt, u"A"_s}, {}, u"A"_s},
+                 {"typed meanwhile", {std::nullopt, u"A"_s}, u"mine"_s, u"mine"_s},
+                 {"changes", {u"A"_s, u"B"_s}, {}, u"A"_s},
+                 {"changes when emptied", {u"A"_s, u"A"_s, u"B"_s}, u""_s, u"B"_s},
+                 {"stays emptied", {u"A"_s, u"A"_s}, u""_s, u""_s}};
+        for (const auto &[name, reported, typed, text] : rows) {
+            const Row row(name);
             NameDraft draft = shownNameDraft(serviceCalled(reported.front()));
             draft.text = typed.value_or(draft.text);
             for (std::size_t poll = 1; poll < reported.size(); ++poll)
@@ -115,10 +108,9 @@ private Q_SLOTS:
     void savesOnlyAnotherName() {
         ServiceState service;
         QVERIFY(!committedName(service, u"New"_s));
-        service.settings = DaemonSettings{};
-        service.settings->device_name = u"Old"_s;
-        QVERIFY(!committedName(service, u"Old"_s) && !committedName(service, {}) &&
-                !committedName(service, u" \u3164"_s));
+        service.settings.emplace().device_name = u"Old"_s;
+        for (const QString &same : {u"Old"_s, QString(), u" \u3164"_s})
+            QVERIFY(!committedName(service, same));
         QCOMPARE(committedName(service, u" old "_s)->device_name, u" old "_s);
     }
 
@@ -130,104 +122,120 @@ private Q_SLOTS:
                                                         {u"ÄRGER Ж"_s, u"ärger ж"_s, true},
                                                         {u"\u00E9"_s, u"caf\u0065\u0301"_s, true}};
         for (const auto &[search, preview, isFound] : rows) {
+            const Row row(search.toUtf8());
             HistoryFilter filter;
             const auto model = syncModel(serviceWith({preview}), search, filter);
-            QVERIFY2(model->history->rows.empty() != isFound, qPrintable(search));
+            QCOMPARE(!model->history->rows.empty(), isFound);
         }
     }
 
     void searchFollowsTheHistory() {
         HistoryFilter filter;
-        const auto found = [&filter](const QStringList &previews) {
-            return filter.matches(serviceWith(previews).history, u"foo"_s);
+        const auto found = [&](const std::vector<HistoryEntry> &history) {
+            const auto indices = filter.matches(history, u"foo"_s);
+            return QList<std::size_t>(indices.begin(), indices.end());
         };
-        const auto indices = [](std::initializer_list<std::size_t> all) { return std::vector(all); };
-        QVERIFY(found({u"foo"_s, u"bar"_s}) == indices({0}));
-        QVERIFY(found({u"bar"_s, u"foo"_s, u"foo 2"_s}) == indices({1, 2}));
-        QVERIFY(found({u"foo"_s}) == indices({0}));
-        QVERIFY(found({}).empty());
-        std::vector<HistoryEntry> twins(2);
+        const std::pair<QStringList, QList<std::size_t>> steps[]{{{u"foo"_s, u"bar"_s}, {0}},
+                                                                 {{u"bar"_s, u"foo"_s, u"foo 2"_s}, {1, 2}},
+                                                                 {{u"foo"_s}, {0}},
+                                                                 {{}, {}}};
+        for (const auto &[previews, indices] : steps)
+            QCOMPARE(found(serviceWith(previews).history), indices);
+        std::vector<HistoryEntry> twins(2); // that claim to be the same entry
         twins[1].preview = u"foo"_s;
         twins[0].source = u"foo"_s;
-        QVERIFY(filter.matches(twins, u"foo"_s) == indices({1}));
+        QCOMPARE(found(twins), QList<std::size_t>{1});
+        for (const int count : {5, 6}) {
+            const ServiceState service = serviceWith(QStringList(count, u"foo"_s));
+            QCOMPARE(syncModel(service, {}, filter)->history->hasSearchField, count == 6);
+        }
     }
 
     void describesDevices() {
         const struct {
+            const char *name;
             Device device;
             QString badge;
-            TextColor color;
+            TextColor color = TextColor::secondary;
             std::optional<qint64> holds = {}; ///< milliseconds
-        } rows[]{{{.online = true, .last_seen = 5}, u"devices.online"_s, TextColor::green},
-                 {{.online = false}, u"devices.offline"_s, TextColor::secondary},
-                 {{.last_seen = 0}, u"devices.offline"_s, TextColor::secondary},
-                 {{.last_seen = now - 50}, u"devices.lastseen now"_s, TextColor::secondary, 950}};
-        for (const auto &[device, badge, color, holds] : rows) {
+        } rows[]{{"online", {.online = true, .last_seen = 5}, u"devices.online"_s, TextColor::green},
+                 {"offline", {.online = false}, u"devices.offline"_s},
+                 {"never seen", {.last_seen = 0}, u"devices.offline"_s},
+                 {"seen", {.last_seen = now - 50}, u"devices.lastseen now"_s, TextColor::secondary, 950}};
+        for (const auto &[name, device, badge, color, holds] : rows) {
+            const Row row(name);
             ServiceState service;
             service.devices = {device};
-            const auto row = devicesModel(service, {}, now, formats_).rows.front();
-            QCOMPARE(row.badge, badge);
-            QVERIFY(row.badgeColor == color);
-            const auto shown = devicesModelHoldsFor(service, now);
-            QCOMPARE(shown ? std::optional<qint64>(shown->count()) : std::nullopt, holds);
+            const auto shown = devicesModel(service, {}, now, formats_).rows.front();
+            QCOMPARE(shown.badge, badge);
+            QCOMPARE(shown.badgeColor, color);
+            const auto shownFor = devicesModelHoldsFor(service, now);
+            QCOMPARE(shownFor ? shownFor->count() : -1, holds.value_or(-1));
         }
         ServiceState two;
         two.devices = {
             {.platform = u"darwin"_s, .fingerprint = u"sha256:0123456789abcdef"_s, .last_seen = now - 5050},
-            {.platform = u"Darwin"_s, .last_seen = now - 50}};
-        const auto shown = devicesModel(two, {}, now, formats_).rows;
-        QCOMPARE(shown[0].fingerprint, u"devices.fp 0123456789ab…"_s);
-        QVERIFY(shown[0].symbol == u"laptopcomputer"_s && shown[1].symbol == u"pc"_s);
-        QVERIFY(devicesModelHoldsFor(two, now) == std::chrono::milliseconds(950)); // the sooner
-    }
-
-    /// Each by itself, so that writing from right to left moves nothing of the sentence around it.
-    void textsFromOutsideAreMadeFit() {
-        const QString rough = u"%1 א\n\u202Eb"_s;
-        const QString fit = u"\u2068%1 א b\u2069"_s;
-        ServiceState service = serviceCalled(rough);
-        service.status->device_id = service.status->last_activity.emplace(rough);
-        service.status->peers = {{rough, rough}, {u"p"_s, u"\u200B\n"_s}};
-        service.devices = {{.device_id = u"a"_s, .name = rough, .fingerprint = rough}, {.name = u"\u3164"_s}};
-        const OverviewModel overview = overviewModel(service, {});
-        const DevicesModel devices = devicesModel(service, service.devices[0], now, formats_);
-        const DevicesModel nameless = devicesModel(service, service.devices[1], now, formats_);
-        AvailableUpdate update;
-        update.version = update.releaseNotesText.emplace(rough);
-        const AboutModel about =
-            aboutModel({.available = update, .state = check::Available{update}}, {}, formats_);
-        const std::pair<QString, QString> rows[]{
-            {overview.identity->deviceId, fit},
-            {overview.peers[0].shownId, fit},
-            {overview.peers[0].label, fit},
-            {overview.peers[1].label, u"common.unnamed"_s},
-            {overview.lastActivity.value(), fit},
-            {devices.rows[0].name, fit},
-            {nameless.rows[1].name, u"common.unnamed"_s},
-            {nameless.confirmation->message, u"devices.unpair.message[common.unnamed]"_s},
-            {devices.rows[0].fingerprint, u"devices.fp "_s + fit + u'…'},
-            {devices.confirmation->message, u"devices.unpair.message["_s + fit + u']'},
-            {about.banner->title, u"update.available.title["_s + fit + u']'},
-            {about.checkStatus.text, u"update.available.title["_s + fit + u']'},
-            {about.banner->notes, u"\u2068%1 א\u2069\nb"_s}};
-        for (const auto &[shown, expected] : rows)
-            QCOMPARE(shown, expected);
+            {.name = u"\u3164"_s, .platform = u"Darwin"_s, .last_seen = now - 50}};
+        const auto shown = devicesModel(two, two.devices[1], now, formats_);
+        QCOMPARE(shown.rows[0].fingerprint, u"devices.fp 0123456789ab…"_s);
+        QCOMPARE(shown.rows[0].symbol, u"laptopcomputer"_s);
+        QCOMPARE(shown.rows[1].symbol, u"pc"_s);
+        QCOMPARE(shown.confirmation->message, u"devices.unpair.message[common.unnamed]"_s);
+        QCOMPARE(devicesModelHoldsFor(two, now)->count(), 950); // the sooner
     }
 
     void tellsOfTheCheck() {
+        const auto failed = [](FailureReason reason) { return CheckState(check::Failed{reason}); };
         AvailableUpdate update;
         update.version = u"2"_s;
-        const auto failed = [](FailureReason reason) { return CheckState(check::Failed{reason}); };
-        const std::pair<CheckState, QString> rows[]{{check::Idle{}, u"never_checked"_s},
-                                                    {check::Checking{}, u"checking"_s},
-                                                    {check::UpToDate{u"1"_s}, u"uptodate[1]"_s},
-                                                    {check::Available{update}, u"available.title[2]"_s},
-                                                    {failed(FailureReason::network), u"failed.network"_s},
-                                                    {failed(FailureReason::server), u"failed.server"_s},
-                                                    {failed(FailureReason::parse), u"failed.parse"_s},
-                                                    {failed(FailureReason::unknown), u"failed"_s}};
-        for (const auto &[state, text] : rows)
-            QCOMPARE(aboutModel({.state = state}, {}, formats_).checkStatus.text, u"update."_s + text);
+        const QString warning = u"exclamationmark.triangle.fill"_s;
+        const struct {
+            CheckState state;
+            QString text;
+            QString symbol = {};
+            TextColor color = TextColor::secondary; ///< of the symbol
+        } rows[]{{check::Idle{}, u"never_checked"_s},
+                 {check::Checking{}, u"checking"_s},
+                 {check::UpToDate{u"1"_s}, u"uptodate[1]"_s, u"checkmark.circle.fill"_s, TextColor::green},
+                 {check::Available{update}, u"available.title[2]"_s, u"arrow.down.circle.fill"_s,
+                  TextColor::accent},
+                 {failed(FailureReason::network), u"failed.network"_s, warning, TextColor::orange},
+                 {failed(FailureReason::server), u"failed.server"_s, warning, TextColor::orange},
+                 {failed(FailureReason::parse), u"failed.parse"_s, warning, TextColor::orange},
+                 {failed(FailureReason::unknown), u"failed"_s, warning, TextColor::orange}};
+        for (const auto &[state, text, symbol, color] : rows) {
+            const Row row(text.toUtf8());
+            const AboutModel model = aboutModel({.state = state}, {}, formats_);
+            QCOMPARE(model.checkStatus.text, u"update."_s + text);
+            QCOMPARE(model.checkStatus.symbol, symbol);
+            QCOMPARE(model.checkStatus.symbolColor, color);
+            QCOMPARE(model.isChecking, state == CheckState(check::Checking{}));
+        }
+    }
+
+    void tellsOfAnUpdate() {
+        UpdateState update;
+        update.available.emplace().version = u"2"_s;
+        update.lastChecked = QDateTime(QDate(2026, 11, 22), QTime(9, 41));
+        const AboutInput input{.currentVersion = u"1"_s,
+                               .languages = {QString(), u"en"_s},
+                               .storedLanguage = u"fr"_s}; // which is no choice
+        const AboutModel model = aboutModel(update, input, formats_);
+        QCOMPARE(model.banner->title, u"update.available.title[2]"_s);
+        QCOMPARE(model.banner->subtitle, u"update.available.subtitle[1]"_s);
+        QCOMPARE(model.lastChecked,
+                 u"update.last_checked["_s + formats_.dateTime(*update.lastChecked) + u']');
+        QCOMPARE(model.language, 0);
+
+        // What would start any other program than a browser is not opened.
+        const std::pair<const char *, bool> rows[]{
+            {"https://host/app.dmg", true},  {"http://host/app", true}, {"ssh://host/app.dmg", false},
+            {"file:///etc/hostname", false}, {"javascript:app", false}, {"https:///app", false}};
+        for (const auto &[address, opens] : rows) {
+            const Row row(address);
+            update.available->downloadURL = QUrl(QString::fromLatin1(address));
+            QCOMPARE(aboutModel(update, {}, formats_).banner->browserAddress.has_value(), opens);
+        }
     }
 
     void tellsTheStatus() {
@@ -239,104 +247,126 @@ private Q_SLOTS:
             service.settings->kvm_master_id.reset();
         };
         const struct {
+            const char *name;
             Change change;
             QString text;
             TextColor dot = TextColor::orange;
             bool isTrusted = false;
-        } rows[]{{asIs, u"ready"_s, TextColor::green},
-                 {isOff, {}},
-                 {granted(false), u"need_ax"_s, TextColor::orange, true},
-                 {granted({}), u"need_ax"_s},
-                 {granted({}), u"ready"_s, TextColor::green, true},
-                 {noStatus, u"need_ax"_s},
-                 {noStatus, u"waiting"_s, TextColor::orange, true},
-                 {alone, u"waiting"_s},
-                 {withMaster({}), u"no_master"_s},
-                 {withMaster(u"peer"_s), u"controlled[Peer now]"_s, TextColor::green},
-                 {withMaster(u"office"_s), u"master_off[Office]"_s},
-                 {withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
-                 {withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s},
-                 {withMaster(u"unnamed"_s), u"controlled[unnamed]"_s, TextColor::green}};
-        for (const auto &[change, text, dot, isTrusted] : rows) {
-            const auto line = modelAfter(change, isTrusted)->statusLine;
+        } rows[]{{"own", asIs, u"ready"_s, TextColor::green},
+                 {"off", isOff, {}},
+                 {"refused", granted(false), u"need_ax"_s, TextColor::orange, true},
+                 {"not known and not trusted", granted({}), u"need_ax"_s},
+                 {"not known but trusted", granted({}), u"ready"_s, TextColor::green, true},
+                 {"no status", noStatus, u"need_ax"_s},
+                 {"no status but trusted", noStatus, u"waiting"_s, TextColor::orange, true},
+                 {"alone", alone, u"waiting"_s},
+                 {"no master", withMaster({}), u"no_master"_s},
+                 {"controlled", withMaster(officeId), u"controlled[Office now]"_s, TextColor::green},
+                 {"off", withMaster(livingRoomId), u"master_off[Living room]"_s},
+                 {"unknown", withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
+                 {"unknown, of few characters", withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s},
+                 {"unnamed", withMaster(u"unnamed"_s), u"controlled[unnamed]"_s, TextColor::green}};
+        for (const auto &[name, change, text, dot, isTrusted] : rows) {
+            const Row row(name);
+            const auto line = modelAfter(change, isTrusted).statusLine;
             QCOMPARE(line ? line->text : QString(), text.isEmpty() ? text : u"kvm.status."_s + text);
-            QVERIFY(!line || line->dot == dot);
+            QCOMPARE(line ? line->dot : dot, dot);
         }
     }
 
     void namesTheMaster() {
         const std::pair<QString, QStringList> rows[]{
-            {u"me"_s, {u"keyboard kvm.master.local_footer"_s}},
+            {ownId, {u"keyboard kvm.master.local_footer"_s}},
             {u""_s, {u"exclamationmark.triangle.fill kvm.master.none"_s}},
-            {u"peer"_s,
-             {u"keyboard kvm.master.peer_global[Peer once]"_s, u"command kvm.master.linux_hotkey"_s}},
-            {u"office"_s, {u"keyboard kvm.master.peer_global[Office]"_s}},
+            {officeId,
+             {u"keyboard kvm.master.peer_global[Office Linux]"_s, u"command kvm.master.linux_hotkey"_s}},
+            {laptopId, {u"keyboard kvm.master.peer_global[Travel laptop]"_s}},
             {u"unnamed"_s, {u"keyboard kvm.master.peer_global[common.unnamed]"_s}},
             {u"gone"_s, {u"keyboard kvm.master.peer_global[?]"_s}}};
         for (const auto &[id, expected] : rows) {
+            const Row row(id.toUtf8());
             QStringList lines;
-            const auto model = modelAfter(withMaster(id));
-            for (const auto &line : model->masterFooter)
-                lines.append(line.symbol + u' ' + line.text);
+            for (const auto &line : modelAfter(withMaster(id)).masterFooter) {
+                lines << line.symbol + u' ' + line.text;
+                QCOMPARE(line.color, id.isEmpty() ? TextColor::orange : TextColor::secondary);
+            }
             QCOMPARE(lines, expected);
         }
     }
 
     void tellsOfAccessibility() {
         const struct {
+            const char *name;
             Change change;
             QString title;
+            QString symbol;
             TextColor color;
             bool offersGrant;
-        } rows[]{{granted(true), u"granted"_s, TextColor::green, false},
-                 {granted({}, false), u"not_granted"_s, TextColor::orange, true},
-                 {granted(true, true), u"needs_restart"_s, TextColor::accent, false},
-                 {granted(false, true), u"needs_restart"_s, TextColor::accent, true}};
-        for (const auto &[change, title, color, offersGrant] : rows) {
-            const auto shown = modelAfter(change)->accessibility;
+        } rows[]{{"granted", granted(true), u"granted"_s, u"checkmark.shield"_s, TextColor::green, false},
+                 {"not known", granted({}, false), u"not_granted"_s, u"exclamationmark.shield"_s,
+                  TextColor::orange, true},
+                 {"in vain", granted(true, true), u"needs_restart"_s, u"arrow.clockwise.circle"_s,
+                  TextColor::accent, false},
+                 {"refused, and needs a restart", granted(false, true), u"needs_restart"_s,
+                  u"arrow.clockwise.circle"_s, TextColor::accent, true}};
+        for (const auto &[name, change, title, symbol, color, offersGrant] : rows) {
+            const Row row(name);
+            const auto shown = modelAfter(change).accessibility;
             QCOMPARE(shown.title, u"kvm.accessibility."_s + title);
             QCOMPARE(shown.description, shown.title + u"_desc"_s);
-            QVERIFY(shown.color == color);
+            QCOMPARE(shown.symbol, symbol + u".fill"_s);
+            QCOMPARE(shown.color, color);
             QCOMPARE(shown.offersGrant, offersGrant);
         }
     }
 
     void choosesOptions() {
         const struct {
+            const char *name;
             std::optional<qint64> delay;
             std::optional<double> sensitivity;
-            int delayIndex, sensitivityIndex;
-        } rows[]{{{}, {}, 0, 0}, {500, 3, 3, 4}, {251, 1.50001, -1, -1}};
-        for (const auto &[delay, sensitivity, delayIndex, sensitivityIndex] : rows) {
-            ServiceState service = ready();
-            service.settings->kvm_switch_delay_ms = service.settings->kvm_corner_size = delay;
-            service.settings->kvm_sensitivity = sensitivity;
-            const auto model = kvmModel(service, false, false);
+            int delayIndex, cornerIndex, sensitivityIndex; ///< -1: none of the options
+        } rows[]{{.name = "not told", .delayIndex = 0, .cornerIndex = 0, .sensitivityIndex = 0},
+                 {"told", 500, 3, 3, -1, 4},
+                 {"no option", 251, 1.50001, -1, -1, -1}};
+        for (const auto &[name, delay, sensitivity, delayIndex, cornerIndex, sensitivityIndex] : rows) {
+            const Row row(name);
+            const KvmModel model = modelAfter([&, delay = delay, sensitivity = sensitivity](auto &service) {
+                service.settings->kvm_switch_delay_ms = service.settings->kvm_corner_size = delay;
+                service.settings->kvm_sensitivity = sensitivity;
+            });
             const auto index = [](std::optional<std::size_t> chosen) {
                 return chosen ? static_cast<int>(*chosen) : -1;
             };
-            QCOMPARE(index(model->switchDelay), delayIndex);
-            QCOMPARE(index(model->sensitivity), sensitivityIndex);
-            QCOMPARE(index(model->cornerSize), delay ? -1 : 0);
+            QCOMPARE(index(model.switchDelay), delayIndex);
+            QCOMPARE(index(model.cornerSize), cornerIndex);
+            QCOMPARE(index(model.sensitivity), sensitivityIndex);
         }
     }
 
     void listsTheScreens() {
+        const auto told = [](const ServiceState &service) {
+            QStringList cards;
+            for (const DeviceCard &card : deviceCards(service))
+                cards << card.name + u' ' + card.platform.value_or(u"?"_s) +
+                             (card.online ? u" on"_s : QString());
+            return cards;
+        };
         ServiceState service = ready();
-        const auto canvas = kvmModel(service, false, false)->canvas;
-        QVERIFY(canvas->desk.devices ==
-                (std::vector<DeviceCard>{{u"me"_s, u"Studio"_s, u"darwin"_s, true},
-                                         {u"peer"_s, u"Peer once"_s, u"Linux"_s, true},
-                                         {u"office"_s, u"Office"_s, {}, false},
-                                         {u"unnamed"_s, u"\u3164"_s, {}, true}}));
+        service.status->platform.reset();
+        QCOMPARE(told(service),
+                 (QStringList{u"Studio Mac darwin on"_s, u"Office Linux linux on"_s,
+                              u"Travel laptop darwin"_s, u"Living room ?"_s, u"\u3164 ? on"_s}));
         service.status.reset();
+        QVERIFY(told(service).filter(u" on"_s).isEmpty());
         const auto unknown = kvmModel(service, false, false)->canvas;
         QVERIFY(unknown->desk.selfID.isEmpty());
-        QVERIFY(!unknown->desk.devices[0].online && unknown->desk.devices.size() == 3);
         service.devices.resize(1);
         QVERIFY(!kvmModel(service, false, false)->canvas);
         service.settings.reset();
         QVERIFY(!kvmModel(service, true, true));
+        service.devices.resize(10'000);
+        QCOMPARE(told(service).size(), 200);
     }
 
 private:
