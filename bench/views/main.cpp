@@ -72,7 +72,7 @@ ScreenDesk crowd() {
 }
 
 void drag() {
-    CanvasWindow window(crowd(), u"0"_s);
+    CanvasWindow window(crowd());
     const QPoint from = window.middle(u"110"_s);
     window.press(from);
     const PaintCount painted(window.area);

@@ -20,6 +20,14 @@ MenuBarModel modelOf(const ServiceState &service) {
     return menuBarModel(service, UpdateState());
 }
 
+/// The rows' symbols and texts.
+QStringList rowsOf(const ServiceState &service) {
+    QStringList rows;
+    for (const MenuBarModel::InfoRow &row : modelOf(service).rows)
+        rows << row.symbol + u' ' + row.text;
+    return rows;
+}
+
 } // namespace
 
 // No table is installed, so that every text is its key.
@@ -29,16 +37,11 @@ class MenuBarModelTest : public QObject {
 private Q_SLOTS:
     void dotTellsTheState() {
         using enum ConnectionState;
-        const struct {
-            const char *label;
-            ConnectionState connection;
-            bool isPaused;
-            QString symbol;
-            TextColor color;
-        } rows[]{{"starting", starting, true, u"ellipsis"_s, TextColor::yellow},
-                 {"connected", connected, false, u"checkmark"_s, TextColor::green},
-                 {"paused", connected, true, u"pause"_s, TextColor::orange},
-                 {"disconnected", disconnected, true, u"exclamationmark"_s, TextColor::red}};
+        const std::tuple<const char *, ConnectionState, bool, QString, TextColor> rows[]{
+            {"starting", starting, true, u"ellipsis"_s, TextColor::yellow},
+            {"connected", connected, false, u"checkmark"_s, TextColor::green},
+            {"paused", connected, true, u"pause"_s, TextColor::orange},
+            {"disconnected", disconnected, true, u"exclamationmark"_s, TextColor::red}};
         for (const auto &[label, connection, isPaused, symbol, color] : rows) {
             const Row row(label);
             ServiceState service = serviceWith(connection);
@@ -69,12 +72,8 @@ private Q_SLOTS:
              {u"pc Office"_s, u"pc 10B4"_s, u"laptopcomputer 10b"_s}}};
         for (const auto &[name, service, expected] : rows) {
             const Row row(name);
-            QStringList shown;
-            for (const MenuBarModel::InfoRow &info : modelOf(service).rows) {
-                shown << info.symbol + u' ' + info.text;
-                QCOMPARE(info.color == TextColor::red, shown.last() == unreachable);
-            }
-            QCOMPARE(shown, expected);
+            QCOMPARE(rowsOf(service), expected);
+            QCOMPARE(modelOf(service).rows[0].color == TextColor::red, expected == QStringList(unreachable));
         }
     }
 
@@ -82,11 +81,11 @@ private Q_SLOTS:
         const std::vector<PeerStatus> crowd(10'000, {u"10b"_s, u"Travel"_s});
         ServiceState service = serviceWith(ConnectionState::connected, crowd);
         service.status->last_activity = u"Received"_s;
-        const auto rows = modelOf(service).rows;
-        QCOMPARE(rows.size(), std::size_t{102});
-        QCOMPARE(rows[99].text, u"Travel"_s);
-        QVERIFY(rows[100].text.startsWith(u"common.more"_s));
-        QCOMPARE(rows[101].text, u"Received"_s);
+        const QStringList rows = rowsOf(service);
+        QCOMPARE(rows.size(), 102);
+        QCOMPARE(rows[99], u"laptopcomputer Travel"_s);
+        QVERIFY(rows[100].startsWith(u"pc common.more"_s));
+        QCOMPARE(rows[101], u"clock Received"_s);
     }
 
     void transferShowsItsProgress() {
@@ -100,8 +99,7 @@ private Q_SLOTS:
         for (const auto &[transfer, text] : rows) {
             ServiceState service = serviceWith(ConnectionState::connected, {{u"1"_s, u"a"_s}});
             service.status->file_xfer = transfer;
-            const auto row = modelOf(service).rows.back();
-            QCOMPARE(row.symbol + u' ' + row.text, text);
+            QCOMPARE(rowsOf(service).last(), text);
         }
     }
 

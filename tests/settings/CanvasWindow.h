@@ -17,15 +17,17 @@ inline ScreenDesk usualDesk() {
              {u"travel"_s, u"Travel laptop"_s, u"windows"_s, false}}};
 }
 
-/// The canvas in a window between two fields, and what it asked for.
+/// The canvas in a window above a field, with this computer as the master, and what it asked for.
 struct CanvasWindow {
-    explicit CanvasWindow(const ScreenDesk &desk = usualDesk(), const QString &master = u"mac"_s) {
+    explicit CanvasWindow(const ScreenDesk &desk = usualDesk()) {
         QObject::connect(canvas, &ScreenLayoutCanvas::arranged,
                          [this](const ScreenLayout &layout) { arranged.push_back(layout); });
         QObject::connect(canvas, &ScreenLayoutCanvas::masterPicked,
                          [this](const QString &id) { picked << id; });
-        canvas->render(desk, master);
+        show(desk);
     }
+
+    void show(const ScreenDesk &desk) { canvas->render(desk, desk.selfID); }
 
     QRectF place(const QString &id) const { return area->placeOf(*area->cardWithID(id)); }
     QPoint middle(const QString &id) const { return place(id).center().toPoint(); }
@@ -54,10 +56,9 @@ struct CanvasWindow {
         return area->hasFocus() && area->currentCard() ? area->currentCard()->id : QString();
     }
 
-    QLineEdit *before = new QLineEdit;
     ScreenLayoutCanvas *canvas = new ScreenLayoutCanvas;
     QLineEdit *after = new QLineEdit;
-    Window view{{before, canvas, after}, {538, 460}};
+    Window view{{canvas, after}, {538, 460}};
     CanvasArea *area = only<CanvasArea>(view);
     std::vector<ScreenLayout> arranged;
     QStringList picked;

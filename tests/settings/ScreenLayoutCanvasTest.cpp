@@ -24,16 +24,15 @@ private Q_SLOTS:
         } rows[]{
             {.name = "almost a drag", .card = u"office"_s, .way = {{7, 7}, {9, 4}}, .picks = {u"office"_s}},
             {.name = "the master already", .card = u"mac"_s},
-            {.name = "a drag", .card = u"office"_s, .way = {{6, 8}, {40.5, -25.25}}, .drops = true},
-            {.name = "and back", .card = u"office"_s, .way = {{40, 0}, {1, 1}}, .drops = true},
+            {.name = "there and back", .card = u"office"_s, .way = {{6, 8}, {1.5, -1.25}}, .drops = true},
             {.name = "without a place of its own", .card = u"travel"_s, .way = {{0, -60}}, .drops = true},
             {.name = "another button", .card = u"office"_s, .way = {{40, 0}}, .button = Qt::RightButton}};
         for (const auto &[name, card, way, picks, button, drops] : rows) {
             const Row row(name);
             CanvasWindow window;
-            const double scale = window.scale();
             const QRectF start = window.place(card);
             const QPointF from = window.middle(card) + QPointF(0.5, 0.25);
+            const QPointF distance = way.value(way.size() - 1) / window.scale();
             window.press(from, button);
             for (const QPointF &by : way)
                 window.move(from + by, button);
@@ -47,36 +46,20 @@ private Q_SLOTS:
             const ScreenPlacement before = rectFor(usualDesk(), card);
             const ScreenPlacement after = window.arranged[0].at(card);
             const ScreenPlacement origin = window.arranged[0].at(u"mac"_s);
-            QCOMPARE(QPointF(after.x - origin.x, after.y - origin.y),
-                     QPointF(before.x, before.y) + way.last() / scale);
+            QCOMPARE(QPointF(after.x - origin.x, after.y - origin.y), QPointF(before.x, before.y) + distance);
         }
     }
 
     void dragEndsWithoutWriting() {
+        ScreenDesk without = usualDesk();
+        without.devices.erase(without.devices.begin() + 1);
+        QEvent grabLost(QEvent::UngrabMouse);
         const std::pair<const char *, std::function<void(CanvasWindow &)>> rows[]{
             {"Escape", [](auto &window) { window.key(Qt::Key_Escape); }},
-            {"its device goes",
-             [](auto &window) {
-                 ScreenDesk desk = usualDesk();
-                 desk.devices.erase(desk.devices.begin() + 1);
-                 window.canvas->render(desk, u"mac"_s);
-                 window.canvas->render(usualDesk(), u"mac"_s);
-             }},
-            {"hidden",
-             [](auto &window) {
-                 window.canvas->hide();
-                 window.canvas->show();
-             }},
-            {"disabled",
-             [](auto &window) {
-                 window.canvas->setEnabled(false);
-                 window.canvas->setEnabled(true);
-             }},
-            {"the grab is lost",
-             [](auto &window) {
-                 QEvent grabLost(QEvent::UngrabMouse);
-                 QCoreApplication::sendEvent(window.area, &grabLost);
-             }},
+            {"its device goes", [&](auto &window) { window.show(without), window.show(usualDesk()); }},
+            {"hidden", [](auto &window) { window.canvas->hide(), window.canvas->show(); }},
+            {"disabled", [](auto &window) { window.canvas->setEnabled(false); }},
+            {"the grab is lost", [&](auto &window) { QCoreApplication::sendEvent(window.area, &grabLost); }},
             {"the release went elsewhere", [](auto &window) {
                  window.move({9, 9}, Qt::NoButton);
              }}};
@@ -93,7 +76,7 @@ private Q_SLOTS:
             QVERIFY(window.arranged.empty() && window.picked.isEmpty());
             ScreenDesk elsewhere = usualDesk();
             elsewhere.layout[u"office"_s].y = 500;
-            window.canvas->render(elsewhere, u"mac"_s);
+            window.show(elsewhere);
             QVERIFY(window.place(u"office"_s) != start); // nothing holds it
         }
     }
@@ -106,16 +89,14 @@ private Q_SLOTS:
         window.move(from + QPoint(30, 30));
         const QRectF held = window.place(u"office"_s);
         const QRectF still = window.place(u"mac"_s);
-
         ScreenDesk other = usualDesk();
         other.layout = pinned(other);
         other.layout[u"office"_s].x = -9000; // so that the origin moves
         other.layout[u"travel"_s].w = 9000;  // halves the fit
         other.layout = normalized(other.layout);
-        window.canvas->render(other, u"office"_s);
+        window.show(other);
         QCOMPARE(window.place(u"office"_s), held);
         QCOMPARE(window.place(u"mac"_s), still);
-        window.move(from + QPoint(60, 20));
         window.release(from + QPoint(60, 20));
         QCOMPARE(window.arranged.size(), std::size_t{1});
         QCOMPARE(window.arranged[0].at(u"office"_s).x - window.arranged[0].at(u"mac"_s).x, 1778 + 60 / scale);
@@ -124,7 +105,6 @@ private Q_SLOTS:
 
     void keyboardPicksAndMoves() {
         CanvasWindow window;
-        window.before->setFocus();
         const QImage bare = window.area->grab().toImage();
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Space}) {
             window.key(Qt::Key_Tab);
@@ -132,44 +112,33 @@ private Q_SLOTS:
         }
         QCOMPARE(window.picked, (QStringList{u"office"_s, u"travel"_s})); // the first is the master
         QVERIFY(window.area->grab().toImage() != bare);
-        const std::tuple<Qt::Key, Qt::KeyboardModifiers, QPointF> steps[]{
-            {Qt::Key_Right, Qt::NoModifier, {1878, 2060}},
-            {Qt::Key_Left, Qt::ShiftModifier, {1868, 2060}},
-            {Qt::Key_Down, Qt::KeypadModifier, {1868, 2160}},
-            {Qt::Key_Up, Qt::ControlModifier, {1868, 2160}}}; // which belongs to somebody else
-        int save = 0;
-        for (const auto &[key, modifiers, place] : steps) {
-            window.key(key, modifiers);
-            window.canvas->saveEnded(++save, true);
-            const ScreenPlacement travel = window.arranged.back().at(u"travel"_s);
-            QCOMPARE(QPointF(travel.x, travel.y), place);
-            ScreenDesk stored = usualDesk();
-            stored.layout = window.arranged.back();
-            window.canvas->render(stored, u"mac"_s);
-        }
+        window.key(Qt::Key_Up, Qt::ControlModifier); // belongs to somebody else
+        QVERIFY(window.arranged.empty());
+        window.key(Qt::Key_Right, Qt::ShiftModifier | Qt::KeypadModifier);
+        QCOMPARE(window.arranged.at(0).at(u"travel"_s).x, 1778.0 + 10);
         // A click shows no ring, and so no key moves what was clicked.
-        window.arranged.clear();
         window.press(window.middle(u"mac"_s));
         window.release(window.middle(u"mac"_s));
+        window.canvas->saveEnded(1, false);
+        QCOMPARE(window.area->grab().toImage(), bare);
         window.key(Qt::Key_Right);
-        QVERIFY(window.arranged.empty());
+        QCOMPARE(window.arranged.size(), std::size_t{1});
     }
 
     void focusStaysAtItsDevice() {
         CanvasWindow window;
-        window.before->setFocus();
         window.key(Qt::Key_Tab);
         window.key(Qt::Key_Tab);
         QCOMPARE(window.focused(), u"office"_s);
         ScreenDesk desk = usualDesk();
         std::swap(desk.devices[1], desk.devices[2]);
         desk.devices.insert(desk.devices.begin(), {u"new"_s, u"New"_s, {}, true});
-        window.canvas->render(desk, u"office"_s);
+        window.show(desk);
         QCOMPARE(window.focused(), u"office"_s);
         desk.devices.pop_back();
-        window.canvas->render(desk, u"office"_s);
+        window.show(desk);
         QCOMPARE(window.focused(), u"travel"_s);
-        window.canvas->render({}, {});
+        window.show({});
         QVERIFY(window.area->hasFocus() && window.focused().isNull());
         window.key(Qt::Key_Return);
         window.key(Qt::Key_Tab);
@@ -183,43 +152,41 @@ private Q_SLOTS:
         QVERIFY(!group->childAt(corner.x(), corner.y()));
         ScreenDesk stacked = usualDesk();
         stacked.layout[u"office"_s] = stacked.layout[u"mac"_s];
-        window.canvas->render(stacked, u"mac"_s);
+        window.show(stacked);
         const QPoint middle = group->child(0)->rect().center();
         QCOMPARE(group->indexOfChild(group->childAt(middle.x(), middle.y())), 1);
     }
 
-    void masterSprings() {
+    void masterMovesAtOnceWhereMotionIsReduced() {
         CanvasWindow window;
         const auto picture = [&] { return window.area->grab().toImage(); };
         window.canvas->render(usualDesk(), u"office"_s);
         const QImage first = picture();
-        QTest::qWait(1000);
-        const QImage after = picture();
-        QVERIFY(first != after);
-        static_cast<ControlStyle *>(QApplication::style())->setReducedMotion(true);
-        window.canvas->render(usualDesk(), u"mac"_s);
+        auto *style = static_cast<ControlStyle *>(QApplication::style());
+        style->setReducedMotion(true);
+        window.show(usualDesk());
         window.canvas->render(usualDesk(), u"office"_s);
-        QCOMPARE(picture(), after);
-        static_cast<ControlStyle *>(QApplication::style())->setReducedMotion(false);
+        style->setReducedMotion(false);
+        const QImage last = picture();
+        QVERIFY(first != last);
+        settle();
+        QCOMPARE(picture(), last);
     }
 
     void survivesWildNamesAndPlaces() {
         CanvasWindow window;
-        for (const double value :
-             {std::nan(""), std::numeric_limits<double>::infinity(), 1e300, -1e15, 1e-300, 0.0, -500.0}) {
-            for (const QString &name : {QString(), u"<img src=x>\n\u202Eevil\0"_s, QString(100'000, u'W'),
-                                        QString(5000, QChar(0xD800))}) {
+        const QStringList names{
+            {}, u"<img src=x>\n\u202Ee"_s, QString(100'000, u'W'), QString(999, QChar(0xD800))};
+        for (const double value : {std::nan(""), 1e300, -1e15, 1e-300, 0.0, -500.0}) {
+            for (const QString &name : names) {
                 // Two cards claim to be the same device.
-                const ScreenDesk desk{{{u"1"_s, {value, 0, 1778, value}}, {u"2"_s, {0, value, value, 1000}}},
-                                      u"1"_s,
-                                      {{u"1"_s, name}, {u"2"_s, name}, {u"2"_s, name, name, true}}};
-                window.canvas->render(desk, u"2"_s);
+                window.show({{{u"1"_s, {value, 0, 1778, value}}, {u"2"_s, {0, value, value, 1000}}},
+                             u"1"_s,
+                             {{u"1"_s, name}, {u"2"_s, name}, {u"2"_s, name, name, true}}});
                 window.press({260, 160});
                 window.move({460, 70});
                 (void)window.area->grab();
                 window.release({460, 70});
-                window.area->setFocus(Qt::TabFocusReason);
-                window.key(Qt::Key_Right);
                 QAccessibleInterface *group = accessible(window.area);
                 for (int card = 0; card < group->childCount(); ++card) {
                     QVERIFY(!group->child(card)->text(QAccessible::Name).isEmpty());

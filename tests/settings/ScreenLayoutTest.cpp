@@ -14,22 +14,12 @@ namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-const QSizeF canvas(500, 320);
-
-std::vector<DeviceCard> cards(const QStringList &ids) {
-    std::vector<DeviceCard> all;
-    for (const QString &id : ids)
-        all.push_back({id, id.toUpper(), std::nullopt, true});
-    return all;
-}
 
 ScreenDesk desk(const QStringList &ids, const ScreenLayout &layout = {}) {
-    return {layout, u"self"_s, cards(ids)};
-}
-
-/// Which is compared up to rounding.
-QRectF area(const ScreenPlacement &rect) {
-    return {rect.x, rect.y, rect.w, rect.h};
+    ScreenDesk desk{layout, u"self"_s, {}};
+    for (const QString &id : ids)
+        desk.devices.push_back({id, id.toUpper(), std::nullopt, true});
+    return desk;
 }
 
 } // namespace
@@ -60,21 +50,18 @@ private Q_SLOTS:
     }
 
     void unions() {
-        const ScreenPlacement fallback{-172.24, -130, 2122.48, 1260};
-        const auto grown = [](double x, double y, double w, double h) {
-            return ScreenPlacement{x - 0.08 * w - 30, y - 0.1 * h - 30, 1.16 * w + 60, 1.2 * h + 60};
-        };
-        const std::tuple<const char *, ScreenDesk, ScreenPlacement> rows[]{
-            {"column", desk({u"self"_s, u"a"_s, u"b"_s}), grown(0, 0, 3556, 3060)},
-            {"negative", desk({u"a"_s}, {{u"a"_s, {100, 50, -100, -50}}}), grown(0, 0, 100, 50)},
-            {"without a width", desk({u"a"_s}, {{u"a"_s, {9, 9, 0, 50}}}), fallback},
-            {"a point far away counts", desk({u"self"_s, u"a"_s}, {{u"a"_s, {-1000, -500, 0, 0}}}),
-             grown(-1000, -500, 2778, 1500)},
-            {"one without a card does not", desk({u"self"_s}, {{u"gone"_s, {-9000, 0, 5, 5}}}),
-             grown(0, 0, 1778, 1000)}};
+        const std::tuple<const char *, ScreenDesk, QRectF> rows[]{
+            {"column", desk({u"self"_s, u"a"_s, u"b"_s}), {-314.48, -336, 4184.96, 3732}},
+            {"negative", desk({u"a"_s}, {{u"a"_s, {100, 50, -100, -50}}}), {-38, -35, 176, 120}},
+            {"without a width", desk({u"a"_s}, {{u"a"_s, {9, 9, 0, 50}}}), {-172.24, -130, 2122.48, 1260}},
+            {"no card", desk({u"self"_s}, {{u"b"_s, {-9e3, 0, 5, 5}}}), {-172.24, -130, 2122.48, 1260}},
+            {"a point",
+             desk({u"self"_s, u"a"_s}, {{u"a"_s, {-1e3, -500, 0, 0}}}),
+             {-1252.24, -680, 3282.48, 1860}}};
         for (const auto &[name, where, expected] : rows) {
             const Row row(name);
-            QCOMPARE(area(unionRect(where)), area(expected));
+            const ScreenPlacement whole = unionRect(where);
+            QCOMPARE(QRectF(whole.x, whole.y, whole.w, whole.h), expected); // up to rounding
         }
     }
 
@@ -120,20 +107,19 @@ private Q_SLOTS:
     }
 
     void describesCards() {
-        ScreenDesk two = desk({u"self"_s, u"a"_s, u"b"_s});
-        two.devices[0].platform = u"Darwin"_s;
-        two.devices[0].name = u"\u3164"_s; // there is nothing to see in it
-        two.devices[1].platform = u"WINDOWS"_s;
-        two.devices[2].online = false;
-        const auto shown = canvasCards(two, u"a"_s, fitInto(two, canvas));
-        QCOMPARE(shown[0].symbol, u"macbook"_s);
-        QCOMPARE(shown[0].title, u"common.unnamed (kvm.canvas.local)"_s);
-        QVERIFY(shown[0].isSelf && !shown[0].isMaster && shown[0].statusText.isEmpty());
-        QCOMPARE(shown[1].symbol, u"pc"_s);
-        QCOMPARE(shown[1].statusText, u"kvm.canvas.online"_s);
-        QVERIFY(shown[1].isMaster && shown[1].statusColor == TextColor::green);
-        QCOMPARE(shown[2].symbol, u"display"_s);
-
+        ScreenDesk three = desk({u"self"_s, u"a"_s, u"b"_s});
+        three.devices[0].platform = u"Darwin"_s;
+        three.devices[0].name = u"\u3164"_s; // there is nothing to see in it
+        three.devices[1].platform = u"WINDOWS"_s;
+        three.devices[2].online = false;
+        QStringList told;
+        for (const CanvasCard &card : canvasCards(three, u"a"_s, fitInto(three, {500, 320}))) {
+            told << card.symbol + u' ' + card.title + u' ' + card.statusText +
+                        (card.isMaster ? u"*"_s : u""_s);
+            QCOMPARE(card.statusColor, card.isOnline ? TextColor::green : TextColor::secondary);
+        }
+        QCOMPARE(told, (QStringList{u"macbook common.unnamed (kvm.canvas.local) "_s,
+                                    u"pc A kvm.canvas.online*"_s, u"display B kvm.canvas.offline"_s}));
         QCOMPARE(cardMetrics(50).badge, 7.0);
         QCOMPARE(cardMetrics(50).status, 5.5);
         QVERIFY(cardMetrics(200) == (CardMetrics{12, 22, 11, 9}));

@@ -12,6 +12,7 @@
 using namespace quorbit;
 using namespace quorbit::test;
 using namespace Qt::StringLiterals;
+using enum TextColor;
 
 namespace {
 
@@ -42,17 +43,9 @@ ServiceState serviceCalled(const std::optional<QString> &name) {
 
 ServiceState serviceWith(const QStringList &previews) {
     ServiceState service;
-    service.settings = DaemonSettings{};
+    service.settings.emplace();
     for (const QString &preview : previews)
         service.history.push_back({.id = static_cast<qint64>(service.history.size()), .preview = preview});
-    return service;
-}
-
-/// The usual one, in which a computer has been renamed and another has no name to see.
-ServiceState ready() {
-    ServiceState service = usualState();
-    service.status->peers = {{officeId, u"Office now"_s}, {u"unnamed"_s, u"\u200B "_s}};
-    service.devices.push_back({.device_id = u"unnamed"_s, .name = u"\u3164"_s});
     return service;
 }
 
@@ -70,8 +63,11 @@ Change granted(const std::optional<bool> &is, const std::optional<bool> &needsRe
     };
 }
 
+/// Of the usual state, in which a computer has been renamed and another has no name to see.
 KvmModel modelAfter(const Change &change, bool isTrusted = false) {
-    ServiceState service = ready();
+    ServiceState service = usualState();
+    service.status->peers = {{officeId, u"Office now"_s}, {u"unnamed"_s, u"\u200B "_s}};
+    service.devices.push_back({.device_id = u"unnamed"_s, .name = u"\u3164"_s});
     change(service);
     return kvmModel(service, isTrusted, false).value();
 }
@@ -124,8 +120,7 @@ private Q_SLOTS:
         for (const auto &[search, preview, isFound] : rows) {
             const Row row(search.toUtf8());
             HistoryFilter filter;
-            const auto model = syncModel(serviceWith({preview}), search, filter);
-            QCOMPARE(!model->history->rows.empty(), isFound);
+            QCOMPARE(!syncModel(serviceWith({preview}), search, filter)->history->rows.empty(), isFound);
         }
     }
 
@@ -135,42 +130,31 @@ private Q_SLOTS:
             const auto indices = filter.matches(history, u"foo"_s);
             return QList<std::size_t>(indices.begin(), indices.end());
         };
-        const std::pair<QStringList, QList<std::size_t>> steps[]{{{u"foo"_s, u"bar"_s}, {0}},
-                                                                 {{u"bar"_s, u"foo"_s, u"foo 2"_s}, {1, 2}},
-                                                                 {{u"foo"_s}, {0}},
-                                                                 {{}, {}}};
-        for (const auto &[previews, indices] : steps)
-            QCOMPARE(found(serviceWith(previews).history), indices);
+        QCOMPARE(found(serviceWith({u"foo"_s, u"bar"_s}).history), QList<std::size_t>{0});
+        QCOMPARE(found(serviceWith({u"bar"_s, u"foo"_s, u"foo 2"_s}).history), (QList<std::size_t>{1, 2}));
+        QCOMPARE(found(serviceWith({u"foo"_s}).history), QList<std::size_t>{0});
         std::vector<HistoryEntry> twins(2); // that claim to be the same entry
         twins[1].preview = u"foo"_s;
-        twins[0].source = u"foo"_s;
         QCOMPARE(found(twins), QList<std::size_t>{1});
-        for (const int count : {5, 6}) {
-            const ServiceState service = serviceWith(QStringList(count, u"foo"_s));
-            QCOMPARE(syncModel(service, {}, filter)->history->hasSearchField, count == 6);
-        }
+        for (const int count : {5, 6})
+            QCOMPARE(syncModel(serviceWith(QStringList(count)), {}, filter)->history->hasSearchField,
+                     count == 6);
     }
 
     void describesDevices() {
-        const struct {
-            const char *name;
-            Device device;
-            QString badge;
-            TextColor color = TextColor::secondary;
-            std::optional<qint64> holds = {}; ///< milliseconds
-        } rows[]{{"online", {.online = true, .last_seen = 5}, u"devices.online"_s, TextColor::green},
-                 {"offline", {.online = false}, u"devices.offline"_s},
-                 {"never seen", {.last_seen = 0}, u"devices.offline"_s},
-                 {"seen", {.last_seen = now - 50}, u"devices.lastseen now"_s, TextColor::secondary, 950}};
-        for (const auto &[name, device, badge, color, holds] : rows) {
+        const std::tuple<const char *, Device, QString, TextColor> rows[]{
+            {"online", {.online = true, .last_seen = 5}, u"devices.online"_s, green},
+            {"offline", {.online = false}, u"devices.offline"_s, secondary},
+            {"never seen", {.last_seen = 0}, u"devices.offline"_s, secondary},
+            {"seen", {.last_seen = now - 50}, u"devices.lastseen now"_s, secondary}};
+        for (const auto &[name, device, badge, color] : rows) {
             const Row row(name);
             ServiceState service;
             service.devices = {device};
             const auto shown = devicesModel(service, {}, now, formats_).rows.front();
             QCOMPARE(shown.badge, badge);
             QCOMPARE(shown.badgeColor, color);
-            const auto shownFor = devicesModelHoldsFor(service, now);
-            QCOMPARE(shownFor ? shownFor->count() : -1, holds.value_or(-1));
+            QCOMPARE(devicesModelHoldsFor(service, now).has_value(), badge.startsWith(u"devices.lastseen"_s));
         }
         ServiceState two;
         two.devices = {
@@ -185,31 +169,25 @@ private Q_SLOTS:
     }
 
     void tellsOfTheCheck() {
-        const auto failed = [](FailureReason reason) { return CheckState(check::Failed{reason}); };
         AvailableUpdate update;
         update.version = u"2"_s;
+        const auto failed = [](FailureReason reason) { return CheckState(check::Failed{reason}); };
         const QString warning = u"exclamationmark.triangle.fill"_s;
-        const struct {
-            CheckState state;
-            QString text;
-            QString symbol = {};
-            TextColor color = TextColor::secondary; ///< of the symbol
-        } rows[]{{check::Idle{}, u"never_checked"_s},
-                 {check::Checking{}, u"checking"_s},
-                 {check::UpToDate{u"1"_s}, u"uptodate[1]"_s, u"checkmark.circle.fill"_s, TextColor::green},
-                 {check::Available{update}, u"available.title[2]"_s, u"arrow.down.circle.fill"_s,
-                  TextColor::accent},
-                 {failed(FailureReason::network), u"failed.network"_s, warning, TextColor::orange},
-                 {failed(FailureReason::server), u"failed.server"_s, warning, TextColor::orange},
-                 {failed(FailureReason::parse), u"failed.parse"_s, warning, TextColor::orange},
-                 {failed(FailureReason::unknown), u"failed"_s, warning, TextColor::orange}};
+        const std::tuple<CheckState, QString, QString, TextColor> rows[]{
+            {check::Idle{}, u"never_checked"_s, {}, secondary},
+            {check::Checking{}, u"checking"_s, {}, secondary},
+            {check::UpToDate{u"1"_s}, u"uptodate[1]"_s, u"checkmark.circle.fill"_s, green},
+            {check::Available{update}, u"available.title[2]"_s, u"arrow.down.circle.fill"_s, accent},
+            {failed(FailureReason::network), u"failed.network"_s, warning, orange},
+            {failed(FailureReason::server), u"failed.server"_s, warning, orange},
+            {failed(FailureReason::parse), u"failed.parse"_s, warning, orange},
+            {failed(FailureReason::unknown), u"failed"_s, warning, orange}};
         for (const auto &[state, text, symbol, color] : rows) {
             const Row row(text.toUtf8());
-            const AboutModel model = aboutModel({.state = state}, {}, formats_);
-            QCOMPARE(model.checkStatus.text, u"update."_s + text);
-            QCOMPARE(model.checkStatus.symbol, symbol);
-            QCOMPARE(model.checkStatus.symbolColor, color);
-            QCOMPARE(model.isChecking, state == CheckState(check::Checking{}));
+            const auto shown = aboutModel({.state = state}, {}, formats_).checkStatus;
+            QCOMPARE(shown.text, u"update."_s + text);
+            QCOMPARE(shown.symbol, symbol);
+            QCOMPARE(shown.symbolColor, color);
         }
     }
 
@@ -223,8 +201,7 @@ private Q_SLOTS:
         const AboutModel model = aboutModel(update, input, formats_);
         QCOMPARE(model.banner->title, u"update.available.title[2]"_s);
         QCOMPARE(model.banner->subtitle, u"update.available.subtitle[1]"_s);
-        QCOMPARE(model.lastChecked,
-                 u"update.last_checked["_s + formats_.dateTime(*update.lastChecked) + u']');
+        QCOMPARE(model.lastChecked, u"update.last_checked[22 Nov 2026, 09:41]"_s);
         QCOMPARE(model.language, 0);
 
         // What would start any other program than a browser is not opened.
@@ -239,39 +216,33 @@ private Q_SLOTS:
     }
 
     void tellsTheStatus() {
-        const Change asIs = [](auto &) {};
-        const Change isOff = [](auto &service) { service.settings->kvm_enabled = false; };
         const Change noStatus = [](auto &service) { service.status.reset(); };
-        const Change alone = [](auto &service) {
-            service.status->peers.clear();
-            service.settings->kvm_master_id.reset();
-        };
+        const Change alone = [](auto &service) { service.status->peers.clear(); };
         const struct {
             const char *name;
             Change change;
             QString text;
-            TextColor dot = TextColor::orange;
+            TextColor dot = orange;
             bool isTrusted = false;
-        } rows[]{{"own", asIs, u"ready"_s, TextColor::green},
-                 {"off", isOff, {}},
-                 {"refused", granted(false), u"need_ax"_s, TextColor::orange, true},
+        } rows[]{{"own", withMaster(ownId), u"ready"_s, green},
+                 {"refused", granted(false), u"need_ax"_s, orange, true},
                  {"not known and not trusted", granted({}), u"need_ax"_s},
-                 {"not known but trusted", granted({}), u"ready"_s, TextColor::green, true},
+                 {"not known but trusted", granted({}), u"ready"_s, green, true},
                  {"no status", noStatus, u"need_ax"_s},
-                 {"no status but trusted", noStatus, u"waiting"_s, TextColor::orange, true},
+                 {"no status but trusted", noStatus, u"waiting"_s, orange, true},
                  {"alone", alone, u"waiting"_s},
                  {"no master", withMaster({}), u"no_master"_s},
-                 {"controlled", withMaster(officeId), u"controlled[Office now]"_s, TextColor::green},
-                 {"off", withMaster(livingRoomId), u"master_off[Living room]"_s},
+                 {"controlled", withMaster(officeId), u"controlled[Office now]"_s, green},
+                 {"master off", withMaster(livingRoomId), u"master_off[Living room]"_s},
                  {"unknown", withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
-                 {"unknown, of few characters", withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s},
-                 {"unnamed", withMaster(u"unnamed"_s), u"controlled[unnamed]"_s, TextColor::green}};
+                 {"unnamed", withMaster(u"unnamed"_s), u"controlled[unnamed]"_s, green}};
         for (const auto &[name, change, text, dot, isTrusted] : rows) {
             const Row row(name);
-            const auto line = modelAfter(change, isTrusted).statusLine;
-            QCOMPARE(line ? line->text : QString(), text.isEmpty() ? text : u"kvm.status."_s + text);
-            QCOMPARE(line ? line->dot : dot, dot);
+            const auto line = modelAfter(change, isTrusted).statusLine.value();
+            QCOMPARE(line.text, u"kvm.status."_s + text);
+            QCOMPARE(line.dot, dot);
         }
+        QVERIFY(!modelAfter([](auto &service) { service.settings->kvm_enabled = false; }).statusLine);
     }
 
     void namesTheMaster() {
@@ -286,29 +257,18 @@ private Q_SLOTS:
         for (const auto &[id, expected] : rows) {
             const Row row(id.toUtf8());
             QStringList lines;
-            for (const auto &line : modelAfter(withMaster(id)).masterFooter) {
+            for (const auto &line : modelAfter(withMaster(id)).masterFooter)
                 lines << line.symbol + u' ' + line.text;
-                QCOMPARE(line.color, id.isEmpty() ? TextColor::orange : TextColor::secondary);
-            }
             QCOMPARE(lines, expected);
         }
     }
 
     void tellsOfAccessibility() {
-        const struct {
-            const char *name;
-            Change change;
-            QString title;
-            QString symbol;
-            TextColor color;
-            bool offersGrant;
-        } rows[]{{"granted", granted(true), u"granted"_s, u"checkmark.shield"_s, TextColor::green, false},
-                 {"not known", granted({}, false), u"not_granted"_s, u"exclamationmark.shield"_s,
-                  TextColor::orange, true},
-                 {"in vain", granted(true, true), u"needs_restart"_s, u"arrow.clockwise.circle"_s,
-                  TextColor::accent, false},
-                 {"refused, and needs a restart", granted(false, true), u"needs_restart"_s,
-                  u"arrow.clockwise.circle"_s, TextColor::accent, true}};
+        const std::tuple<const char *, Change, QString, QString, TextColor, bool> rows[]{
+            {"granted", granted(true), u"granted"_s, u"checkmark.shield"_s, green, false},
+            {"not known", granted({}), u"not_granted"_s, u"exclamationmark.shield"_s, orange, true},
+            {"in vain", granted(true, true), u"needs_restart"_s, u"arrow.clockwise.circle"_s, accent, false},
+            {"refused", granted(false, true), u"needs_restart"_s, u"arrow.clockwise.circle"_s, accent, true}};
         for (const auto &[name, change, title, symbol, color, offersGrant] : rows) {
             const Row row(name);
             const auto shown = modelAfter(change).accessibility;
@@ -321,46 +281,38 @@ private Q_SLOTS:
     }
 
     void choosesOptions() {
-        const struct {
-            const char *name;
-            std::optional<qint64> delay;
-            std::optional<double> sensitivity;
-            int delayIndex, cornerIndex, sensitivityIndex; ///< -1: none of the options
-        } rows[]{{.name = "not told", .delayIndex = 0, .cornerIndex = 0, .sensitivityIndex = 0},
-                 {"told", 500, 3, 3, -1, 4},
-                 {"no option", 251, 1.50001, -1, -1, -1}};
-        for (const auto &[name, delay, sensitivity, delayIndex, cornerIndex, sensitivityIndex] : rows) {
-            const Row row(name);
-            const KvmModel model = modelAfter([&, delay = delay, sensitivity = sensitivity](auto &service) {
-                service.settings->kvm_switch_delay_ms = service.settings->kvm_corner_size = delay;
-                service.settings->kvm_sensitivity = sensitivity;
-            });
-            const auto index = [](std::optional<std::size_t> chosen) {
-                return chosen ? static_cast<int>(*chosen) : -1;
-            };
-            QCOMPARE(index(model.switchDelay), delayIndex);
-            QCOMPARE(index(model.cornerSize), cornerIndex);
-            QCOMPARE(index(model.sensitivity), sensitivityIndex);
-        }
+        constexpr std::size_t none = 99;
+        const auto check = [&](const Change &change, std::size_t delay, std::size_t corner,
+                               std::size_t sensitivity) {
+            const KvmModel model = modelAfter(change);
+            QCOMPARE(model.switchDelay.value_or(none), delay);
+            QCOMPARE(model.cornerSize.value_or(none), corner);
+            QCOMPARE(model.sensitivity.value_or(none), sensitivity);
+        };
+        check([](auto &) {}, 2, 2, 2);
+        check([](auto &service) { service.settings = DaemonSettings{}; }, 0, 0, 0);
+        const auto noOption = [](auto &service) {
+            service.settings->kvm_switch_delay_ms = service.settings->kvm_corner_size = 251;
+            service.settings->kvm_sensitivity = 1.50001;
+        };
+        check(noOption, none, none, none);
     }
 
     void listsTheScreens() {
         const auto told = [](const ServiceState &service) {
             QStringList cards;
             for (const DeviceCard &card : deviceCards(service))
-                cards << card.name + u' ' + card.platform.value_or(u"?"_s) +
-                             (card.online ? u" on"_s : QString());
+                cards << card.name + u' ' + card.platform.value_or(u"?"_s) + (card.online ? u" on"_s : u""_s);
             return cards;
         };
-        ServiceState service = ready();
+        ServiceState service = usualState();
         service.status->platform.reset();
-        QCOMPARE(told(service),
-                 (QStringList{u"Studio Mac darwin on"_s, u"Office Linux linux on"_s,
-                              u"Travel laptop darwin"_s, u"Living room ?"_s, u"\u3164 ? on"_s}));
+        service.status->peers.resize(1);
+        QCOMPARE(told(service), (QStringList{u"Studio Mac darwin on"_s, u"Office Linux linux"_s,
+                                             u"Travel laptop darwin on"_s, u"Living room ?"_s}));
         service.status.reset();
-        QVERIFY(told(service).filter(u" on"_s).isEmpty());
-        const auto unknown = kvmModel(service, false, false)->canvas;
-        QVERIFY(unknown->desk.selfID.isEmpty());
+        QCOMPARE(told(service).filter(u" on"_s), QStringList());
+        QCOMPARE(kvmModel(service, false, false)->canvas->desk.selfID, QString());
         service.devices.resize(1);
         QVERIFY(!kvmModel(service, false, false)->canvas);
         service.settings.reset();

@@ -6,11 +6,12 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QSet>
+#include <QHash>
 #include <QTest>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <optional>
 #include <stdexcept>
 
 namespace quorbit::test {
@@ -103,32 +104,37 @@ Widget *only(const QWidget &root) {
         u"there are %1 of %2"_s.arg(all.size()).arg(QLatin1String(Widget::staticMetaObject.className()))));
 }
 
-/// Notes which widgets are painted while it lives, by class and name.
+/// Notes which widgets are painted while it lives.
 class PaintWatch : public QObject {
 public:
     PaintWatch() { qApp->installEventFilter(this); }
 
-    /// But for `except` and what is made of it or it is a part of.
+    /// By class and name, but for `except` and what is made of it or it is a part of.
     QStringList painted(const QWidget *except = nullptr) {
         settle();
         QStringList others;
-        for (QWidget *widget : painted_) {
+        for (QWidget *widget : sizes_.keys()) {
             if (!except ||
                 !(widget == except || widget->isAncestorOf(except) || except->isAncestorOf(widget)))
                 others << QLatin1String(widget->metaObject()->className()) + u' ' + nameOf(widget);
         }
         return others;
     }
-    bool wasPainted(QWidget *widget) const { return painted_.contains(widget); }
+    /// That a widget had when it was first painted; none that was not.
+    std::optional<QSize> firstSize(QWidget *widget) {
+        settle();
+        return sizes_.contains(widget) ? std::optional(sizes_[widget]) : std::nullopt;
+    }
 
     bool eventFilter(QObject *object, QEvent *event) override {
-        if (event->type() == QEvent::Paint && object->isWidgetType())
-            painted_.insert(static_cast<QWidget *>(object));
+        auto *widget = qobject_cast<QWidget *>(object);
+        if (widget && event->type() == QEvent::Paint && !sizes_.contains(widget))
+            sizes_[widget] = widget->size();
         return false;
     }
 
 private:
-    QSet<QWidget *> painted_;
+    QHash<QWidget *, QSize> sizes_;
 };
 
 } // namespace quorbit::test
