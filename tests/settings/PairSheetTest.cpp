@@ -22,12 +22,7 @@ private Q_SLOTS:
         const Effect request = effect::RequestPin{};
         const Effect paired = effect::Dismiss{std::chrono::milliseconds(1300)};
         const Effect connectNow = effect::Connect{u"mac.local"_s, u"482 913"_s};
-        const struct {
-            const char *name;
-            std::size_t devices;
-            std::vector<Event> events;
-            std::vector<Effect> effects;
-        } rows[]{
+        const std::tuple<const char *, std::size_t, std::vector<Event>, std::vector<Effect>> rows[]{
             {"again", 2, {generate, generate, pin, devices(2), devices(1), devices(2), generate}, {request}},
             {"paired", 2, {generate, pin, devices(3), devices(4)}, {request, paired}},
             // What changed before the request is not the new device's doing.

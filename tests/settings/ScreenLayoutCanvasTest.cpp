@@ -3,7 +3,6 @@
 #include "support/TestWorld.h"
 
 #include <functional>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
@@ -145,18 +144,6 @@ private Q_SLOTS:
         QVERIFY(window.after->hasFocus());
     }
 
-    void screenReadersFindTheUpperOfTwo() {
-        CanvasWindow window;
-        QAccessibleInterface *group = accessible(window.area);
-        const QPoint corner = window.area->mapToGlobal(QPoint(1, 1));
-        QVERIFY(!group->childAt(corner.x(), corner.y()));
-        ScreenDesk stacked = usualDesk();
-        stacked.layout[u"office"_s] = stacked.layout[u"mac"_s];
-        window.show(stacked);
-        const QPoint middle = group->child(0)->rect().center();
-        QCOMPARE(group->indexOfChild(group->childAt(middle.x(), middle.y())), 1);
-    }
-
     void masterMovesAtOnceWhereMotionIsReduced() {
         CanvasWindow window;
         const auto picture = [&] { return window.area->grab().toImage(); };
@@ -171,29 +158,6 @@ private Q_SLOTS:
         QVERIFY(first != last);
         settle();
         QCOMPARE(picture(), last);
-    }
-
-    void survivesWildNamesAndPlaces() {
-        CanvasWindow window;
-        const QStringList names{
-            {}, u"<img src=x>\n\u202Ee"_s, QString(100'000, u'W'), QString(999, QChar(0xD800))};
-        for (const double value : {std::nan(""), 1e300, -1e15, 1e-300, 0.0, -500.0}) {
-            for (const QString &name : names) {
-                // Two cards claim to be the same device.
-                window.show({{{u"1"_s, {value, 0, 1778, value}}, {u"2"_s, {0, value, value, 1000}}},
-                             u"1"_s,
-                             {{u"1"_s, name}, {u"2"_s, name}, {u"2"_s, name, name, true}}});
-                window.press({260, 160});
-                window.move({460, 70});
-                (void)window.area->grab();
-                window.release({460, 70});
-                QAccessibleInterface *group = accessible(window.area);
-                for (int card = 0; card < group->childCount(); ++card) {
-                    QVERIFY(!group->child(card)->text(QAccessible::Name).isEmpty());
-                    QVERIFY(group->child(card)->text(QAccessible::Description).size() < 800);
-                }
-            }
-        }
     }
 };
 

@@ -121,24 +121,6 @@ std::vector<NamedState> serviceStates() {
             changed("full"_L1, fill)};
 }
 
-std::vector<NamedState> sharingStates() {
-    const auto refuse = [](ServiceState &service) { service.status->accessibility_granted = false; };
-    return {changed("sharing-off"_L1, [](auto &service) { service.settings->kvm_enabled = false; }),
-            changed("not-granted"_L1, refuse),
-            changed("needs-restart"_L1,
-                    [=](auto &service) {
-                        refuse(service);
-                        service.status->accessibility_needs_restart = true;
-                    }),
-            changed("no-master"_L1, [](auto &service) { service.settings->kvm_master_id.reset(); }),
-            changed("controlled"_L1, [](auto &service) { service.settings->kvm_master_id = officeId; }),
-            changed("master-off"_L1, [](auto &service) {
-                service.settings->kvm_master_id = livingRoomId;
-                service.status->device_name = u"The computer in the corner office on the second floor"_s;
-                service.devices[2].name = u"A computer whose name is longer than any line could ever show"_s;
-            })};
-}
-
 ServiceState stateCalled(QLatin1String name) {
     const std::vector<NamedState> states = serviceStates();
     const auto found = std::ranges::find(states, name, &NamedState::name);

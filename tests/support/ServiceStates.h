@@ -24,10 +24,8 @@ struct NamedState {
     ServiceState service;
 };
 
-/// Those that every view tells of, from nothing to more of everything than there is room for.
+/// From nothing to more of everything than there is room for.
 std::vector<NamedState> serviceStates();
-/// Those that only the sharing of keyboard and mouse tells of.
-std::vector<NamedState> sharingStates();
 ServiceState stateCalled(QLatin1String name);
 
 /// `count` entries with the identifiers 1 to `count`; one in a hundred previews holds "needle".

@@ -3,7 +3,6 @@
 #include "support/ViewChecks.h"
 #include "ui/access/FocusRing.h"
 #include "ui/controls/Button.h"
-#include "ui/controls/MenuPicker.h"
 #include "ui/controls/Stepper.h"
 #include "ui/controls/Switch.h"
 #include "ui/form/Card.h"
@@ -14,7 +13,6 @@
 #include "ui/text/SelectableText.h"
 #include "ui/text/TextField.h"
 
-#include <QMenu>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -110,23 +108,6 @@ private Q_SLOTS:
         stepper.setValue(90);
         QTRY_VERIFY(stepper.value() <= 60);
         QTest::mouseRelease(&stepper, Qt::LeftButton, {}, down);
-    }
-
-    void anOpenMenuSurvivesRendering() {
-        MenuPicker picker;
-        const QStringList options{u"Off"_s, u"100 ms"_s, u"R&D"_s};
-        picker.setOptions(options);
-        QSignalSpy picked(&picker, &MenuPicker::picked);
-        picker.show();
-        QTest::keyClick(&picker, Qt::Key_Space);
-        auto *menu = only<QMenu>(picker);
-        picker.setOptions(options);
-        picker.setCurrent(1);
-        QVERIFY(menu->isVisible() && menu->actions().at(1)->isChecked());
-        menu->setActiveAction(menu->actions().at(2));
-        QTest::keyClick(menu, Qt::Key_Return);
-        QCOMPARE(picked, (Emitted{{2}}));
-        QCOMPARE(picker.accessibleText(), u"100 ms"_s);
     }
 
     void theRingFollowsItsControl() {

@@ -59,8 +59,24 @@ std::vector<Picture> tabPictures() {
         pictures.push_back(window(u"kvm/"_s + name, kvmTab, world, 1100));
         pictures.push_back(window(u"devices/"_s + name, devicesTab, world, 520));
     }
-    for (const auto &[name, service] : sharingStates())
+    const auto addSharing = [&](const QString &name, auto change) {
+        ServiceState service = usualState();
+        change(service);
         pictures.push_back(window(u"kvm/"_s + name, kvmTab, std::make_shared<SettingsWorld>(service), 1100));
+    };
+    const auto refuse = [](ServiceState &service) { service.status->accessibility_granted = false; };
+    addSharing(u"off"_s, [](auto &service) { service.settings->kvm_enabled = false; });
+    addSharing(u"not-granted"_s, refuse);
+    addSharing(u"needs-restart"_s, [=](auto &service) {
+        refuse(service);
+        service.status->accessibility_needs_restart = true;
+    });
+    addSharing(u"no-master"_s, [](auto &service) { service.settings->kvm_master_id.reset(); });
+    addSharing(u"controlled"_s, [](auto &service) { service.settings->kvm_master_id = officeId; });
+    addSharing(u"master-off"_s, [](auto &service) {
+        service.settings->kvm_master_id = livingRoomId;
+        service.devices[2].name = u"A computer whose name is longer than any line could ever show"_s;
+    });
     const auto tellOfRestart = [](QWidget &view, const TimeFormats &) {
         only<KvmTab>(view)->render(kvmModel(usualState(), true, true));
     };
