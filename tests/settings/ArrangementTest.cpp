@@ -170,7 +170,6 @@ private Q_SLOTS:
     }
 
     void writesWhatCanBeRead() {
-        const double huge = layoutLimit;
         Trial trial;
         trial.publish({{u"self"_s, {10, 20, -10, -20}}, {u"a"_s, at(std::nan(""))}, {u"gone"_s, at(7, 7)}});
         trial.drop(u"self"_s, 0);
@@ -179,12 +178,10 @@ private Q_SLOTS:
                                                       {u"a"_s, {1778, 1030, 1778, 1000}},
                                                       {u"b"_s, {1778, 2060, 1778, 1000}},
                                                       {u"gone"_s, at(7, 7)}}));
-        for (const double distance : {std::nan(""), std::numeric_limits<double>::infinity()}) {
-            trial.drop(u"a"_s, distance, -distance);
-            QCOMPARE(trial.asked.back().layout, trial.asked[0].layout);
-        }
-        trial.drop(u"a"_s, 2 * huge);
-        QCOMPARE(trial.asked.back().layout.at(u"a"_s).x, huge);
+        trial.drop(u"a"_s, std::nan(""), -std::numeric_limits<double>::infinity());
+        QCOMPARE(trial.asked[1].layout, trial.asked[0].layout);
+        trial.drop(u"a"_s, 2 * layoutLimit);
+        QCOMPARE(trial.asked[2].layout.at(u"a"_s).x, layoutLimit);
     }
 };
 

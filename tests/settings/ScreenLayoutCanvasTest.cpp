@@ -31,7 +31,6 @@ private Q_SLOTS:
             CanvasWindow window;
             const QRectF start = window.place(card);
             const QPointF from = window.middle(card) + QPointF(0.5, 0.25);
-            const QPointF distance = way.value(way.size() - 1) / window.scale();
             window.press(from, button);
             for (const QPointF &by : way)
                 window.move(from + by, button);
@@ -39,13 +38,7 @@ private Q_SLOTS:
             QVERIFY(window.arranged.empty());
             window.release(from + way.value(way.size() - 1), button);
             QCOMPARE(window.picked, picks);
-            QCOMPARE(window.arranged.size(), std::size_t{drops ? 1U : 0U});
-            if (!drops)
-                continue;
-            const ScreenPlacement before = rectFor(usualDesk(), card);
-            const ScreenPlacement after = window.arranged[0].at(card);
-            const ScreenPlacement origin = window.arranged[0].at(u"mac"_s);
-            QCOMPARE(QPointF(after.x - origin.x, after.y - origin.y), QPointF(before.x, before.y) + distance);
+            QCOMPARE(window.arranged.size(), std::size_t{drops});
         }
     }
 
