@@ -18,7 +18,7 @@ inline ServiceState otherState() {
     Status &status = *other.status;
     status.paused = status.accessibility_needs_restart.emplace(true);
     status.accessibility_granted = false;
-    status.peers = {{livingRoomId, u"Living room"_s}};
+    status.peers = {{u"5c01"_s, u"Living room"_s}};
     status.file_xfer = FileXfer{u"a.bin"_s, 1, 50, 100, true};
     DaemonSettings &settings = *other.settings;
     settings.sync_text = settings.sync_image = settings.kvm_enabled = false;
@@ -27,7 +27,7 @@ inline ServiceState otherState() {
     settings.kvm_layout = ScreenLayout{{officeId, {-1500, 70, 1440, 900}}};
     settings.kvm_master_id = officeId;
     other.devices.front().online = false;
-    other.devices.resize(2);
+    other.devices.resize(1);
     other.history = longHistory(24);
     return other;
 }

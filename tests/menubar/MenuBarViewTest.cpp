@@ -98,7 +98,7 @@ private Q_SLOTS:
 
     void previewsHaveRoomBesideAnySource() {
         useAppearance({}, 16);
-        render(stateCalled("full"_L1));
+        render(crowdedState());
         settle();
         for (const HistoryRow *row : seen<HistoryRow>(*panel_))
             QVERIFY(row->findChild<TextLabel *>()->width() >= 120);
@@ -111,7 +111,7 @@ private:
         panel_->render(menuBarModel(service, update));
     }
 
-    const ServiceState transfer_ = stateCalled("transfer"_L1);
+    const ServiceState transfer_ = scenario("transfer");
     std::unique_ptr<MenuBarView> panel_;
 };
 

@@ -3,9 +3,8 @@
 #include "daemon/ServiceState.h"
 #include "support/FakeService.h"
 
-#include <QLatin1String>
-
-/// What the service tells in the situations that views are tested, drawn and measured in.
+/// What the service tells in the situations that views are tested, drawn and measured in: the scenarios of
+/// the simulated service.
 namespace quorbit::test {
 
 using namespace Qt::StringLiterals;
@@ -13,20 +12,14 @@ using namespace Qt::StringLiterals;
 inline const QString ownId = u"10b4e2f09a77c1d3"_s;
 inline const QString laptopId = u"10b91c33"_s;
 inline const QString officeId = u"77aa01fe"_s;
-inline const QString livingRoomId = u"5c01b8aa"_s;
 
-/// This computer, two that are connected, one that was seen 90 seconds before a FakeClock begins, and three
-/// entries of history.
-ServiceState usualState();
-
-struct NamedState {
-    QLatin1String name;
-    ServiceState service;
-};
-
-/// From nothing to more of everything than there is room for.
-std::vector<NamedState> serviceStates();
-ServiceState stateCalled(QLatin1String name);
+ServiceState scenario(const char *name);
+/// This computer and the two that are connected, and three entries of history.
+inline ServiceState usualState() {
+    return scenario("still");
+}
+/// More of everything than there is room for.
+ServiceState crowdedState();
 
 /// `count` entries with the identifiers 1 to `count`; one in a hundred previews holds "needle".
 std::vector<HistoryEntry> longHistory(int count);

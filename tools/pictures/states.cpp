@@ -22,9 +22,19 @@ UpdateState updateWith(const QString &notes, DownloadState state = DownloadState
     return {update, check::Available{update}, QDateTime(QDate(2026, 11, 22), QTime(9, 41)), state};
 }
 
+/// Those that every view tells of, by their names.
+std::vector<std::pair<QString, ServiceState>> states() {
+    std::vector<std::pair<QString, ServiceState>> all{
+        {u"starting"_s, {}}, {u"disconnected"_s, {.connectionState = ConnectionState::disconnected}}};
+    for (const char *name : {"empty", "waiting", "still", "paused", "transfer", "sparse", "chinese"})
+        all.emplace_back(QLatin1String(name), scenario(name));
+    all.emplace_back(u"crowded"_s, crowdedState());
+    return all;
+}
+
 std::vector<Picture> panelPictures() {
     std::vector<Picture> pictures;
-    for (const auto &[name, service] : serviceStates()) {
+    for (const auto &[name, service] : states()) {
         const bool isBusy = service.status && service.status->file_xfer;
         const auto make = [service = service, isBusy](const TimeFormats &) {
             auto panel = std::make_unique<MenuBarView>();
@@ -51,32 +61,19 @@ Picture window(const QString &name, Tab tab, const std::shared_ptr<SettingsWorld
 /// The tabs that tell of the service.
 std::vector<Picture> tabPictures() {
     std::vector<Picture> pictures;
-    for (const auto &[name, service] : serviceStates()) {
+    for (const auto &[name, service] : states()) {
         const auto world = std::make_shared<SettingsWorld>(service);
-        const bool isFull = name == "full"_L1; // where there is more to see
-        pictures.push_back(window(u"overview/"_s + name, overviewTab, world, isFull ? 780 : 520));
-        pictures.push_back(window(u"sync/"_s + name, syncTab, world, isFull ? 780 : 520));
+        const bool isCrowded = name == u"crowded"_s; // where there is more to see
+        pictures.push_back(window(u"overview/"_s + name, overviewTab, world, isCrowded ? 780 : 520));
+        pictures.push_back(window(u"sync/"_s + name, syncTab, world, isCrowded ? 780 : 520));
         pictures.push_back(window(u"kvm/"_s + name, kvmTab, world, 1100));
         pictures.push_back(window(u"devices/"_s + name, devicesTab, world, 520));
     }
-    const auto addSharing = [&](const QString &name, auto change) {
-        ServiceState service = usualState();
-        change(service);
-        pictures.push_back(window(u"kvm/"_s + name, kvmTab, std::make_shared<SettingsWorld>(service), 1100));
-    };
-    const auto refuse = [](ServiceState &service) { service.status->accessibility_granted = false; };
-    addSharing(u"off"_s, [](auto &service) { service.settings->kvm_enabled = false; });
-    addSharing(u"not-granted"_s, refuse);
-    addSharing(u"needs-restart"_s, [=](auto &service) {
-        refuse(service);
-        service.status->accessibility_needs_restart = true;
-    });
-    addSharing(u"no-master"_s, [](auto &service) { service.settings->kvm_master_id.reset(); });
-    addSharing(u"controlled"_s, [](auto &service) { service.settings->kvm_master_id = officeId; });
-    addSharing(u"master-off"_s, [](auto &service) {
-        service.settings->kvm_master_id = livingRoomId;
-        service.devices[2].name = u"A computer whose name is longer than any line could ever show"_s;
-    });
+    for (const char *name :
+         {"sharing-off", "no-permission", "needs-restart", "no-master", "peer-master", "offline-master"}) {
+        const auto world = std::make_shared<SettingsWorld>(scenario(name));
+        pictures.push_back(window(u"kvm/"_s + QLatin1String(name), kvmTab, world, 1100));
+    }
     const auto tellOfRestart = [](QWidget &view, const TimeFormats &) {
         only<KvmTab>(view)->render(kvmModel(usualState(), true, true));
     };
