@@ -73,19 +73,18 @@ private Q_SLOTS:
         for (const auto &[name, service, expected] : rows) {
             const Row row(name);
             QCOMPARE(rowsOf(service), expected);
-            QCOMPARE(modelOf(service).rows[0].color == TextColor::red, expected == QStringList(unreachable));
+            QCOMPARE(modelOf(service).rows[0].color == TextColor::red, expected[0] == unreachable);
         }
     }
 
     void aCrowdIsCutAfterAHundred() {
-        const std::vector<PeerStatus> crowd(10'000, {u"10b"_s, u"Travel"_s});
-        ServiceState service = serviceWith(ConnectionState::connected, crowd);
+        ServiceState service =
+            serviceWith(ConnectionState::connected, std::vector<PeerStatus>(10'000, {u"10b"_s, u"Travel"_s}));
         service.status->last_activity = u"Received"_s;
         const QStringList rows = rowsOf(service);
-        QCOMPARE(rows.size(), 102);
-        QCOMPARE(rows[99], u"laptopcomputer Travel"_s);
+        QCOMPARE(rows.lastIndexOf(u"laptopcomputer Travel"_s), 99);
         QVERIFY(rows[100].startsWith(u"pc common.more"_s));
-        QCOMPARE(rows[101], u"clock Received"_s);
+        QCOMPARE(rows.mid(101), QStringList(u"clock Received"_s));
     }
 
     void transferShowsItsProgress() {
@@ -93,11 +92,11 @@ private Q_SLOTS:
         constexpr qint64 least = std::numeric_limits<qint64>::min();
         const std::pair<FileXfer, QString> rows[]{
             {{u"a"_s, 3, 1999, 2000, false}, u"arrow.down.circle a · 99%"_s},
-            {{u"unknown total"_s, {}, 300, 0, true}, u"arrow.up.circle unknown total · 0%"_s},
+            {{u"b"_s, {}, 300, 0, true}, u"arrow.up.circle b · 0%"_s},
             {{{}, {}, least, least, true}, u"arrow.up.circle  · 0%"_s},
             {{u"a"_s, {}, most, 1, true}, u"arrow.up.circle a · 9223372036854775807%"_s}};
         for (const auto &[transfer, text] : rows) {
-            ServiceState service = serviceWith(ConnectionState::connected, {{u"1"_s, u"a"_s}});
+            ServiceState service = serviceWith(ConnectionState::connected);
             service.status->file_xfer = transfer;
             QCOMPARE(rowsOf(service).last(), text);
         }

@@ -76,19 +76,14 @@ inline QStringList textsOf(const QWidget &root) {
     return texts;
 }
 
-/// The first that is seen with this accessible name, or none.
-template <class Widget>
-Widget *find(const QWidget &root, const QString &name) {
-    const QList<Widget *> widgets = seen<Widget>(root);
-    const auto found = std::ranges::find(widgets, name, [](Widget *widget) { return nameOf(widget); });
-    return found == widgets.end() ? nullptr : *found;
-}
-
-/// Fails the test function without such a widget, and says which there are.
+/// The first that is seen with this accessible name. Without one the test function fails and says which there
+/// are.
 template <class Widget>
 Widget *named(const QWidget &root, const QString &name) {
-    if (auto *found = find<Widget>(root, name))
-        return found;
+    for (Widget *widget : seen<Widget>(root)) {
+        if (nameOf(widget) == name)
+            return widget;
+    }
     throw std::runtime_error(qPrintable(QLatin1String(Widget::staticMetaObject.className()) + u" \""_s +
                                         name + u"\" is lost; there are: "_s +
                                         namesOf<Widget>(root).join(" | "_L1)));

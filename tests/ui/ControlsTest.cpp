@@ -12,6 +12,7 @@
 #include "ui/overlay/Sheet.h"
 #include "ui/text/TextField.h"
 
+#include <QKeyEvent>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -50,7 +51,11 @@ private Q_SLOTS:
         flip.resize(flip.sizeHint());
         flip.show();
         const QImage off = pictureOf(flip);
-        flip.click();
+        QSignalSpy flipped(&flip, &Switch::flipped);
+        QTest::keyClick(&flip, Qt::Key_Return);
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+        QCoreApplication::sendEvent(&flip, &held);
+        QCOMPARE(flipped, (Emitted{{true}}));
         QVERIFY(!flip.isOn());
         flip.setOn(true);
         QCOMPARE(pictureOf(flip), off); // it is on its way

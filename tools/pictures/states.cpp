@@ -66,19 +66,19 @@ std::vector<Picture> tabPictures() {
         const bool isCrowded = name == u"crowded"_s; // where there is more to see
         pictures.push_back(window(u"overview/"_s + name, overviewTab, world, isCrowded ? 780 : 520));
         pictures.push_back(window(u"sync/"_s + name, syncTab, world, isCrowded ? 780 : 520));
-        pictures.push_back(window(u"kvm/"_s + name, kvmTab, world, 1100));
+        pictures.push_back(window(u"kvm/"_s + name, kvmTab, world, 1130));
         pictures.push_back(window(u"devices/"_s + name, devicesTab, world, 520));
     }
     for (const char *name :
          {"sharing-off", "no-permission", "needs-restart", "no-master", "peer-master", "offline-master"}) {
         const auto world = std::make_shared<SettingsWorld>(scenario(name));
-        pictures.push_back(window(u"kvm/"_s + QLatin1String(name), kvmTab, world, 1100));
+        pictures.push_back(window(u"kvm/"_s + QLatin1String(name), kvmTab, world, 1130));
     }
     const auto tellOfRestart = [](QWidget &view, const TimeFormats &) {
         only<KvmTab>(view)->render(kvmModel(usualState(), true, true));
     };
     pictures.push_back(
-        window(u"kvm/restart-hint"_s, kvmTab, std::make_shared<SettingsWorld>(), 1100, tellOfRestart));
+        window(u"kvm/restart-hint"_s, kvmTab, std::make_shared<SettingsWorld>(), 1130, tellOfRestart));
     return pictures;
 }
 
