@@ -2,23 +2,17 @@
 
 #include "app/windows/PanelWindow.h"
 #include "app/windows/SettingsWindow.h"
-#include "daemon/Fixture.h"
 #include "menubar/MenuBarView.h"
-#include "settings/SettingsView.h"
+#include "settings/SettingsWorld.h"
 #include "settings/devices/DeviceRow.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/Switch.h"
 #include "ui/overlay/Alert.h"
 #include "ui/overlay/Sheet.h"
-#include "update/UpdateChecker.h"
-#include "wording/TimeFormats.h"
 
 #include <QTimer>
 
 namespace quorbit::test {
-
-inline constexpr int tabCount = 5;
-inline constexpr int devicesTab = 3;
 
 /// Makes whatever does not happen a failure: a user who meets nothing tests nothing.
 template <class Thing>
@@ -31,23 +25,15 @@ Thing &need(Thing *thing, const char *name) {
 /// The panel and the settings window tied to a Daemon, and a user who uses them.
 class Desk : public QObject {
 public:
-    explicit Desk(Fixture &world)
+    explicit Desk(SettingsWorld &world)
         : world_(world)
-        , updater_(world.platform, clock_, QUrl(QStringLiteral("https://updates.invalid/version.json")),
-                   {QStringLiteral("en")})
         , view_(new MenuBarView)
         , panel_(view_, [] { return true; })
-        , settings_([this] {
-            AboutServices about;
-            about.storedLanguage = [] { return QString(); };
-            KvmServices kvm;
-            kvm.isAccessibilityTrusted = [] { return true; };
-            return new SettingsView({*world_.daemon, updater_, clock_, formats_, about, {}, kvm});
-        }) {
+        , settings_([this] { return new SettingsView(world_.services(formats_)); }) {
         Daemon *daemon = world_.daemon.get();
         rendering_.setSingleShot(true);
         connect(&rendering_, &QTimer::timeout, this,
-                [this, daemon] { view_->render(menuBarModel(daemon->state(), updater_.state())); });
+                [this, daemon] { view_->render(menuBarModel(daemon->state(), world_.updater.state())); });
         connect(daemon, &Daemon::changed, &rendering_, [this] { rendering_.start(0); });
         openSettings();
         panel_.showAsWindow();
@@ -96,7 +82,7 @@ public:
     }
 
     /// Lets the time of the views pass.
-    void advance(FakeClock::Delay span) { clock_.advance(span); }
+    void advance(FakeClock::Delay span) { world_.viewClock.advance(span); }
 
 private:
     void openSettings() {
@@ -120,11 +106,8 @@ private:
         need(settings_.findChild<What *>(), What::staticMetaObject.className()).dismiss();
     }
 
-    Fixture &world_;
-    /// Apart from the Daemon's, whose only alarm tells that a poll is over.
-    FakeClock clock_;
+    SettingsWorld &world_;
     TimeFormats formats_{QLocale(QStringLiteral("en"))};
-    UpdateChecker updater_;
     QTimer rendering_;
     MenuBarView *view_;
     PanelWindow panel_;

@@ -81,7 +81,7 @@ void settle() {
     }
 }
 
-void poll(Fixture &world, Desk &desk, int number) {
+void poll(SettingsWorld &world, Desk &desk, int number) {
     const auto isAsleep = [&] { return !world.alarms().empty(); };
     const Trouble kind = changeService(world.service, number);
     for (QWidget *window : QApplication::topLevelWidgets())
@@ -127,15 +127,13 @@ int main(int argc, char **argv) {
     QTimer heartbeat;
     heartbeat.start(1s);
 
-    Fixture world;
-    for (const char *command : {"POST /api/pause", "POST /api/history/apply/3", "DELETE /api/history",
-                                "DELETE /api/devices/device-0"})
+    SettingsWorld world;
+    for (const QByteArray &command :
+         {QByteArray("POST /api/pause"), QByteArray("POST /api/history/apply/3"),
+          QByteArray("DELETE /api/history"), "DELETE /api/devices/" + officeId.toUtf8()})
         world.service.answer(command, {"{}"});
     world.service.answer("PUT /api/settings", {R"({"ok":true,"need_restart":false})"});
     world.service.answer("POST /api/pair/show", {R"({"pin":"482913"})"});
-    changeService(world.service, 0);
-    if (!world.startAndPoll())
-        qFatal("the service is not found");
     Desk desk(world);
 
     Usage before{};

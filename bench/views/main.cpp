@@ -1,14 +1,12 @@
 #include "Timing.h"
-#include "daemon/Fixture.h"
 #include "settings/CanvasWindow.h"
-#include "settings/TabStates.h"
+#include "settings/SettingsWorld.h"
 #include "settings/sync/HistoryList.h"
 #include "settings/sync/SyncTab.h"
 #include "support/TestWorld.h"
 
 #include <QLineEdit>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -29,24 +27,16 @@ constexpr int frameCount = 200;
 /// The first key of a search, which is the slowest: it sees the history for the first time and hides most of
 /// it.
 void pressKeys() {
-    Fixture world;
-    const std::vector<TabState> states = tabStates();
-    const TabState &state =
-        *std::ranges::find(states, "usual"_L1, [](const TabState &candidate) { return candidate.name; });
-    world.service.answer("GET /api/status", {state.status});
-    world.service.answer("GET /api/settings", {state.settings});
-    world.service.answer("GET /api/history", {longHistory(entryCount)});
-    if (!world.startAndPoll() || world.state().history.size() != entryCount)
+    ServiceState state = usualState();
+    state.history = longHistory(entryCount);
+    SettingsWorld world(state);
+    if (world.state().history.size() != entryCount)
         qFatal("the history does not come");
     for (int round = 0; round < keyRounds; ++round) {
         SyncTab tab(*world.daemon);
         tab.showState();
         tab.resize(580, 520);
-        tab.show();
-        tab.activateWindow();
-        if (!QTest::qWaitForWindowActive(&tab))
-            qFatal("the window does not open");
-        QTest::qWait(settleTime);
+        openWindow(tab);
         auto *list = tab.findChild<HistoryList *>();
         auto *search = tab.findChild<QLineEdit *>();
         search->setFocus();
@@ -72,8 +62,17 @@ public:
     int count = 0;
 };
 
+ScreenDesk crowd() {
+    ScreenDesk desk{{}, u"0"_s, {}};
+    for (int i = 0; i < cardCount; ++i) {
+        desk.devices.push_back({QString::number(i), u"Computer %1"_s.arg(i), u"linux"_s, i % 2 == 0});
+        desk.layout[QString::number(i)] = {i % 20 * 1800.0, std::floor(i / 20.0) * 1030, 1778, 1000};
+    }
+    return desk;
+}
+
 void drag() {
-    Window window(crowd(cardCount), u"0"_s);
+    CanvasWindow window(crowd());
     const QPoint from = window.middle(u"110"_s);
     window.press(from);
     const PaintCount painted(window.area);

@@ -1,8 +1,8 @@
 #include "settings/pairing/PairSheet.h"
-
-#include <QTest>
+#include "support/Row.h"
 
 using namespace quorbit::pairsheet;
+using namespace quorbit::test;
 using namespace Qt::StringLiterals;
 
 class PairSheetTest : public QObject {
@@ -22,23 +22,24 @@ private Q_SLOTS:
         const Effect request = effect::RequestPin{};
         const Effect paired = effect::Dismiss{std::chrono::milliseconds(1300)};
         const Effect connectNow = effect::Connect{u"mac.local"_s, u"482 913"_s};
-        const struct {
-            std::size_t devices;
-            std::vector<Event> events;
-            std::vector<Effect> effects;
-        } rows[]{{2, {generate, generate, pin, devices(2), devices(1), devices(2), generate}, {request}},
-                 {2, {generate, pin, devices(3), devices(4)}, {request, paired}},
-                 // What changed before the request is not the new device's doing.
-                 {1, {generate, noPin, devices(5), generate, pin, devices(4)}, {request, request}},
-                 {0, {generate, devices(1), pin, devices(1)}, {request}},
-                 {0, {generate, pin, connectMode, devices(1), showMode, devices(1)}, {request}},
-                 {0, {generate, pin, connectMode, devices(1), showMode, devices(2)}, {request, paired}},
-                 {0, {host(u" \tmac.local "_s), typed(u"\u3000482 913\t"_s), connect, connect}, {connectNow}},
-                 {0, {host(u" \t "_s), typed(u"1"_s), connect}, {}},
-                 {0, {host(u"mac.local"_s), connect}, {}}};
-        for (const auto &[count, events, expected] : rows) {
+        const std::tuple<const char *, std::size_t, std::vector<Event>, std::vector<Effect>> rows[]{
+            {"again", 2, {generate, generate, pin, devices(2), devices(1), devices(2), generate}, {request}},
+            {"paired", 2, {generate, pin, devices(3), devices(4)}, {request, paired}},
+            // What changed before the request is not the new device's doing.
+            {"no PIN", 1, {generate, noPin, devices(5), generate, pin, devices(4)}, {request, request}},
+            {"before the PIN", 0, {generate, devices(1), pin, devices(1)}, {request}},
+            {"meanwhile", 0, {generate, pin, connectMode, devices(1), showMode, devices(1)}, {request}},
+            {"later", 0, {generate, pin, connectMode, devices(1), showMode, devices(2)}, {request, paired}},
+            {"twice",
+             0,
+             {host(u" mac.local "_s), typed(u"\u3000482 913\t"_s), connect, connect},
+             {connectNow}},
+            {"no host", 0, {host(u" \t "_s), typed(u"1"_s), connect}, {}},
+            {"no PIN typed", 0, {host(u"mac.local"_s), connect}, {}}};
+        for (const auto &[name, count, events, expected] : rows) {
+            const Row row(name);
             SheetState state{.deviceCount = count};
-            QVERIFY(effectsOf(events, state) == expected);
+            QCOMPARE(effectsOf(events, state), expected);
         }
     }
 
@@ -51,7 +52,7 @@ private Q_SLOTS:
         QCOMPARE(state.host, u" mac"_s);
         effectsOf({event::ConnectPressed{}}, state);
         QVERIFY(!state.hasFailed);
-        QVERIFY(effectsOf({event::ConnectAnswered{true}}, state) == std::vector<Effect>{effect::Dismiss{}});
+        QCOMPARE(effectsOf({event::ConnectAnswered{true}}, state), std::vector<Effect>{effect::Dismiss{}});
     }
 
 private:

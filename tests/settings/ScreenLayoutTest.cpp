@@ -1,38 +1,25 @@
 #include "settings/canvas/ScreenLayout.h"
+#include "settings/Placements.h"
 #include "settings/canvas/CanvasModel.h"
 #include "settings/canvas/ScreenRelations.h"
+#include "support/Row.h"
 
-#include <QTest>
-
-#include <cmath>
 #include <limits>
 
 using namespace quorbit;
+using namespace quorbit::test;
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-const QSizeF canvas(500, 320);
-
-std::vector<DeviceCard> cards(const QStringList &ids) {
-    std::vector<DeviceCard> all;
-    for (const QString &id : ids)
-        all.push_back({id, id.toUpper(), std::nullopt, true});
-    return all;
-}
 
 ScreenDesk desk(const QStringList &ids, const ScreenLayout &layout = {}) {
-    return {layout, u"self"_s, cards(ids)};
-}
-
-bool isClose(double a, double b) {
-    return std::abs(a - b) <= 1e-6 * std::max(1.0, std::abs(b));
-}
-
-bool isClose(const ScreenPlacement &a, const ScreenPlacement &b) {
-    return isClose(a.x, b.x) && isClose(a.y, b.y) && isClose(a.w, b.w) && isClose(a.h, b.h);
+    ScreenDesk desk{layout, u"self"_s, {}};
+    for (const QString &id : ids)
+        desk.devices.push_back({id, id.toUpper(), std::nullopt, true});
+    return desk;
 }
 
 } // namespace
@@ -47,29 +34,35 @@ private Q_SLOTS:
             return desk({u"self"_s, u"a"_s}, {{u"a"_s, {x, y, w, h}}});
         };
         const ScreenPlacement fallback{1778, 1030, 1778, 1000};
-        const std::tuple<ScreenDesk, QString, ScreenPlacement> rows[]{
-            {three, u"self"_s, {0, 0, 1778, 1000}},         {three, u"b"_s, {1778, 2060, 1778, 1000}},
-            {three, u"x"_s, {1778, 0, 1778, 1000}},         {{}, u"x"_s, {1778, 0, 1778, 1000}},
-            {stored(-5, 6, -7, 0), u"a"_s, {-5, 6, -7, 0}}, {stored(notANumber, 0, 1, 1), u"a"_s, fallback},
-            {stored(0, 0, infinity, 1), u"a"_s, fallback},  {stored(0, -1e300, 1, 1), u"a"_s, fallback}};
-        for (const auto &[where, id, expected] : rows)
-            QVERIFY(rectFor(where, id) == expected);
+        const std::tuple<const char *, ScreenDesk, QString, ScreenPlacement> rows[]{
+            {"own", three, u"self"_s, {0, 0, 1778, 1000}},
+            {"column", three, u"b"_s, {1778, 2060, 1778, 1000}},
+            {"no card", three, u"x"_s, {1778, 0, 1778, 1000}},
+            {"nothing", {}, u"x"_s, {1778, 0, 1778, 1000}},
+            {"negative", stored(-5, 6, -7, 0), u"a"_s, {-5, 6, -7, 0}},
+            {"no number", stored(notANumber, 0, 1, 1), u"a"_s, fallback},
+            {"infinite", stored(0, 0, infinity, 1), u"a"_s, fallback},
+            {"beyond the limit", stored(0, -1e300, 1, 1), u"a"_s, fallback}};
+        for (const auto &[name, where, id, expected] : rows) {
+            const Row row(name);
+            QCOMPARE(rectFor(where, id), expected);
+        }
     }
 
     void unions() {
-        const ScreenPlacement fallback{-172.24, -130, 2122.48, 1260};
-        const auto grown = [](double x, double y, double w, double h) {
-            return ScreenPlacement{x - 0.08 * w - 30, y - 0.1 * h - 30, 1.16 * w + 60, 1.2 * h + 60};
-        };
-        const std::pair<ScreenDesk, ScreenPlacement> rows[]{
-            {desk({u"self"_s, u"a"_s, u"b"_s}), grown(0, 0, 3556, 3060)},
-            {desk({u"a"_s}, {{u"a"_s, {100, 50, -100, -50}}}), grown(0, 0, 100, 50)},
-            {desk({u"a"_s}, {{u"a"_s, {9, 9, 0, 50}}}), fallback},
-            // A point far away counts, and one without a card does not.
-            {desk({u"self"_s, u"a"_s}, {{u"a"_s, {-1000, -500, 0, 0}}}), grown(-1000, -500, 2778, 1500)},
-            {desk({u"self"_s}, {{u"gone"_s, {-9000, 0, 5, 5}}}), grown(0, 0, 1778, 1000)}};
-        for (const auto &[where, expected] : rows)
-            QVERIFY(isClose(unionRect(where), expected));
+        const std::tuple<const char *, ScreenDesk, QRectF> rows[]{
+            {"column", desk({u"self"_s, u"a"_s, u"b"_s}), {-314.48, -336, 4184.96, 3732}},
+            {"negative", desk({u"a"_s}, {{u"a"_s, {100, 50, -100, -50}}}), {-38, -35, 176, 120}},
+            {"without a width", desk({u"a"_s}, {{u"a"_s, {9, 9, 0, 50}}}), {-172.24, -130, 2122.48, 1260}},
+            {"no card", desk({u"self"_s}, {{u"b"_s, {-9e3, 0, 5, 5}}}), {-172.24, -130, 2122.48, 1260}},
+            {"a point",
+             desk({u"self"_s, u"a"_s}, {{u"a"_s, {-1e3, -500, 0, 0}}}),
+             {-1252.24, -680, 3282.48, 1860}}};
+        for (const auto &[name, where, expected] : rows) {
+            const Row row(name);
+            const ScreenPlacement whole = unionRect(where);
+            QCOMPARE(QRectF(whole.x, whole.y, whole.w, whole.h), expected); // up to rounding
+        }
     }
 
     void fitsAndCentres() {
@@ -89,37 +82,46 @@ private Q_SLOTS:
     void relates() {
         using Side = CardRelation::Side;
         // Beside this computer's screen, which is 1000 wide and high at the origin.
-        const std::pair<ScreenPlacement, Side> rows[]{
-            {{1000, 0, 800, 600}, Side::right},   {{-900, 300, 800, 600}, Side::left},
-            {{300, -700, 800, 600}, Side::above}, {{1010, 1200, 800, 600}, Side::below},
-            {{900, 100, 800, 600}, Side::right},  {{400, 100, 200, 200}, Side::above},
-            {{0, 0, 1000, 1000}, Side::samePlace}};
-        for (const auto &[a, side] : rows) {
-            const ScreenLayout layout{
-                {u"self"_s, {0, 0, 1000, 1000}}, {u"a"_s, a}, {u"far"_s, {9e4, 0, 1, 1}}};
-            const auto relations = cardRelations(desk({u"self"_s, u"far"_s, u"a"_s}, layout));
-            QVERIFY(relations[2] == (CardRelation{side, u"self"_s}));
+        const struct {
+            const char *name;
+            ScreenPlacement a;
+            Side side;
+            ScreenPlacement other = {9e4, 0, 1, 1};
+        } rows[]{{"right", {1000, 0, 800, 600}, Side::right},
+                 {"left", {-900, 300, 800, 600}, Side::left},
+                 {"above", {300, -700, 800, 600}, Side::above},
+                 {"below", {1010, 1200, 800, 600}, Side::below},
+                 {"overlapping", {900, 100, 800, 600}, Side::right},
+                 {"inside", {400, 100, 200, 200}, Side::above},
+                 {"same place", {0, 0, 1000, 1000}, Side::samePlace},
+                 {"faces another less", {1000, 0, 800, 600}, Side::right, {900, -700, 200, 700}}};
+        for (const auto &[name, a, side, other] : rows) {
+            const Row row(name);
+            const ScreenLayout layout{{u"self"_s, {0, 0, 1000, 1000}}, {u"a"_s, a}, {u"other"_s, other}};
+            const auto relation = cardRelations(desk({u"other"_s, u"self"_s, u"a"_s}, layout)).at(2);
+            QVERIFY(relation);
+            QCOMPARE(relation->neighbourID, u"self"_s);
+            QCOMPARE(relation->side, side);
         }
-        QVERIFY(cardRelations(desk({u"self"_s})) == std::vector{std::optional<CardRelation>()});
+        QVERIFY(!cardRelations(desk({u"self"_s})).at(0));
     }
 
     void describesCards() {
-        ScreenDesk two = desk({u"self"_s, u"a"_s, u"b"_s});
-        two.devices[0].platform = u"Darwin"_s;
-        two.devices[0].name = u"\u3164"_s; // there is nothing to see in it
-        two.devices[1].platform = u"WINDOWS"_s;
-        two.devices[2].online = false;
-        const auto shown = canvasCards(two, u"a"_s, fitInto(two, canvas));
-        QCOMPARE(shown[0].symbol, u"macbook"_s);
-        QCOMPARE(shown[0].title, u"common.unnamed (kvm.canvas.local)"_s);
-        QVERIFY(shown[0].isSelf && !shown[0].isMaster && shown[0].statusText.isEmpty());
-        QCOMPARE(shown[1].symbol, u"pc"_s);
-        QCOMPARE(shown[1].statusText, u"kvm.canvas.online"_s);
-        QVERIFY(shown[1].isMaster && shown[1].statusColor == TextColor::green);
-        QCOMPARE(shown[2].symbol, u"display"_s);
-
-        const CardMetrics low = cardMetrics(50);
-        QVERIFY(isClose({low.badge, low.symbol, low.name, low.status}, {7, 13, 6.5, 5.5}));
+        ScreenDesk three = desk({u"self"_s, u"a"_s, u"b"_s});
+        three.devices[0].platform = u"Darwin"_s;
+        three.devices[0].name = u"\u3164"_s; // there is nothing to see in it
+        three.devices[1].platform = u"WINDOWS"_s;
+        three.devices[2].online = false;
+        QStringList told;
+        for (const CanvasCard &card : canvasCards(three, u"a"_s, fitInto(three, {500, 320}))) {
+            told << card.symbol + u' ' + card.title + u' ' + card.statusText +
+                        (card.isMaster ? u"*"_s : u""_s);
+            QCOMPARE(card.statusColor, card.isOnline ? TextColor::green : TextColor::secondary);
+        }
+        QCOMPARE(told, (QStringList{u"macbook common.unnamed (kvm.canvas.local) "_s,
+                                    u"pc A kvm.canvas.online*"_s, u"display B kvm.canvas.offline"_s}));
+        QCOMPARE(cardMetrics(50).badge, 7.0);
+        QCOMPARE(cardMetrics(50).status, 5.5);
         QVERIFY(cardMetrics(200) == (CardMetrics{12, 22, 11, 9}));
     }
 };

@@ -3,13 +3,16 @@
 #include "settings/kvm/KvmModel.h"
 #include "settings/overview/OverviewModel.h"
 #include "settings/sync/SyncModel.h"
+#include "support/Row.h"
+#include "support/ServiceStates.h"
 #include "wording/TimeFormats.h"
 
-#include <QTest>
 #include <QTranslator>
 
 using namespace quorbit;
+using namespace quorbit::test;
 using namespace Qt::StringLiterals;
+using enum TextColor;
 
 namespace {
 
@@ -20,9 +23,10 @@ public:
 
     QString translate(const char * /*context*/, const char *key, const char * /*disambiguation*/,
                       int /*n*/) const override {
-        static const QStringList filled{u"update.available.title"_s, u"update.uptodate"_s,
-                                        u"devices.unpair.message"_s, u"kvm.status.controlled"_s,
-                                        u"kvm.status.master_off"_s,  u"kvm.master.peer_global"_s};
+        static const QStringList filled{u"update.available.title"_s,    u"update.uptodate"_s,
+                                        u"update.available.subtitle"_s, u"update.last_checked"_s,
+                                        u"devices.unpair.message"_s,    u"kvm.status.controlled"_s,
+                                        u"kvm.status.master_off"_s,     u"kvm.master.peer_global"_s};
         const QString text = QString::fromUtf8(key);
         return filled.contains(text) ? text + u"[%1]"_s : text;
     }
@@ -32,35 +36,16 @@ constexpr qint64 now = 1'795'340'460'000;
 
 ServiceState serviceCalled(const std::optional<QString> &name) {
     ServiceState service;
-    if (name) {
-        service.status = Status{};
-        service.status->device_name = *name;
-    }
+    if (name)
+        service.status.emplace().device_name = *name;
     return service;
 }
 
 ServiceState serviceWith(const QStringList &previews) {
     ServiceState service;
-    service.settings = DaemonSettings{};
+    service.settings.emplace();
     for (const QString &preview : previews)
         service.history.push_back({.id = static_cast<qint64>(service.history.size()), .preview = preview});
-    return service;
-}
-
-/// This computer, the connected peer "peer" and "office", which is paired and not connected.
-ServiceState ready() {
-    ServiceState service;
-    service.settings = DaemonSettings{};
-    service.settings->kvm_enabled = true;
-    service.settings->kvm_master_id = u"me"_s;
-    service.status = Status{};
-    service.status->device_id = u"me"_s;
-    service.status->device_name = u"Studio"_s;
-    service.status->accessibility_granted = true;
-    service.status->peers = {{u"peer"_s, u"Peer now"_s}, {u"unnamed"_s, u"\u200B "_s}};
-    service.devices = {{.device_id = u"peer"_s, .name = u"Peer once"_s, .platform = u"Linux"_s},
-                       {.device_id = u"office"_s, .name = u"Office"_s, .online = true},
-                       {.device_id = u"unnamed"_s, .name = u"\u3164"_s}};
     return service;
 }
 
@@ -78,10 +63,13 @@ Change granted(const std::optional<bool> &is, const std::optional<bool> &needsRe
     };
 }
 
-std::optional<KvmModel> modelAfter(const Change &change, bool isTrusted = false) {
-    ServiceState service = ready();
+/// Of the usual state, in which a computer has been renamed and another has no name to see.
+KvmModel modelAfter(const Change &change, bool isTrusted = false) {
+    ServiceState service = usualState();
+    service.status->peers = {{officeId, u"Office now"_s}, {u"unnamed"_s, u"\u200B "_s}};
+    service.devices.push_back({.device_id = u"unnamed"_s, .name = u"\u3164"_s});
     change(service);
-    return kvmModel(service, isTrusted, false);
+    return kvmModel(service, isTrusted, false).value();
 }
 
 } // namespace
@@ -93,17 +81,17 @@ private Q_SLOTS:
     void initTestCase() { QCoreApplication::installTranslator(&texts_); }
 
     void fillsTheNameField() {
-        using Names = std::vector<std::optional<QString>>;
-        const struct {
-            Names reported;               ///< none: no status
-            std::optional<QString> typed; ///< replaces the text once it was shown
-            QString text;
-        } rows[]{{{std::nullopt, u"A"_s}, {}, u"A"_s},
-                 {{std::nullopt, u"A"_s}, u"mine"_s, u"mine"_s},
-                 {{u"A"_s, u"B"_s}, {}, u"A"_s},
-                 {{u"A"_s, u"A"_s, u"B"_s}, u""_s, u"B"_s},
-                 {{u"A"_s, u"A"_s}, u""_s, u""_s}};
-        for (const auto &[reported, typed, text] : rows) {
+        // What the service reports poll after poll, no status at first; what replaces the text once it was
+        // shown.
+        using Reports = std::vector<std::optional<QString>>;
+        const std::tuple<const char *, Reports, std::optional<QString>, QString> rows[]{
+            {"comes later", {std::nullopt, u"A"_s}, {}, u"A"_s},
+            {"typed meanwhile", {std::nullopt, u"A"_s}, u"mine"_s, u"mine"_s},
+            {"changes", {u"A"_s, u"B"_s}, {}, u"A"_s},
+            {"changes when emptied", {u"A"_s, u"A"_s, u"B"_s}, u""_s, u"B"_s},
+            {"stays emptied", {u"A"_s, u"A"_s}, u""_s, u""_s}};
+        for (const auto &[name, reported, typed, text] : rows) {
+            const Row row(name);
             NameDraft draft = shownNameDraft(serviceCalled(reported.front()));
             draft.text = typed.value_or(draft.text);
             for (std::size_t poll = 1; poll < reported.size(); ++poll)
@@ -115,10 +103,9 @@ private Q_SLOTS:
     void savesOnlyAnotherName() {
         ServiceState service;
         QVERIFY(!committedName(service, u"New"_s));
-        service.settings = DaemonSettings{};
-        service.settings->device_name = u"Old"_s;
-        QVERIFY(!committedName(service, u"Old"_s) && !committedName(service, {}) &&
-                !committedName(service, u" \u3164"_s));
+        service.settings.emplace().device_name = u"Old"_s;
+        for (const QString &same : {u"Old"_s, QString(), u" \u3164"_s})
+            QVERIFY(!committedName(service, same));
         QCOMPARE(committedName(service, u" old "_s)->device_name, u" old "_s);
     }
 
@@ -130,213 +117,191 @@ private Q_SLOTS:
                                                         {u"ÄRGER Ж"_s, u"ärger ж"_s, true},
                                                         {u"\u00E9"_s, u"caf\u0065\u0301"_s, true}};
         for (const auto &[search, preview, isFound] : rows) {
+            const Row row(search.toUtf8());
             HistoryFilter filter;
-            const auto model = syncModel(serviceWith({preview}), search, filter);
-            QVERIFY2(model->history->rows.empty() != isFound, qPrintable(search));
+            QCOMPARE(!syncModel(serviceWith({preview}), search, filter)->history->rows.empty(), isFound);
         }
     }
 
     void searchFollowsTheHistory() {
         HistoryFilter filter;
-        const auto found = [&filter](const QStringList &previews) {
-            return filter.matches(serviceWith(previews).history, u"foo"_s);
+        const auto found = [&](const std::vector<HistoryEntry> &history) {
+            const auto indices = filter.matches(history, u"foo"_s);
+            return QList<std::size_t>(indices.begin(), indices.end());
         };
-        const auto indices = [](std::initializer_list<std::size_t> all) { return std::vector(all); };
-        QVERIFY(found({u"foo"_s, u"bar"_s}) == indices({0}));
-        QVERIFY(found({u"bar"_s, u"foo"_s, u"foo 2"_s}) == indices({1, 2}));
-        QVERIFY(found({u"foo"_s}) == indices({0}));
-        QVERIFY(found({}).empty());
-        std::vector<HistoryEntry> twins(2);
+        QCOMPARE(found(serviceWith({u"foo"_s, u"bar"_s}).history), QList<std::size_t>{0});
+        QCOMPARE(found(serviceWith({u"bar"_s, u"foo"_s, u"foo 2"_s}).history), (QList<std::size_t>{1, 2}));
+        QCOMPARE(found(serviceWith({u"foo"_s}).history), QList<std::size_t>{0});
+        std::vector<HistoryEntry> twins(2); // that claim to be the same entry
         twins[1].preview = u"foo"_s;
-        twins[0].source = u"foo"_s;
-        QVERIFY(filter.matches(twins, u"foo"_s) == indices({1}));
+        QCOMPARE(found(twins), QList<std::size_t>{1});
+        for (const int count : {5, 6})
+            QCOMPARE(syncModel(serviceWith(QStringList(count)), {}, filter)->history->hasSearchField,
+                     count == 6);
     }
 
     void describesDevices() {
-        const struct {
-            Device device;
-            QString badge;
-            TextColor color;
-            std::optional<qint64> holds = {}; ///< milliseconds
-        } rows[]{{{.online = true, .last_seen = 5}, u"devices.online"_s, TextColor::green},
-                 {{.online = false}, u"devices.offline"_s, TextColor::secondary},
-                 {{.last_seen = 0}, u"devices.offline"_s, TextColor::secondary},
-                 {{.last_seen = now - 50}, u"devices.lastseen now"_s, TextColor::secondary, 950}};
-        for (const auto &[device, badge, color, holds] : rows) {
+        const std::tuple<const char *, Device, QString, TextColor> rows[]{
+            {"online", {.online = true, .last_seen = 5}, u"devices.online"_s, green},
+            {"offline", {.online = false}, u"devices.offline"_s, secondary},
+            {"never seen", {.last_seen = 0}, u"devices.offline"_s, secondary},
+            {"seen", {.last_seen = now - 50}, u"devices.lastseen now"_s, secondary}};
+        for (const auto &[name, device, badge, color] : rows) {
+            const Row row(name);
             ServiceState service;
             service.devices = {device};
-            const auto row = devicesModel(service, {}, now, formats_).rows.front();
-            QCOMPARE(row.badge, badge);
-            QVERIFY(row.badgeColor == color);
-            const auto shown = devicesModelHoldsFor(service, now);
-            QCOMPARE(shown ? std::optional<qint64>(shown->count()) : std::nullopt, holds);
+            const auto shown = devicesModel(service, {}, now, formats_).rows.front();
+            QCOMPARE(shown.badge, badge);
+            QCOMPARE(shown.badgeColor, color);
+            QCOMPARE(devicesModelHoldsFor(service, now).has_value(), badge.startsWith(u"devices.lastseen"_s));
         }
         ServiceState two;
         two.devices = {
             {.platform = u"darwin"_s, .fingerprint = u"sha256:0123456789abcdef"_s, .last_seen = now - 5050},
-            {.platform = u"Darwin"_s, .last_seen = now - 50}};
-        const auto shown = devicesModel(two, {}, now, formats_).rows;
-        QCOMPARE(shown[0].fingerprint, u"devices.fp 0123456789ab…"_s);
-        QVERIFY(shown[0].symbol == u"laptopcomputer"_s && shown[1].symbol == u"pc"_s);
-        QVERIFY(devicesModelHoldsFor(two, now) == std::chrono::milliseconds(950)); // the sooner
-    }
-
-    /// Each by itself, so that writing from right to left moves nothing of the sentence around it.
-    void textsFromOutsideAreMadeFit() {
-        const QString rough = u"%1 א\n\u202Eb"_s;
-        const QString fit = u"\u2068%1 א b\u2069"_s;
-        ServiceState service = serviceCalled(rough);
-        service.status->device_id = service.status->last_activity.emplace(rough);
-        service.status->peers = {{rough, rough}, {u"p"_s, u"\u200B\n"_s}};
-        service.devices = {{.device_id = u"a"_s, .name = rough, .fingerprint = rough}, {.name = u"\u3164"_s}};
-        const OverviewModel overview = overviewModel(service, {});
-        const DevicesModel devices = devicesModel(service, service.devices[0], now, formats_);
-        const DevicesModel nameless = devicesModel(service, service.devices[1], now, formats_);
-        AvailableUpdate update;
-        update.version = update.releaseNotesText.emplace(rough);
-        const AboutModel about =
-            aboutModel({.available = update, .state = check::Available{update}}, {}, formats_);
-        const std::pair<QString, QString> rows[]{
-            {overview.identity->deviceId, fit},
-            {overview.peers[0].shownId, fit},
-            {overview.peers[0].label, fit},
-            {overview.peers[1].label, u"common.unnamed"_s},
-            {overview.lastActivity.value(), fit},
-            {devices.rows[0].name, fit},
-            {nameless.rows[1].name, u"common.unnamed"_s},
-            {nameless.confirmation->message, u"devices.unpair.message[common.unnamed]"_s},
-            {devices.rows[0].fingerprint, u"devices.fp "_s + fit + u'…'},
-            {devices.confirmation->message, u"devices.unpair.message["_s + fit + u']'},
-            {about.banner->title, u"update.available.title["_s + fit + u']'},
-            {about.checkStatus.text, u"update.available.title["_s + fit + u']'},
-            {about.banner->notes, u"\u2068%1 א\u2069\nb"_s}};
-        for (const auto &[shown, expected] : rows)
-            QCOMPARE(shown, expected);
+            {.name = u"\u3164"_s, .platform = u"Darwin"_s, .last_seen = now - 50}};
+        const auto shown = devicesModel(two, two.devices[1], now, formats_);
+        QCOMPARE(shown.rows[0].fingerprint, u"devices.fp 0123456789ab…"_s);
+        QCOMPARE(shown.rows[0].symbol, u"laptopcomputer"_s);
+        QCOMPARE(shown.rows[1].symbol, u"pc"_s);
+        QCOMPARE(shown.confirmation->message, u"devices.unpair.message[common.unnamed]"_s);
+        QCOMPARE(devicesModelHoldsFor(two, now)->count(), 950); // the sooner
     }
 
     void tellsOfTheCheck() {
         AvailableUpdate update;
         update.version = u"2"_s;
         const auto failed = [](FailureReason reason) { return CheckState(check::Failed{reason}); };
-        const std::pair<CheckState, QString> rows[]{{check::Idle{}, u"never_checked"_s},
-                                                    {check::Checking{}, u"checking"_s},
-                                                    {check::UpToDate{u"1"_s}, u"uptodate[1]"_s},
-                                                    {check::Available{update}, u"available.title[2]"_s},
-                                                    {failed(FailureReason::network), u"failed.network"_s},
-                                                    {failed(FailureReason::server), u"failed.server"_s},
-                                                    {failed(FailureReason::parse), u"failed.parse"_s},
-                                                    {failed(FailureReason::unknown), u"failed"_s}};
-        for (const auto &[state, text] : rows)
-            QCOMPARE(aboutModel({.state = state}, {}, formats_).checkStatus.text, u"update."_s + text);
-    }
-
-    void tellsTheStatus() {
-        const Change asIs = [](auto &) {};
-        const Change isOff = [](auto &service) { service.settings->kvm_enabled = false; };
-        const Change noStatus = [](auto &service) { service.status.reset(); };
-        const Change alone = [](auto &service) {
-            service.status->peers.clear();
-            service.settings->kvm_master_id.reset();
-        };
-        const struct {
-            Change change;
-            QString text;
-            TextColor dot = TextColor::orange;
-            bool isTrusted = false;
-        } rows[]{{asIs, u"ready"_s, TextColor::green},
-                 {isOff, {}},
-                 {granted(false), u"need_ax"_s, TextColor::orange, true},
-                 {granted({}), u"need_ax"_s},
-                 {granted({}), u"ready"_s, TextColor::green, true},
-                 {noStatus, u"need_ax"_s},
-                 {noStatus, u"waiting"_s, TextColor::orange, true},
-                 {alone, u"waiting"_s},
-                 {withMaster({}), u"no_master"_s},
-                 {withMaster(u"peer"_s), u"controlled[Peer now]"_s, TextColor::green},
-                 {withMaster(u"office"_s), u"master_off[Office]"_s},
-                 {withMaster(u"0123456789abcdef0123"_s), u"master_off[01234567]"_s},
-                 {withMaster(u"e\u0301x"_s), u"master_off[e\u0301x]"_s},
-                 {withMaster(u"unnamed"_s), u"controlled[unnamed]"_s, TextColor::green}};
-        for (const auto &[change, text, dot, isTrusted] : rows) {
-            const auto line = modelAfter(change, isTrusted)->statusLine;
-            QCOMPARE(line ? line->text : QString(), text.isEmpty() ? text : u"kvm.status."_s + text);
-            QVERIFY(!line || line->dot == dot);
+        const QString warning = u"exclamationmark.triangle.fill"_s;
+        const std::tuple<CheckState, QString, QString, TextColor> rows[]{
+            {check::Idle{}, u"never_checked"_s, {}, secondary},
+            {check::Checking{}, u"checking"_s, {}, secondary},
+            {check::UpToDate{u"1"_s}, u"uptodate[1]"_s, u"checkmark.circle.fill"_s, green},
+            {check::Available{update}, u"available.title[2]"_s, u"arrow.down.circle.fill"_s, accent},
+            {failed(FailureReason::network), u"failed.network"_s, warning, orange},
+            {failed(FailureReason::server), u"failed.server"_s, warning, orange},
+            {failed(FailureReason::parse), u"failed.parse"_s, warning, orange},
+            {failed(FailureReason::unknown), u"failed"_s, warning, orange}};
+        for (const auto &[state, text, symbol, color] : rows) {
+            const Row row(text.toUtf8());
+            const auto shown = aboutModel({.state = state}, {}, formats_).checkStatus;
+            QCOMPARE(shown.text, u"update."_s + text);
+            QCOMPARE(shown.symbol, symbol);
+            QCOMPARE(shown.symbolColor, color);
         }
     }
 
-    void namesTheMaster() {
-        const std::pair<QString, QStringList> rows[]{
-            {u"me"_s, {u"keyboard kvm.master.local_footer"_s}},
-            {u""_s, {u"exclamationmark.triangle.fill kvm.master.none"_s}},
-            {u"peer"_s,
-             {u"keyboard kvm.master.peer_global[Peer once]"_s, u"command kvm.master.linux_hotkey"_s}},
-            {u"office"_s, {u"keyboard kvm.master.peer_global[Office]"_s}},
-            {u"unnamed"_s, {u"keyboard kvm.master.peer_global[common.unnamed]"_s}},
-            {u"gone"_s, {u"keyboard kvm.master.peer_global[?]"_s}}};
-        for (const auto &[id, expected] : rows) {
+    void tellsOfAnUpdate() {
+        UpdateState update;
+        update.available.emplace().version = u"2"_s;
+        update.lastChecked = QDateTime(QDate(2026, 11, 22), QTime(9, 41));
+        const AboutInput input{.currentVersion = u"1"_s,
+                               .languages = {QString(), u"en"_s},
+                               .storedLanguage = u"fr"_s}; // which is no choice
+        const AboutModel model = aboutModel(update, input, formats_);
+        QCOMPARE(model.banner->title, u"update.available.title[2]"_s);
+        QCOMPARE(model.banner->subtitle, u"update.available.subtitle[1]"_s);
+        QCOMPARE(model.lastChecked, u"update.last_checked[22 Nov 2026, 09:41]"_s);
+        QCOMPARE(model.language, 0);
+
+        // What would start any other program than a browser is not opened.
+        const std::pair<const char *, bool> rows[]{
+            {"https://host/app.dmg", true},  {"http://host/app", true}, {"ssh://host/app.dmg", false},
+            {"file:///etc/hostname", false}, {"javascript:app", false}, {"https:///app", false}};
+        for (const auto &[address, opens] : rows) {
+            const Row row(address);
+            update.available->downloadURL = QUrl(QString::fromLatin1(address));
+            QCOMPARE(aboutModel(update, {}, formats_).banner->browserAddress.has_value(), opens);
+        }
+    }
+
+    void tellsOfSharing() {
+        const auto told = [](const KvmModel &model) {
             QStringList lines;
-            const auto model = modelAfter(withMaster(id));
-            for (const auto &line : model->masterFooter)
-                lines.append(line.symbol + u' ' + line.text);
-            QCOMPARE(lines, expected);
+            if (const auto &line = model.statusLine)
+                lines << (line->dot == green ? u"green "_s : u"orange "_s) + line->text;
+            for (const auto &line : model.masterFooter)
+                lines << line.symbol + u' ' + line.text;
+            return lines.join(u"; "_s).remove(u"kvm."_s);
+        };
+        const auto off = [](auto &service) { service.settings->kvm_enabled = false; };
+        const auto alone = [](auto &service) { service.status->peers.clear(); };
+        const std::tuple<const char *, Change, QString> rows[]{
+            {"own", withMaster(ownId), u"green status.ready; keyboard master.local_footer"_s},
+            {"off", off, u"keyboard master.local_footer"_s},
+            {"alone", alone, u"orange status.waiting; keyboard master.local_footer"_s},
+            {"no master", withMaster({}),
+             u"orange status.no_master; exclamationmark.triangle.fill master.none"_s},
+            {"controlled", withMaster(officeId),
+             u"green status.controlled[Office now]; keyboard master.peer_global[Office Linux]; "_s
+             u"command master.linux_hotkey"_s},
+            {"master off", withMaster(laptopId),
+             u"orange status.master_off[Travel laptop]; keyboard master.peer_global[Travel laptop]"_s},
+            {"unknown", withMaster(u"0123456789abcdef"_s),
+             u"orange status.master_off[01234567]; keyboard master.peer_global[?]"_s},
+            {"unnamed", withMaster(u"unnamed"_s),
+             u"green status.controlled[unnamed]; keyboard master.peer_global[common.unnamed]"_s}};
+        for (const auto &[name, change, text] : rows) {
+            const Row row(name);
+            QCOMPARE(told(modelAfter(change)), text);
         }
     }
 
     void tellsOfAccessibility() {
-        const struct {
-            Change change;
-            QString title;
-            TextColor color;
-            bool offersGrant;
-        } rows[]{{granted(true), u"granted"_s, TextColor::green, false},
-                 {granted({}, false), u"not_granted"_s, TextColor::orange, true},
-                 {granted(true, true), u"needs_restart"_s, TextColor::accent, false},
-                 {granted(false, true), u"needs_restart"_s, TextColor::accent, true}};
-        for (const auto &[change, title, color, offersGrant] : rows) {
-            const auto shown = modelAfter(change)->accessibility;
-            QCOMPARE(shown.title, u"kvm.accessibility."_s + title);
+        const QString needsRestart = u"arrow.clockwise.circle.fill kvm.accessibility.needs_restart"_s;
+        const QString refused = u"exclamationmark.shield.fill kvm.accessibility.not_granted"_s;
+        const QString fine = u"checkmark.shield.fill kvm.accessibility.granted"_s;
+        const Change noStatus = [](auto &service) { service.status.reset(); };
+        const std::tuple<const char *, Change, bool, QString, TextColor, bool> rows[]{
+            {"granted", granted(true), false, fine, green, false},
+            {"refused", granted(false), true, refused, orange, true},
+            {"not known", granted({}), false, refused, orange, true},
+            {"not known but trusted", granted({}), true, fine, green, false},
+            {"no status", noStatus, false, refused, orange, true},
+            {"in vain", granted(true, true), false, needsRestart, accent, false},
+            {"refused and in vain", granted(false, true), true, needsRestart, accent, true}};
+        for (const auto &[name, change, isTrusted, text, color, offersGrant] : rows) {
+            const Row row(name);
+            const KvmModel model = modelAfter(change, isTrusted);
+            const auto &shown = model.accessibility;
+            QCOMPARE(shown.symbol + u' ' + shown.title, text);
             QCOMPARE(shown.description, shown.title + u"_desc"_s);
-            QVERIFY(shown.color == color);
+            QCOMPARE(shown.color, color);
             QCOMPARE(shown.offersGrant, offersGrant);
+            QCOMPARE(model.statusLine->text == u"kvm.status.need_ax"_s, offersGrant);
         }
     }
 
     void choosesOptions() {
-        const struct {
-            std::optional<qint64> delay;
-            std::optional<double> sensitivity;
-            int delayIndex, sensitivityIndex;
-        } rows[]{{{}, {}, 0, 0}, {500, 3, 3, 4}, {251, 1.50001, -1, -1}};
-        for (const auto &[delay, sensitivity, delayIndex, sensitivityIndex] : rows) {
-            ServiceState service = ready();
-            service.settings->kvm_switch_delay_ms = service.settings->kvm_corner_size = delay;
-            service.settings->kvm_sensitivity = sensitivity;
-            const auto model = kvmModel(service, false, false);
-            const auto index = [](std::optional<std::size_t> chosen) {
-                return chosen ? static_cast<int>(*chosen) : -1;
-            };
-            QCOMPARE(index(model->switchDelay), delayIndex);
-            QCOMPARE(index(model->sensitivity), sensitivityIndex);
-            QCOMPARE(index(model->cornerSize), delay ? -1 : 0);
-        }
+        KvmModel model = modelAfter([](auto &service) { service.settings = DaemonSettings{}; });
+        QVERIFY(model.switchDelay == 0U && model.cornerSize == 0U && model.sensitivity == 0U);
+        model = modelAfter([](auto &service) {
+            service.settings->kvm_switch_delay_ms = service.settings->kvm_corner_size = 251;
+            service.settings->kvm_sensitivity = 1.50001;
+        });
+        QVERIFY(!model.switchDelay && !model.cornerSize && !model.sensitivity); // none of them
     }
 
     void listsTheScreens() {
-        ServiceState service = ready();
-        const auto canvas = kvmModel(service, false, false)->canvas;
-        QVERIFY(canvas->desk.devices ==
-                (std::vector<DeviceCard>{{u"me"_s, u"Studio"_s, u"darwin"_s, true},
-                                         {u"peer"_s, u"Peer once"_s, u"Linux"_s, true},
-                                         {u"office"_s, u"Office"_s, {}, false},
-                                         {u"unnamed"_s, u"\u3164"_s, {}, true}}));
+        const auto told = [](const ServiceState &service) {
+            QStringList cards;
+            for (const DeviceCard &card : deviceCards(service))
+                cards << card.name + u' ' + card.platform.value_or(u"?"_s) + (card.online ? u" on"_s : u""_s);
+            return cards;
+        };
+        ServiceState service = usualState();
+        service.status->platform.reset();
+        service.status->peers.resize(1);
+        QCOMPARE(told(service), (QStringList{u"Studio Mac darwin on"_s, u"Office Linux linux"_s,
+                                             u"Travel laptop darwin on"_s}));
         service.status.reset();
-        const auto unknown = kvmModel(service, false, false)->canvas;
-        QVERIFY(unknown->desk.selfID.isEmpty());
-        QVERIFY(!unknown->desk.devices[0].online && unknown->desk.devices.size() == 3);
+        QCOMPARE(told(service).filter(u" on"_s), QStringList());
+        QCOMPARE(kvmModel(service, false, false)->canvas->desk.selfID, QString());
         service.devices.resize(1);
         QVERIFY(!kvmModel(service, false, false)->canvas);
         service.settings.reset();
         QVERIFY(!kvmModel(service, true, true));
+        service.devices.resize(10'000);
+        QCOMPARE(told(service).size(), 200);
     }
 
 private:

@@ -1,25 +1,19 @@
-#include "daemon/Fixture.h"
-#include "settings/SettingsView.h"
-#include "settings/TabStates.h"
+#include "settings/SettingsWorld.h"
 #include "settings/canvas/CanvasArea.h"
-#include "settings/kvm/KvmTab.h"
+#include "settings/devices/DeviceRow.h"
 #include "settings/sync/HistoryList.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
-#include "ui/access/KeyboardArea.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/Switch.h"
 #include "ui/form/Form.h"
-#include "ui/overlay/Alert.h"
 #include "ui/overlay/Sheet.h"
 #include "ui/text/SelectableText.h"
+#include "ui/text/StatusDot.h"
 #include "ui/text/TextField.h"
-#include "update/UpdateChecker.h"
-#include "wording/TimeFormats.h"
 
 #include <QJsonDocument>
 #include <QScrollBar>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
@@ -28,77 +22,38 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int manyEntries = 10'000;
+const QByteArray saving = "PUT /api/settings";
 
-const QByteArray desk = R"({"device_id":"d-1","name":"Desk","online":true,"paired_at":1})";
-/// Last seen 90 seconds before the clocks of the test begin.
-const QByteArray lap =
-    R"({"device_id":"l-2","name":"Lap","online":false,"last_seen":1699999910000,"paired_at":1})";
+/// A settings window over such a service.
+struct SettingsWindow : SettingsWorld {
+    explicit SettingsWindow(Tab tab, const ServiceState &state = usualState()) : SettingsWorld(state) {
+        view->resize(560, 460);
+        view->showTab(tab);
+        openWindow(*view);
+    }
 
-TabState stateCalled(QLatin1String name) {
-    for (const TabState &state : tabStates())
-        if (state.name == name)
-            return state;
-    qFatal("no such state");
-}
-
-TabState manyState() {
-    TabState state = stateCalled("usual"_L1);
-    state.history = longHistory(manyEntries);
-    return state;
-}
-
-enum Tab { overviewTab, syncTab, kvmTab, devicesTab, aboutTab };
-
-/// A settings window over a service that the test scripts.
-struct Window {
-    explicit Window(Tab tab, const TabState &state = stateCalled("usual"_L1)) {
+    void pollAgain(const ServiceState &state) {
         publish(state);
-        publishDevices({desk, lap});
-        if (!world.startAndPoll())
-            qFatal("the service is not found");
-        view.resize(560, 460);
-        view.showTab(tab);
-        openWindow(view);
-        world.service.seen.clear();
-    }
-
-    void publish(const TabState &state) { state.answerFrom(world.service); }
-    void publishDevices(const QByteArrayList &devices) {
-        world.service.answer("GET /api/devices", {'[' + devices.join(',') + ']'});
-    }
-    void pollAgain() {
-        if (!world.pollAgain())
+        if (!SettingsWorld::pollAgain())
             qFatal("no refresh");
-        QTest::qWait(60); // longer than any update waits
+        settle();
     }
     template <class Widget>
     Widget *only() const {
-        return view.findChild<Widget *>();
+        return test::only<Widget>(*view);
     }
     template <class Widget>
     Widget *named(const QString &name) const {
-        return test::named<Widget>(view, name);
+        return test::named<Widget>(*view, name);
     }
-    bool shows(const QString &text) const { return textsOf(view).contains(text); }
-    TextField *search() const { return named<TextField>(u"Search history"_s); }
+    bool shows(const QString &text) const { return textsOf(*view).contains(text); }
     void press(const QString &button) const { named<Button>(button)->click(); }
     /// How often that was asked of the service.
-    int asked(const QByteArray &line) const { return world.service.count(line); }
+    int asked(const QByteArray &line) const { return service.count(line); }
 
-    Fixture world;
-    FakeClock clock; ///< of the window alone, so that time can pass without a poll
-    UpdateChecker updater{world.platform, clock, QUrl(u"https://updates.invalid/version.json"_s), {u"en"_s}};
     TimeFormats formats{QLocale(QLocale::English)};
-    AboutServices about{.languages = {{{}, u"System"_s}}, .storedLanguage = [] { return QString(); }};
-    KvmServices kvm{.isAccessibilityTrusted = [] { return true; },
-                    .openAccessibilitySettings = [this] { world.platform.openAccessibilitySettings(); }};
-    SettingsView view{{*world.daemon, updater, clock, formats, about, {}, kvm}};
+    std::unique_ptr<SettingsView> view = std::make_unique<SettingsView>(services(formats));
 };
-
-void clickRow(HistoryList *list, int row) {
-    QTest::mouseClick(list, Qt::LeftButton, {}, list->rowRect(row).center());
-}
 
 } // namespace
 
@@ -106,122 +61,109 @@ class SettingsTabsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() {
-        useLanguage(u"en"_s);
-        useAppearance({}, 9);
-    }
-
     void sameStatePaintsNothing() {
-        for (const Tab tab : {overviewTab, syncTab, kvmTab, devicesTab, aboutTab}) {
-            Window window(tab, stateCalled("full"_L1));
+        const ServiceState full = crowdedState();
+        for (int tab = 0; tab < tabCount; ++tab) {
+            SettingsWindow window(static_cast<Tab>(tab), full);
             PaintWatch watch;
-            window.pollAgain();
+            window.pollAgain(full);
             QCOMPARE(window.asked("GET /api/status"), 1);
-            QCOMPARE(watch.painted(), QSet<QWidget *>());
+            QCOMPARE(watch.painted(), QStringList());
         }
     }
 
     void firstFrameIsRight() {
-        class FirstFrame : public QObject {
-        public:
-            int height = 0;
-            bool eventFilter(QObject *object, QEvent *event) override {
-                auto *list = qobject_cast<HistoryList *>(object);
-                if (list && event->type() == QEvent::Paint && height == 0)
-                    height = list->height();
-                return false;
-            }
-        } frame;
-        Window window(overviewTab, stateCalled("full"_L1));
-        window.view.resize(580, 800);
-        QTest::qWait(60);
-        qApp->installEventFilter(&frame);
-        window.view.showTab(syncTab);
-        QTRY_COMPARE(frame.height, window.only<HistoryList>()->sizeHint().height());
+        SettingsWindow window(overviewTab, crowdedState());
+        window.view->resize(580, 800);
+        settle();
+        PaintWatch watch;
+        window.view->showTab(syncTab);
+        auto *list = window.only<HistoryList>();
+        QCOMPARE(watch.firstSize(list).value().height(), list->sizeHint().height());
     }
 
     void hiddenWindowRestsAndCatchesUp() {
-        Window window(overviewTab);
+        SettingsWindow window(overviewTab);
         auto *running = window.named<TextLabel>(u"Running"_s);
         auto *name = window.named<TextField>(u"Device name"_s);
+        const auto dot = [&] { return window.only<StatusDot>()->grab().toImage().pixelColor(4, 4); };
+        QCOMPARE(dot(), shapeColor(window.view->palette(), TextColor::green));
         name->setText(u"Half a na"_s);
-        window.view.hide();
-        window.publish(stateCalled("paused"_L1));
-        window.pollAgain();
+        window.view->hide();
+        window.pollAgain(scenario("paused"));
         QCOMPARE(running->text(), u"Running"_s);
-        window.view.show();
+        window.view->show();
         QCOMPARE(running->text(), u"Paused"_s);
+        QCOMPARE(dot(), shapeColor(window.view->palette(), TextColor::orange));
         QCOMPARE(name->text(), u"Studio Mac"_s); // the tab begins anew
     }
 
     void republicationDisturbsNothing() {
-        Window window(overviewTab, stateCalled("full"_L1));
+        SettingsWindow window(overviewTab);
+        window.view->resize(560, 300);
         auto *name = window.named<TextField>(u"Device name"_s);
         name->setFocus();
-        name->selectAll();
-        QTest::keyClicks(name, u"Half"_s);
-        QTest::keyClick(name, Qt::Key_Left);
+        name->setText(u"Half"_s);
+        name->setCursorPosition(3);
         auto *identifier = window.named<SelectableText>(u"Office Linux"_s);
         identifier->setSelection(1, 3);
         QScrollBar *bar = window.only<Form>()->verticalScrollBar();
         bar->setValue(30);
-
-        // Other things change, and the peer stands in another place.
-        TabState changed = stateCalled("full"_L1);
-        changed.status.replace(R"({"device_id":"10b91c33","name":"Travel laptop"},)", "")
-            .replace("The computer in the corner office on the second floor", "Elsewhere");
-        window.publish(changed);
-        window.pollAgain();
-        QVERIFY(!window.shows(u"Travel laptop"_s));
+        // Other things change; the peer has another name and stands in another place.
+        ServiceState state = usualState();
+        state.status->device_name = u"Elsewhere"_s;
+        state.status->peers = {{officeId, u"Renamed"_s}, {u"5c"_s, u"New"_s}};
+        window.pollAgain(state);
         QCOMPARE(name->text(), u"Half"_s);
         QCOMPARE(name->cursorPosition(), 3);
         QVERIFY(name->hasFocus());
+        QCOMPARE(window.named<SelectableText>(u"Renamed"_s), identifier);
         QCOMPARE(identifier->selectedText(), u"7aa"_s);
         QCOMPARE(bar->value(), 30);
     }
 
-    void historyIsFiltered() {
-        Window window(syncTab, stateCalled("full"_L1));
+    void searchFieldGoesWithTheSixthEntry() {
+        const ServiceState full = crowdedState();
+        SettingsWindow window(syncTab, full);
         auto *list = window.only<HistoryList>();
-        window.search()->setFocus(Qt::MouseFocusReason);
-        QTest::keyClicks(window.search(), u"tells"_s);
+        auto *search = window.named<TextField>(u"Search history"_s);
+        search->setFocus(Qt::MouseFocusReason);
+        QTest::keyClicks(search, u"override"_s);
         QCOMPARE(list->rows().size(), std::size_t{1});
-        clickRow(list, 0);
-        QTRY_COMPARE(window.asked("POST /api/history/apply/4"), 1);
-        // The field goes with the sixth entry and takes what is typed with it; its text goes on filtering.
-        window.publish(stateCalled("usual"_L1));
-        window.pollAgain();
-        QVERIFY(!window.search() && list->isHidden() && window.shows(u"No matching entries"_s));
-        QVERIFY(window.view.hasFocus());
-        window.publish(stateCalled("full"_L1));
-        window.pollAgain();
-        window.search()->clear();
-        QCOMPARE(list->rows().size(), std::size_t{8});
+        // It takes what is typed with it; its text goes on filtering.
+        window.pollAgain(usualState());
+        QVERIFY(!search->isVisible() && !list->isVisible() && window.shows(u"No matching entries"_s));
+        QVERIFY(window.view->hasFocus());
+        window.pollAgain(full);
+        search->clear();
+        QCOMPARE(list->rows().size(), full.history.size());
         QVERIFY(list->isVisible());
     }
 
-    void keyboardWorksTheHistory() {
-        Window window(syncTab, manyState());
+    void keyboardStaysInTheHistory() {
+        ServiceState state = usualState();
+        state.history = longHistory(1'000);
+        SettingsWindow window(syncTab, state);
         auto *list = window.only<HistoryList>();
         list->setFocus(Qt::TabFocusReason);
-        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_End, Qt::Key_Up, Qt::Key_Space})
-            QTest::keyClick(list, key);
-        QTRY_COMPARE(window.asked("POST /api/history/apply/2"), 1);
-        QTRY_COMPARE(window.asked("POST /api/history/apply/9999"), 1);
-        const QRect reached = list->rowRect(manyEntries - 2);
+        QTest::keyClick(list, Qt::Key_End);
+        const QRect reached = list->rowRect(999);
         QCOMPARE(list->visibleRegion().intersected(reached), QRegion(reached));
-        // An entry that goes leaves the keyboard to the one in its place, or to the last.
-        std::vector<HistoryList::Row> fewer = list->rows();
-        fewer.erase(fewer.end() - 2);
-        list->setRows(fewer);
-        QCOMPARE(list->currentRow(), manyEntries - 2);
-        fewer.resize(3);
-        list->setRows(fewer);
-        QCOMPARE(list->currentRow(), 2);
+        // At its entry wherever that moves; where that goes, at the one in its place, or at the last.
+        std::vector<HistoryList::Row> rows = list->rows();
+        const auto rowAfter = [&](auto change) {
+            change();
+            list->setRows(rows);
+            return list->currentRow();
+        };
+        QCOMPARE(rowAfter([&] { rows.insert(rows.begin(), {9'999, {}, u"new"_s, {}}); }), 1'000);
+        QCOMPARE(rowAfter([&] { rows.push_back({9'998, {}, u"old"_s, {}}); }), 1'000);
+        QCOMPARE(rowAfter([&] { rows.erase(rows.end() - 2); }), 1'000);
+        QCOMPARE(rowAfter([&] { rows.resize(3); }), 2);
     }
 
     void movedRowIsNotApplied() {
-        Window window(syncTab);
+        SettingsWindow window(syncTab);
         auto *list = window.only<HistoryList>();
         std::vector<HistoryList::Row> moved = list->rows();
         std::rotate(moved.begin(), moved.begin() + 1, moved.end());
@@ -229,177 +171,138 @@ private Q_SLOTS:
         QTest::mousePress(list, Qt::LeftButton, {}, place);
         list->setRows(moved);
         QTest::mouseRelease(list, Qt::LeftButton, {}, place);
-        clickRow(list, 0);
+        QTest::mouseClick(list, Qt::RightButton, {}, place);
+        QTest::mouseClick(list, Qt::LeftButton, {}, place);
         QTRY_COMPARE(window.asked("POST /api/history/apply/2"), 1);
-        QCOMPARE(window.asked("POST /api/history/apply/1"), 0);
+        QCOMPARE(window.asked("POST /api/history/apply/3"), 0);
     }
 
-    void screenReadersFindTheHistory() {
-        Window window(syncTab);
-        auto *list = window.only<HistoryList>();
-        QAccessibleInterface *tree = accessible(list);
-        QAccessibleInterface *item = tree->child(1);
-        const QPoint middle = item->rect().center();
-        QCOMPARE(tree->indexOfChild(tree->childAt(middle.x(), middle.y())), 1);
-        item->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
-        QCOMPARE(tree->focusChild(), item);
-        list->setRows({});
-        QVERIFY(!item->isValid() && item->text(QAccessible::Name).isEmpty());
-    }
-
-    void removesTheDeviceThatWasAskedAbout() {
-        Window window(devicesTab);
-        auto *remove = window.named<Button>(u"Remove, Lap"_s);
-        window.publishDevices({lap, desk});
-        window.pollAgain();
-        remove->click(); // it has moved with its row
-        window.publishDevices({desk, lap});
-        window.pollAgain();
-        QCOMPARE(window.view.findChildren<Alert *>().size(), 1);
-        window.press(u"Remove"_s);
-        QTRY_COMPARE(window.asked("DELETE /api/devices/l-2"), 1);
-        QTRY_VERIFY(!window.only<Alert>());
-        QCOMPARE(window.asked("DELETE /api/devices/d-1"), 0);
+    void aCrowdIsCutAfterTwoHundred() {
+        ServiceState crowd = usualState();
+        crowd.devices.resize(1'000);
+        SettingsWindow window(devicesTab, crowd);
+        QCOMPARE(window.view->findChildren<DeviceRow *>().size(), 200);
+        QVERIFY(window.shows(u"and 800 more"_s));
     }
 
     void timesStayCurrentWhileSeen() {
-        Window window(devicesTab);
-        window.clock.advance(29'999ms);
+        ServiceState state = usualState();
+        state.devices[0].online = false;
+        state.devices[0].last_seen = 1'700'000'000'000 - 90'000; // before the clocks of the test begin
+        SettingsWindow window(devicesTab, state);
+        window.viewClock.advance(29'999ms);
         QVERIFY(window.shows(u"Last seen 1 min. ago"_s));
-        window.clock.advance(1ms);
+        window.viewClock.advance(1ms);
         QVERIFY(window.shows(u"Last seen 2 min. ago"_s));
-        window.view.hide();
-        QVERIFY(window.clock.pending().empty());
-        window.clock.advance(60s);
-        window.view.show();
+        window.view->hide();
+        QVERIFY(window.viewClock.pending().empty());
+        window.viewClock.advance(60s);
+        window.view->show();
         QVERIFY(window.shows(u"Last seen 3 min. ago"_s));
-        QCOMPARE(window.clock.pending().size(), std::size_t(1));
-    }
-
-    void pairsByAPinThatCameLate() {
-        Window window(devicesTab);
-        window.press(u"Add a computer"_s);
-        auto *create = window.named<Button>(u"Create a PIN"_s);
-        create->setFocus(Qt::TabFocusReason);
-        create->click();
-        QVERIFY(!create->isEnabled());
-        QTRY_VERIFY(create->isEnabled());
-        QVERIFY(create->isVisible() && create->hasFocus());
-        window.world.service.answer("POST /api/pair/show", {R"({"pin":"482913"})"});
-        create->click();
-        QTRY_VERIFY(create->isHidden());
-        window.publishDevices({desk, lap, R"({"device_id":"n","name":"New"})"});
-        window.pollAgain();
-        QVERIFY(window.shows(u"Paired"_s));
-        window.clock.advance(1300ms);
-        QTRY_VERIFY(!window.only<Sheet>());
+        QCOMPARE(window.viewClock.pending().size(), std::size_t(1));
     }
 
     void answersToAClosedSheetAreLost() {
-        Window window(devicesTab);
-        const QByteArray line = "POST /api/pair/show";
-        window.world.service.answer(line, {R"({"pin":"482913"})"});
+        SettingsWindow window(devicesTab);
+        const QByteArray asking = "POST /api/pair/show";
+        window.service.answer(asking, {R"({"pin":"482913"})"});
         window.press(u"Add a computer"_s);
         window.press(u"Create a PIN"_s);
         QTest::keyClick(window.only<Sheet>(), Qt::Key_Escape);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         window.press(u"Add a computer"_s);
-        const QPointer<Sheet> open(window.only<Sheet>());
-        QTRY_COMPARE(window.asked(line), 1);
-        window.pollAgain();
-        window.clock.advance(2s);
-        QVERIFY(open && open->isVisible() && window.named<Button>(u"Create a PIN"_s));
-
+        QTRY_COMPARE(window.asked(asking), 1);
+        window.pollAgain(usualState());
+        window.viewClock.advance(2s);
+        QVERIFY(window.only<Sheet>()->isVisible());
         // Neither does a request outlive the window.
-        window.world.service.answer(line, {.manner = Answer::hang});
+        window.service.answer(asking, {.manner = Answer::hang});
         window.press(u"Create a PIN"_s);
-        QTRY_COMPARE(window.asked(line), 2);
+        QTRY_COMPARE(window.asked(asking), 2);
     }
 
     void onlyTheSwitchTellsOfARestart() {
-        const QString hint = u"This takes effect once the Quorbit service restarts."_s;
-        const std::tuple<QString, QByteArray, bool> steps[]{
-            {u"Swap ⌘ and Ctrl"_s, R"({"ok":true,"need_restart":true})", false},
-            {u"Share keyboard and mouse"_s, R"({"ok":true})", false},
-            {u"Share keyboard and mouse"_s, R"({"ok":false,"need_restart":true})", true},
-            {u"Share keyboard and mouse"_s, R"({"ok":true})", true}};
-        Window window(kvmTab);
-        for (const auto &[name, answer, isTold] : steps) {
-            window.world.service.answer("PUT /api/settings", {answer});
-            QTest::mouseClick(window.named<Switch>(name), Qt::LeftButton);
+        const std::tuple<const char *, QByteArray, bool> steps[]{
+            {"Swap ⌘ and Ctrl", R"({"ok":true,"need_restart":true})", false},
+            {"Share keyboard and mouse", R"({"ok":true})", false},
+            {"Share keyboard and mouse", R"({"ok":false,"need_restart":true})", true},
+            {"Share keyboard and mouse", R"({"ok":true})", true}};
+        SettingsWindow window(kvmTab);
+        for (const auto &[control, answer, isTold] : steps) {
+            window.service.answer(saving, {answer});
+            window.named<Switch>(QString::fromUtf8(control))->click();
             QTest::qWait(100);
-            QTRY_COMPARE(window.shows(hint), isTold);
+            QTRY_COMPARE(window.shows(u"This takes effect once the Quorbit service restarts."_s), isTold);
         }
     }
 
     void stepsOnTheCanvasEndWhereTheUserLeftThem() {
-        TabState state = stateCalled("usual"_L1);
-        Window window(kvmTab, state);
-        const QByteArray line = "PUT /api/settings";
-        auto tab = std::make_unique<KvmTab>(*window.world.daemon, window.kvm);
-        tab->showState();
-        KeyboardArea view;
-        (new QVBoxLayout(&view))->addWidget(tab.get());
-        openWindow(view);
-        auto *area = tab->findChild<CanvasArea *>();
+        SettingsWindow window(kvmTab);
+        auto *area = window.only<CanvasArea>();
         area->setFocus(Qt::ShortcutFocusReason);
-        area->setCurrentCard(u"d-1"_s);
+        area->setCurrentCard(officeId);
         const auto step = [&] { QTest::keyClick(area, Qt::Key_Down); };
-        const auto place = [&] { return area->placeOf(*area->cardWithID(u"d-1"_s)); };
-        const auto sentY = [&](int save, QLatin1String card) {
-            std::vector<SeenRequest> saves = window.world.service.seen;
-            std::erase_if(saves, [&](const SeenRequest &request) { return request.line != line; });
-            const auto record = QJsonDocument::fromJson(saves.at(static_cast<std::size_t>(save - 1)).body);
-            return record["kvm_layout"_L1][card]["y"_L1].toDouble();
+        const auto place = [&] { return area->placeOf(*area->cardWithID(officeId)); };
+        const auto lastSaved = [&] {
+            const auto save = std::find_if(window.service.seen.rbegin(), window.service.seen.rend(),
+                                           [](const SeenRequest &each) { return each.line == saving; });
+            const auto record = QJsonDocument::fromJson(save->body);
+            return record["kvm_layout"_L1][officeId]["y"_L1].toDouble();
         };
 
-        // What comes with the answer goes into the next save.
-        window.world.service.answer(line, {R"({"ok":true})"});
-        state.settings.chop(1);
-        state.settings += R"(,"kvm_layout":{"l-2":{"x":0,"y":7000,"w":1778,"h":1000}}})";
-        window.publish(state);
-        step();
-        step();
-        QTRY_COMPARE(window.asked(line), 2);
-        QCOMPARE(sentY(2, "l-2"_L1), 7000.0);
-        QTest::qWait(100);
-
-        window.world.service.answer(line, {.manner = Answer::hang});
-        tab->showState();
+        // A save that fails takes the card back.
+        window.service.answer(saving, {.manner = Answer::hang});
         const QRectF start = place();
         step();
-        step();
         const QRectF left = place();
-        QTRY_COMPARE(window.asked(line), 3);
-        window.pollAgain();
-        QCOMPARE(window.asked(line), 3);
+        QTRY_COMPARE(window.asked(saving), 1);
+        window.pollAgain(usualState());
         QCOMPARE(place(), left);
-        window.world.service.hangUp(); // so that it fails
-        QTRY_COMPARE(window.asked(line), 4);
-        QCOMPARE(place(), left);
-        window.world.service.hangUp();
+        window.service.hangUp();
         QTRY_COMPARE(place(), start);
 
-        for (int count = 0; count < 3; ++count)
-            step();
-        QTRY_COMPARE(window.asked(line), 5);
-        tab.reset(); // with the window
-        QTRY_COMPARE(window.asked(line), 6);
-        QCOMPARE(sentY(6, "d-1"_L1), sentY(5, "d-1"_L1) + 200);
-        window.world.service.hangUp(); // nobody is there to be told
+        // The last place is saved although nobody waits for what was asked for before.
+        step();
+        step();
+        QTRY_COMPARE(window.asked(saving), 2);
+        const double first = lastSaved();
+        window.view.reset();
+        QTRY_COMPARE(window.asked(saving), 3);
+        QCOMPARE(lastSaved(), first + 100);
+        window.service.hangUp(); // nobody is there to be told
     }
 
-    void permissionIsAskedForAndGranted() {
-        TabState state = stateCalled("usual"_L1);
-        state.status.replace("}]", R"(}],"accessibility_granted":false)");
-        Window window(kvmTab, state);
-        window.world.service.answer("POST /api/accessibility/prompt", {.manner = Answer::hang});
-        window.press(u"Allow…"_s);
-        QCOMPARE(window.world.platform.accessibilitySettingsOpened,
-                 1); // although the service does not answer
-        window.publish(stateCalled("usual"_L1));
-        window.pollAgain();
-        QVERIFY(!window.named<Button>(u"Allow…"_s));
+    void offersWhatCanBeDoneAboutAnUpdate() {
+        UpdateState update;
+        update.available.emplace().version = u"1.5.0"_s;
+        SettingsWindow window(aboutTab);
+        window.view->resize(560, 640);
+        auto *check = window.named<Button>(u"Check now"_s);
+        const int height = check->parentWidget()->height();
+        // The buttons, in brackets those that cannot be pressed, and the end of the banner.
+        const auto offered = [&] {
+            window.only<AboutTab>()->render(aboutModel(update, {}, window.formats));
+            settle();
+            QStringList shown;
+            for (Button *button : seen<Button>(*window.view))
+                shown << (button->isEnabled() ? button->label() : u'(' + button->label() + u')');
+            for (const QString &text : {u"Downloading…"_s, u"Saved in your downloads folder"_s})
+                shown += textsOf(*window.view).filter(text);
+            return shown.join(u", "_s);
+        };
+        QCOMPARE(offered(), u"(Download), Check now"_s);
+        update.available->downloadURL = QUrl(u"https://host/app.dmg"_s);
+        QCOMPARE(offered(), u"Download, Check now"_s);
+        update.downloadState = DownloadState::downloading;
+        QCOMPARE(offered(), u"Check now, Downloading…"_s);
+        update.downloadState = DownloadState::done;
+        QCOMPARE(offered(), u"Check now, Saved in your downloads folder"_s);
+        update.downloadState = DownloadState::failed;
+        QCOMPARE(offered(), u"Download, Open in browser, Check now"_s);
+        update = {.state = check::Checking{}, .lastChecked = QDateTime::currentDateTime()};
+        QCOMPARE(offered(), u"(Check now)"_s);
+        // Nothing moves under the pointer.
+        QCOMPARE(check->parentWidget()->height(), height);
     }
 };
 

@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QTest>
 
+#include <exception>
+
 namespace quorbit {
 
 /// Makes views use the same fonts everywhere. Called before the application object is made.
@@ -21,13 +23,36 @@ void useLanguage(const QString &language);
 /// Gives the application the look of a desktop.
 void useAppearance(const ColorPreferences &colors, double fontPoints);
 
+/// A test of which an exception ends the test function that it leaves; the toolkit would end the program.
+template <class Test>
+class Guarded final : public Test {
+public:
+    const QMetaObject *metaObject() const override { return &guarded; }
+
+private:
+    static void call(QObject *test, QMetaObject::Call what, int function, void **arguments) {
+        try {
+            Test::staticMetaObject.d.static_metacall(test, what, function, arguments);
+        } catch (const std::exception &fault) {
+            QTest::qFail(fault.what(), __FILE__, __LINE__);
+        }
+    }
+    static inline const QMetaObject guarded = [] {
+        QMetaObject own = Test::staticMetaObject;
+        own.d.static_metacall = call;
+        return own;
+    }();
+};
+
 /// The main function of a test of views.
 template <class Test>
 int runViewTest(int argc, char **argv) {
     useTestFonts();
     QApplication app(argc, argv);
     QApplication::setStyle(new ControlStyle);
-    Test test;
+    useLanguage(QStringLiteral("en"));
+    useAppearance({}, 9);
+    Guarded<Test> test;
     return QTest::qExec(&test, argc, argv);
 }
 

@@ -1,24 +1,19 @@
+#include "support/Row.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
 #include "ui/access/FocusRing.h"
-#include "ui/access/KeyboardArea.h"
 #include "ui/controls/Button.h"
-#include "ui/controls/MenuPicker.h"
 #include "ui/controls/Stepper.h"
 #include "ui/controls/Switch.h"
 #include "ui/form/Card.h"
 #include "ui/form/FormRow.h"
 #include "ui/form/FormSection.h"
-#include "ui/look/ControlStyle.h"
 #include "ui/overlay/Alert.h"
 #include "ui/overlay/Sheet.h"
-#include "ui/text/SelectableText.h"
-#include "ui/text/SymbolLabel.h"
 #include "ui/text/TextField.h"
 
-#include <QMenu>
+#include <QKeyEvent>
 #include <QSignalSpy>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
@@ -28,33 +23,19 @@ namespace {
 
 using Emitted = QList<QList<QVariant>>;
 
-/// A window of these widgets, one below the other, that the keyboard goes to.
-struct Window : KeyboardArea {
-    explicit Window(std::initializer_list<QWidget *> widgets, QSize size = {}) {
-        auto *column = new QVBoxLayout(this);
-        for (QWidget *widget : widgets)
-            column->addWidget(widget);
-        if (size.isValid())
-            resize(size);
-        show();
-        if (!QTest::qWaitForWindowActive(this))
-            qFatal("the window does not open");
-        QTest::qWait(30);
-    }
-};
-
 QImage pictureOf(QWidget &widget) {
     return widget.grab().toImage();
 }
 
 } // namespace
 
+// Plain use of the controls is tried in the real program; here is what only shows when one looks closely.
 class ControlsTest : public QObject {
     Q_OBJECT
 
-    ControlStyle *style_ = nullptr;
-
 private Q_SLOTS:
+    void init() { useAppearance({}, 9); }
+
     void aFieldCutsBetweenCharacters() {
         const QString family = u"👨‍👩‍👧‍👦"_s;
         TextField field;
@@ -65,40 +46,38 @@ private Q_SLOTS:
         QCOMPARE(field.text().remove(family), u"x"_s);
     }
 
-    void init() {
-        style_ = new ControlStyle;
-        QApplication::setStyle(style_);
-        useAppearance({}, 9);
-        QCoreApplication::processEvents();
-    }
-
-    void motionIsShownOnlyWhereItIsWanted() {
+    void aSwitchMovesWhenItIsToldTo() {
         Switch flip;
         flip.resize(flip.sizeHint());
-        const QImage off = pictureOf(flip);
         flip.show();
+        const QImage off = pictureOf(flip);
+        QSignalSpy flipped(&flip, &Switch::flipped);
+        QTest::keyClick(&flip, Qt::Key_Return);
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+        QCoreApplication::sendEvent(&flip, &held);
+        QCOMPARE(flipped, (Emitted{{true}}));
+        QVERIFY(!flip.isOn());
         flip.setOn(true);
-        QCOMPARE(pictureOf(flip), off);
+        QCOMPARE(pictureOf(flip), off); // it is on its way
         QTRY_VERIFY(pictureOf(flip) != off);
-        style_->setReducedMotion(true);
+        auto *style = static_cast<ControlStyle *>(QApplication::style());
+        style->setReducedMotion(true);
         flip.setOn(false);
+        style->setReducedMotion(false);
         QCOMPARE(pictureOf(flip), off);
     }
 
-    void labelsFollowFontAndPalette() {
-        TextLabel label(u"Text"_s, TextStyle::body, TextColor::primary);
-        SymbolLabel symbol(u"clock"_s, 15);
-        QWidget parent;
-        SelectableText selectable(TextStyle::caption, TextColor::secondary, true, &parent);
-        selectable.setValue(u"10b4"_s);
-        const int before = label.sizeHint().width();
-        const int selectableBefore = selectable.sizeHint().height();
+    void textsFollowFontAndPalette() {
+        auto *card = new Card(Card::Kind::tinted);
+        auto *label = new TextLabel(u"Text"_s, TextStyle::body, TextColor::primary);
+        card->addRow(label);
+        Window window({card});
+        const int before = label->sizeHint().width();
         useAppearance({.dark = true, .accent = {}}, 18);
-        QTRY_VERIFY(label.sizeHint().width() > before * 1.8);
-        QTRY_COMPARE(symbol.sizeHint(), QSize(30, 30));
-        QTRY_VERIFY(selectable.sizeHint().height() > selectableBefore * 1.8);
-        QTRY_COMPARE(selectable.palette().color(QPalette::Text),
-                     textColor(QApplication::palette(), TextColor::secondary));
+        const QPalette theme = QApplication::palette();
+        QTRY_VERIFY(label->sizeHint().width() > before * 1.8);
+        QTRY_COMPARE(label->palette().color(QPalette::Window),
+                     composed(themeColors(theme).tint, theme.color(QPalette::Window)));
     }
 
     void aStepperAsksWithinItsRange() {
@@ -120,83 +99,50 @@ private Q_SLOTS:
         Stepper stepper(1, 10240, 10);
         stepper.setValue(100);
         stepper.resize(stepper.sizeHint());
-        stepper.show();
         QSignalSpy stepped(&stepper, &Stepper::stepped);
-        const QPoint up(stepper.width() - 6, 5);
-        QTest::mousePress(&stepper, Qt::LeftButton, {}, up);
+        const QPoint down(stepper.width() - 6, stepper.height() - 5);
+        QTest::mousePress(&stepper, Qt::LeftButton, {}, down);
         QTest::qWait(700);
-        QCOMPARE(stepped, (Emitted{{110}}));
+        QCOMPARE(stepped, (Emitted{{90}}));
         connect(&stepper, &Stepper::stepped, &stepper, &Stepper::setValue);
-        stepper.setValue(110);
-        QTRY_VERIFY(stepper.value() >= 140);
-        QTest::mouseRelease(&stepper, Qt::LeftButton, {}, up);
+        stepper.setValue(90);
+        QTRY_VERIFY(stepper.value() <= 60);
+        QTest::mouseRelease(&stepper, Qt::LeftButton, {}, down);
     }
 
-    void anOpenMenuSurvivesRendering() {
-        MenuPicker picker;
-        const QStringList options{u"Off"_s, u"100 ms"_s, u"R&D"_s};
-        picker.setOptions(options);
-        QSignalSpy picked(&picker, &MenuPicker::picked);
-        picker.show();
-        QTest::keyClick(&picker, Qt::Key_Space);
-        auto *menu = picker.findChild<QMenu *>();
-        picker.setOptions(options);
-        picker.setCurrent(1);
-        QVERIFY(menu->isVisible() && menu->actions().at(1)->isChecked());
-        menu->setActiveAction(menu->actions().at(2));
-        QTest::keyClick(menu, Qt::Key_Return);
-        QCOMPARE(picked, (Emitted{{2}}));
-        QCOMPARE(picker.accessibleText(), u"100 ms"_s);
-    }
-
-    void theRingShowsForTheKeyboardOnly() {
-        auto *flip = new Switch;
+    void theRingFollowsItsControl() {
         auto *other = new Switch;
-        Window window{flip, other};
-        const auto rings = [&] {
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            return window.findChildren<FocusRing *>();
-        };
-        flip->setFocus(Qt::MouseFocusReason);
-        QVERIFY(rings().isEmpty());
-        QTest::keyClick(flip, Qt::Key_Tab);
+        Window window({new Switch, other});
+        QTest::keyClick(&window, Qt::Key_Backtab);
         other->move(other->pos() + QPoint(7, 5));
-        QVERIFY(rings().first()->geometry().contains(other->geometry()));
-        QTest::mouseClick(other, Qt::LeftButton);
-        QVERIFY(rings().isEmpty() && window.hasFocus());
+        QVERIFY(only<FocusRing>(window)->geometry().contains(other->geometry()));
     }
 
     void theKeyboardGoesNowhereByItself() {
         // However a control goes, its window takes the keyboard. The Tab key goes on beside it, or starts
         // again.
-        enum { hidden, hiddenUnseen, disabled, deleted, wentWithItsParent, disabledWithItsParent, ways };
-        for (int way = 0; way < ways; ++way) {
-            auto *first = new Switch;
-            auto *part = new QWidget;
-            auto *control = new Switch(Switch::Size::regular, part);
-            auto *after = new Switch;
-            Window window{first, part, after};
+        const std::tuple<const char *, std::function<void(Window &, QWidget *, Switch *)>, int> rows[]{
+            {"hidden", [](auto &, auto *, auto *control) { control->hide(); }, 2},
+            {"hidden while another window is active",
+             [](auto &window, auto *, auto *control) {
+                 Window other({new Switch});
+                 control->hide();
+                 window.activateWindow();
+             },
+             2},
+            {"disabled with its parent", [](auto &, auto *part, auto *) { part->setEnabled(false); }, 2},
+            {"deleted", [](auto &, auto *, auto *control) { delete control; }, 0},
+            {"went with its parent", [](auto &, auto *part, auto *) { part->hide(), delete part; }, 2}};
+        for (const auto &[name, go, next] : rows) {
+            const Row row(name);
+            const QList<QWidget *> parts{new Switch, new QWidget, new Switch};
+            auto *control = new Switch(Switch::Size::regular, parts[1]);
+            Window window(parts);
             control->setFocus(Qt::TabFocusReason);
-            if (way == hidden) {
-                control->hide();
-            } else if (way == hiddenUnseen) {
-                Window other{new Switch};
-                control->hide();
-                window.activateWindow();
-            } else if (way == disabled) {
-                control->setEnabled(false);
-            } else if (way == deleted) {
-                delete control;
-            } else if (way == wentWithItsParent) {
-                part->hide();
-                part->deleteLater();
-                QCoreApplication::sendPostedEvents(part, QEvent::DeferredDelete);
-            } else {
-                part->setEnabled(false);
-            }
-            QTRY_VERIFY2(window.hasFocus(), qPrintable(QString::number(way)));
+            go(window, parts[1], control);
+            QTRY_VERIFY(window.hasFocus());
             QTest::keyClick(&window, Qt::Key_Tab);
-            QVERIFY2((way == deleted ? first : after)->hasFocus(), qPrintable(QString::number(way)));
+            QVERIFY(parts[next]->hasFocus());
         }
     }
 
@@ -209,101 +155,51 @@ private Q_SLOTS:
         for (FormSection *section : {&with, &without}) {
             section->addRow(new FormRow(u"Shown"_s, nullptr));
             section->resize(300, section->sizeHint().height());
-            section->show();
         }
         QCOMPARE(pictureOf(with), pictureOf(without));
-    }
-
-    void textOnATintedCardFollowsTheTheme() {
-        auto *card = new Card(Card::Kind::tinted);
-        auto *row = new QWidget;
-        card->addRow(row);
-        Window window{card};
-        useAppearance({.dark = true, .accent = {}}, 9);
-        const QPalette theme = QApplication::palette();
-        QTRY_COMPARE(row->palette().color(QPalette::Window),
-                     composed(themeColors(theme).tint, theme.color(QPalette::Window)));
     }
 
     void anAlertCancelsUnlessConfirmed() {
         auto *below = new Button(u"Below"_s);
         Window window({below}, {500, 400});
-        auto *alert =
-            new Alert({u"Remove?"_s, u"It must be paired again."_s, u"Cancel"_s, u"Remove"_s}, below);
+        auto *alert = new Alert({u"Remove?"_s, u"For good."_s, u"Cancel"_s, u"Remove"_s}, below);
         QSignalSpy confirmations(alert, &Alert::confirmed);
         QSignalSpy dismissals(alert, &Alert::dismissed);
-        QSignalSpy belowClicked(below, &Button::clicked);
         alert->open();
         QTest::keyClick(window.windowHandle(), Qt::Key_Return);
         QCOMPARE(dismissals.size(), 1);
-        QVERIFY(confirmations.isEmpty() && belowClicked.isEmpty());
+        QCOMPARE(confirmations.size(), 0);
     }
 
-    void aSheetCoversItsWindow() {
-        auto *below = new Button(u"Below"_s);
-        Window window({below}, {580, 500});
-        const QPointer<Sheet> sheet = new Sheet(u"Add"_s, QSize(400, 340), &window);
-        auto *field = new TextField;
-        auto *done = new Button(u"Done"_s, ButtonKind::prominent);
-        sheet->content()->addWidget(field);
-        sheet->content()->addWidget(done);
-        sheet->setDefaultButton(done);
-        connect(done, &Button::clicked, sheet.data(), &Sheet::dismiss);
-        QSignalSpy clicked(below, &Button::clicked);
-        sheet->open();
-        window.resize(620, 520);
-        QTRY_COMPARE(sheet->size(), window.size());
-        QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, below->geometry().center());
-        QCOMPARE(clicked.size(), 0);
-        field->setFocus();
-        QTest::keyClick(window.windowHandle(), Qt::Key_Return);
-        QTRY_VERIFY(sheet.isNull());
-    }
-
-    void aSheetScrollsInASmallWindow() {
+    void theTabKeyScrollsToWhereItGoes() {
+        useAppearance({}, 20);
         Window window({}, {400, 200});
-        QFont large;
-        large.setPointSizeF(20);
-        window.setFont(large);
         auto *sheet = new Sheet(u"Sheet"_s, QSize(300, 100), &window);
-        const QList<QWidget *> stops{new TextField, new TextField, new TextField, new Button(u"Done"_s)};
-        for (QWidget *stop : stops)
+        auto *last = new Button(u"Done"_s);
+        for (QWidget *stop : std::initializer_list<QWidget *>{new TextField, new TextField, last})
             sheet->content()->addWidget(stop);
         sheet->open();
-        QCoreApplication::processEvents();
-        const auto isSeen = [&](const QWidget &widget) {
-            return widget.visibleRegion().boundingRect() == widget.rect() &&
-                   window.rect().contains(QRect(widget.mapTo(&window, QPoint()), widget.size()));
-        };
-        QVERIFY(!isSeen(*stops.last()));
-        for (const QWidget *stop : stops) {
-            QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
-            QTRY_VERIFY(stop->hasFocus() && isSeen(*stop));
-        }
+        settle();
+        const auto isSeen = [&] { return last->visibleRegion().boundingRect() == last->rect(); };
+        QVERIFY(!isSeen());
+        QTest::keyClick(sheet, Qt::Key_Backtab);
+        QTRY_VERIFY(last->hasFocus() && isSeen());
     }
 
     void wrappedTextIsSeenWhole() {
         for (const QString &text :
              {u"word "_s.repeated(40), u"文字"_s + QString(200, u'W'), u"a\nb\n\nc"_s}) {
-            constexpr int width = 240;
             TextLabel label(text, TextStyle::caption, TextColor::primary);
-            label.setOverflow(TextLabel::Overflow::wrap);
-            label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
-            const int height = label.heightForWidth(width);
+            wrapping(&label)->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+            const int height = label.heightForWidth(240);
             QVERIFY(height >= 4 * (label.minimumSizeHint().height() - 1));
-            // All of the ink that a far larger label shows is in one of just that size.
-            const auto ink = [&](const QSize &size) {
-                label.resize(size);
-                QImage image(size + QSize(400, 0), QImage::Format_RGB32);
-                image.fill(Qt::white);
-                label.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-                int sum = 0;
-                for (int pixel = 0; pixel < image.width() * image.height(); ++pixel)
-                    sum += 255 - qGray(image.pixel(pixel % image.width(), pixel / image.width()));
-                return sum;
-            };
-            QVERIFY(ink({width, height}) > 0);
-            QCOMPARE(ink({width, height}), ink({width, height * 2}));
+            // All that a label of twice the height shows is in its upper half.
+            label.resize(240, 2 * height);
+            const QImage large = pictureOf(label);
+            QImage blank = large.copy(0, height, 240, height);
+            blank.fill(blank.pixel(0, 0));
+            QCOMPARE(large.copy(0, height, 240, height), blank);
+            QVERIFY(large.copy(0, 0, 240, height) != blank);
         }
     }
 };

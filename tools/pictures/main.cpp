@@ -1,7 +1,8 @@
-// Shows every view in every state and language, and fails when one of the program's own texts does not fit.
-// pictures --out DIR [POINTS] leaves pictures of them instead, light and dark and at two scales.
+// Shows every view in every state and language, and fails when one of the program's own texts is none or does
+// not fit. pictures --out DIR [POINTS] leaves pictures of them instead, light and dark and at two scales.
 
 #include "Picture.h"
+#include "TextFaults.h"
 #include "settings/devices/DevicesTab.h"
 #include "support/TestWorld.h"
 #include "support/ViewChecks.h"
@@ -13,8 +14,6 @@
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QDir>
-#include <QTest>
-#include <QTranslator>
 
 using namespace Qt::StringLiterals;
 using namespace quorbit;
@@ -24,27 +23,6 @@ namespace {
 constexpr int leastWidth = 560;  // that the user can make the window
 constexpr double veryLarge = 20; // points, from which on texts may be cut
 constexpr int smallScreen = 800; // the width of a window then
-constexpr int settleTime = 40;   // ms, longer than any update waits
-
-/// Knows the program's own texts, all that were asked for. Other texts are names that others gave, which may
-/// be cut.
-class OwnTexts final : public QTranslator {
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char * /*context*/, const char *key, const char * /*disambiguation*/,
-                      int /*n*/) const override {
-        keys_.insert(key);
-        return {}; // the next translator has the text
-    }
-    bool contains(const QString &text) const {
-        const QSet<QByteArray> keys = keys_;
-        return std::any_of(keys.begin(), keys.end(),
-                           [&](auto &key) { return qtTrId(key.constData()) == text; });
-    }
-
-private:
-    mutable QSet<QByteArray> keys_;
-};
 
 bool fits(const QWidget &view, const QWidget &control, const OwnTexts &ownTexts) {
     const auto *label = qobject_cast<const TextLabel *>(&control);
@@ -68,12 +46,12 @@ bool runsIntoEdge(QWidget &control) {
     return false;
 }
 
-/// The first that is cut without a sign, sticks out or leaves the list no room at a very large font.
+/// The first that is cut without a sign, sticks out or takes a list's room at a very large font.
 QString misfitWhenVeryLarge(const QWidget &view) {
-    const auto *list = view.findChild<Form *>();
-    if (qobject_cast<const DevicesTab *>(&view) && list->isVisible() &&
-        list->height() * 10 < view.height() * 7)
-        return u"the list"_s;
+    const auto *devices = view.findChild<DevicesTab *>();
+    const auto *list = devices ? devices->findChild<Form *>() : nullptr;
+    if (list && list->isVisible() && (devices->height() - list->height()) * 4 > view.height())
+        return u"what is below the list"_s;
     for (QWidget *control : view.findChildren<QWidget *>()) {
         const QRect place(control->mapTo(&view, QPoint()), control->size());
         const bool isCutText = control->width() < control->sizeHint().width() &&
@@ -101,16 +79,24 @@ QString misfit(const QWidget &view, const OwnTexts &ownTexts) {
     return {};
 }
 
+/// Lets every update that is due come to its end.
+void settle() {
+    for (int round = 0; round < 20; ++round) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
 std::unique_ptr<QWidget> shown(const Picture &picture, const TimeFormats &formats, QSize size) {
     std::unique_ptr<QWidget> view = picture.make(formats);
     view->setAttribute(Qt::WA_DontShowOnScreen);
     if (size.isValid())
         view->resize(size);
     view->show();
-    QTest::qWait(settleTime);
+    settle();
     if (picture.arrange) {
         picture.arrange(*view, formats);
-        QTest::qWait(settleTime);
+        settle();
     }
     return view;
 }
@@ -139,8 +125,13 @@ int main(int argc, char **argv) {
     const QList<double> sizes = draws ? QList{drawn} : QList{9.0, 12.5, 16.0, 20.0, 30.0};
     const QList<bool> darknesses = draws ? QList{false, true} : QList{false};
 
-    int misfits = 0;
+    int faults = 0;
     const auto take = [&](const Picture &picture, double points, bool dark, const QString &language) {
+        const auto fault = [&](const QString &what) {
+            ++faults;
+            qWarning("%s, %s at %g points: %s", qPrintable(picture.name), qPrintable(language), points,
+                     qPrintable(what));
+        };
         useAppearance({.dark = dark, .accent = {}}, points);
         useLanguage(language);
         OwnTexts ownTexts;
@@ -154,17 +145,17 @@ int main(int argc, char **argv) {
         const QString kind = (dark ? u"-dark-"_s : u"-light-"_s) + language + u"@%1x.png"_s;
         if (draws)
             return draw(*view, arguments[2] + u'/' + picture.name + kind);
+        if (points == sizes.first())
+            for (const QString &what : textFaults(*test::accessible(view.get()), ownTexts))
+                fault(what);
         if (const QString which = isVeryLarge ? misfitWhenVeryLarge(*view) : misfit(*view, ownTexts);
-            !which.isEmpty() || (size.isValid() && view->width() != size.width())) {
-            ++misfits;
-            qWarning("%s, %s at %g points: %s does not fit", qPrintable(picture.name), qPrintable(language),
-                     points, qPrintable(which));
-        }
+            !which.isEmpty() || (size.isValid() && view->width() != size.width()))
+            fault(which + u" does not fit"_s);
     };
     for (const Picture &picture : allPictures())
         for (const double points : sizes)
             for (const bool dark : darknesses)
                 for (const QString &language : allLanguages())
                     take(picture, points, dark, language);
-    return misfits == 0 ? 0 : 1;
+    return faults == 0 ? 0 : 1;
 }

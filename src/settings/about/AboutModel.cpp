@@ -64,12 +64,19 @@ AboutModel::Download download(DownloadState state) {
     return AboutModel::Download::offered;
 }
 
+/// Others than a browser's start whatever program the desktop has for them, files included.
+bool isForBrowser(const QUrl &address) {
+    return (address.scheme() == "https"_L1 || address.scheme() == "http"_L1) && !address.host().isEmpty();
+}
+
 AboutModel::Banner banner(const AvailableUpdate &update, DownloadState state, const QString &currentVersion) {
     return {.title = qtTrId("update.available.title").arg(displayLine(update.version)),
             .subtitle = qtTrId("update.available.subtitle").arg(currentVersion),
             .notes = displayText(update.releaseNotesText.value_or(QString())),
             .download = download(state),
-            .canDownload = update.downloadURL.has_value()};
+            .canDownload = update.downloadURL.has_value(),
+            .browserAddress =
+                update.downloadURL && isForBrowser(*update.downloadURL) ? update.downloadURL : std::nullopt};
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QUrl>
 
 #include <optional>
 
@@ -32,6 +33,7 @@ struct AboutModel {
         QString notes; ///< empty: not shown
         Download download = Download::offered;
         bool canDownload = false;
+        std::optional<QUrl> browserAddress; ///< where the package is, for a browser to open
 
         bool operator==(const Banner &) const = default;
     };

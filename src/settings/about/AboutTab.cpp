@@ -39,12 +39,6 @@ TextLabel *centred(const QString &text, TextStyle style, TextColor color) {
     return label;
 }
 
-/// Whether it is a browser that would open the address. Others start whatever program the desktop has for
-/// them, files included.
-bool isForBrowser(const QUrl &address) {
-    return (address.scheme() == "https"_L1 || address.scheme() == "http"_L1) && !address.host().isEmpty();
-}
-
 } // namespace
 
 AboutTab::AboutTab(UpdateChecker &updater, const TimeFormats &formats, AboutServices services,
@@ -199,9 +193,8 @@ void AboutTab::pickLanguage(int index) {
 }
 
 void AboutTab::openInBrowser() {
-    const auto &available = updater_.state().available;
-    if (available && available->downloadURL && isForBrowser(*available->downloadURL))
-        services_.openAddress(*available->downloadURL);
+    if (shown_.banner && shown_.banner->browserAddress)
+        services_.openAddress(*shown_.banner->browserAddress);
 }
 
 } // namespace quorbit
