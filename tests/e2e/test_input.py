@@ -4,8 +4,9 @@ seen, and the service's log that nothing else was worked."""
 import subprocess
 import unittest
 
-from desktop import QUITTING, Desk, extents, keys, pointer, states, stays, wait_for, windows, xdotool
-from reader import screen
+from desktop import (QUITTING, Desk, GLib, extents, keys, pixels, pointer, press, states, stays, wait_for, windows,
+                     xdotool)
+from reader import Announcements, screen, with_those_above
 
 WIDTH = 1280  # of the screen
 RING = 3  # how far a control's ring may reach beyond it
@@ -17,6 +18,7 @@ class Hands(Desk):
         # On a busy computer a key may stay down for so long that it would repeat.
         subprocess.run(["xset", "r", "off"], check=True)
         super().start(scenario, *(options or ("--speed", "10")))
+        self.moves = self.enterContext(Announcements(self.app.pid, ["object:state-changed:focused"]))
         wait_for("the focus", lambda: self.focused() and self.focused().role == "panel")
 
     def focused(self):
@@ -25,13 +27,14 @@ class Hands(Desk):
 
     def go(self, key):
         """Presses a key that moves the focus and tells where it went."""
-        before = self.focused()
-
-        def moved():
-            now = self.focused()
-            return now if now and (before is None or now.node != before.node) else None
+        def arrived():
+            try:
+                return next((node for _, node in reversed(self.moves.heard) if "focused" in states(node)), None)
+            except GLib.Error:
+                return None  # it has gone meanwhile
+        self.moves.heard.clear()
         keys(key)
-        return wait_for(f"the focus to leave {before} by {key}", moved)
+        return with_those_above(wait_for(f"the focus to move by {key}", arrived))
 
     def go_to(self, name):
         for _ in range(30):
@@ -58,15 +61,11 @@ class Hands(Desk):
         wait_for(tab, lambda: "selected" in states(self.app.find("page tab", tab)))
         stays(lambda: True, 0.3)
 
-    def commands(self):
-        """What was asked of the service that is not to be had by asking for its state."""
-        return [line for line in self.service.printed().splitlines() if line.startswith(("PUT", "POST", "DELETE"))]
-
     def is_at_rest(self):
         """Whether the window itself has the keyboard, and no key does anything."""
-        before = self.commands()
+        before = self.service.commands()
         keys("x", "space", "Up", "Right", "Delete")
-        return (stays(lambda: self.commands() == before, 0.5) and self.focused().role in ("panel", "dialog", "alert")
+        return (stays(lambda: self.service.commands() == before, 0.5) and self.focused().role in ("panel", "dialog", "alert")
                 and not self.app.find("popup menu"))
 
 
@@ -76,7 +75,7 @@ class Keyboard(Hands):
         stops = [each.name for each in screen(self.app.pid) if {"focusable", "enabled"} <= each.states
                  and each.role not in ("list item", "panel", "dialog", "alert")]  # in the order of reading
         forward = [self.go("Tab")]
-        shown = picture()
+        shown = pixels()
         for _ in stops:
             place = forward[-1]
             with self.subTest(view=view, control=str(place)):
@@ -84,7 +83,7 @@ class Keyboard(Hands):
                     self.assertTrue(above.role == "application" or contains(above.place, place.place),
                                     f"it sticks out of {above}")
             forward.append(self.go("Tab"))
-            before, shown = shown, picture()
+            before, shown = shown, pixels()
             with self.subTest(view=view, control=str(place)):
                 self.assertGreater(different(before, shown, place.place), SEEN, "the focus is not to be seen")
         seen = names_of(forward)
@@ -165,7 +164,7 @@ class Keyboard(Hands):
                 self.app.wait_gone(opened)
         keys("alt+F4")  # of the window manager
         wait_for("the window's end", lambda: not windows("Settings"))
-        self.assertEqual(self.commands(), [])
+        self.assertEqual(self.service.commands(), [])
 
     def test_a_held_key_acts_once(self):
         self.start("still", "--fault", "/api/settings=slow")
@@ -179,12 +178,12 @@ class Keyboard(Hands):
                 self.show_tab(tab)
                 self.app.wait(name=control)
                 self.go_to(control)
-                before = len(self.commands())
+                before = len(self.service.commands())
                 if tab == "Overview":
                     keys("x")
                 xdotool("keydown", key, "sleep", 1.5, "keyup", key)
                 stays(lambda: True, 3)
-                self.assertEqual(len(self.commands()) - before, asked)
+                self.assertEqual(len(self.service.commands()) - before, asked)
 
     def test_quits(self):
         self.start("still")
@@ -208,11 +207,11 @@ class Pointer(Hands):
         self.assertEqual(self.go("shift+Tab").name, "Overview")
         self.click_tab("Sync")
         self.assertTrue(self.is_at_rest(), "the tab that had the ring was left by a click")
-        without = picture()
+        without = pixels()
         place = self.go("Tab").place
-        self.assertGreater(different(without, picture(), place), SEEN)
+        self.assertGreater(different(without, pixels(), place), SEEN)
         self.click_tab("Sync")
-        self.assertEqual(different(without, picture(), place), 0, "a click leaves no ring")
+        self.assertEqual(different(without, pixels(), place), 0, "a click leaves no ring")
         self.assertTrue(self.is_at_rest())
 
     def test_a_sheet_is_typed_into(self):
@@ -240,12 +239,6 @@ class Pointer(Hands):
 def names_of(places):
     """A list is one stop, at one of its rows."""
     return [(place.parent if place.role == "list item" else place).name for place in places]
-
-
-def picture():
-    """The screen, three bytes a pixel."""
-    return subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"], capture_output=True,
-                          check=True).stdout
 
 
 def different(one, other, area):
