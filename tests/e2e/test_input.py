@@ -4,7 +4,7 @@ seen, and the service's log that nothing else was worked."""
 import subprocess
 import unittest
 
-from desktop import (QUITTING, Desk, GLib, extents, keys, pixels, pointer, press, states, stays, wait_for, windows,
+from desktop import (QUITTING, Atspi, Desk, GLib, extents, keys, pixels, pointer, states, stays, wait_for, windows,
                      xdotool)
 from reader import Announcements, screen, with_those_above
 
@@ -38,7 +38,7 @@ class Hands(Desk):
 
     def go_to(self, name):
         for _ in range(30):
-            if self.go("Tab").name == name:
+            if names_of([self.go("Tab")]) == [name]:
                 return
         self.fail(f"the Tab key does not lead to {name}")
 
@@ -138,6 +138,9 @@ class Keyboard(Hands):
 
     def test_shortcuts(self):
         self.start("still")
+        keys("Escape")
+        wait_for("the panel's end", lambda: not windows("Quorbit", self.app.pid))
+        self.tray.open_panel(self.app)
         keys("ctrl+comma")
         self.app.wait("page tab")
         stays(lambda: True, 0.5)
@@ -166,29 +169,62 @@ class Keyboard(Hands):
         wait_for("the window's end", lambda: not windows("Settings"))
         self.assertEqual(self.service.commands(), [])
 
+    def test_keys_that_move_within(self):
+        """What is one stop of the Tab key, and up and down the panel."""
+        self.start("full")
+        # tab, control, keys, and the name or the numbers of what has the focus then
+        for tab, control, moves in (
+                (None, "Pause syncing", (("Down", "ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"),
+                                         ("Up", "Pause syncing"))),
+                ("Overview", "Overview", (("End", "About"), ("Left", "Devices"), ("Home", "Overview"), ("Right", "Sync"))),
+                ("Sync", "Clipboard history", (("Down", [1]), ("End", [11]), ("Up", [10]), ("Home", [0]),
+                                               ("Next", range(2, 12)), ("Prior", [0])))):
+            if tab:
+                self.app.open_tab(tab)
+            self.go_to(control)
+            for key, wanted in moves:
+                with self.subTest(control=control, key=key):
+                    place = self.go(key)
+                    self.assertIn(place.name if tab != "Sync" else place.node.get_index_in_parent(),
+                                  [wanted] if isinstance(wanted, str) else wanted)
+        for key, number in (("Return", 11), ("space", 12)):
+            with self.subTest("the chosen row stays chosen while it is put first, and another is", key=key):
+                chosen = self.go("Down").name
+                keys(key)
+                wait_for("the entry", lambda: self.service.commands()[-1:] == [f"POST /api/history/apply/{number}"])
+                wait_for("its place", lambda: self.app.find("list item", chosen).get_index_in_parent() == 0)
+                self.service.ask("/api/history/apply/8", "POST")
+                wait_for("its place", lambda: self.app.find("list item", chosen).get_index_in_parent() == 1)
+                self.assertEqual(self.focused().name, chosen)
+
     def test_a_held_key_acts_once(self):
-        self.start("still", "--fault", "/api/settings=slow")
-        self.open_settings()
-        subprocess.run(["xset", "r", "on"], check=True)
-        # The service takes two seconds to answer, for which a key that steps waits.
-        for tab, control, key, asked in (("Sync", "Largest file", "Up", 1), ("Sync", "Text", "space", 1),
-                                         ("Overview", "Device name", "Return", 1),
-                                         ("KVM", "Switch delay", "Return", 0)):
-            with self.subTest(control=control, key=key):
-                self.show_tab(tab)
-                self.app.wait(name=control)
-                self.go_to(control)
-                before = len(self.service.commands())
-                if tab == "Overview":
+        self.start("still", "--delay", "/api/settings=1000")
+        subprocess.run(["xset", "r", "rate", "150", "50"], check=True)
+        # A key that steps waits for the answer.
+        for tab, role, name, key, asked in (("Sync", "spin button", "Largest file", "Up", 1),
+                                            ("Sync", "check box", "Text", "space", 1),
+                                            ("Sync", "check box", "Images", "Return", 1),
+                                            ("Sync", "list", "Clipboard history", "Return", 1),
+                                            ("Overview", "text", "Device name", "Return", 1),
+                                            ("KVM", "combo box", "Switch delay", "Return", 0)):
+            with self.subTest(control=name, key=key):
+                self.app.open_tab(tab)
+                control = self.app.wait(role, name)
+                Atspi.Component.grab_focus(control)
+                if role == "text":
                     keys("x")
-                xdotool("keydown", key, "sleep", 1.5, "keyup", key)
-                stays(lambda: True, 3)
+                before, shown = len(self.service.commands()), "checked" in states(control)
+                xdotool("keydown", key, "sleep", 0.4, "keyup", key)
+                self.assertEqual("checked" in states(control), shown, "no answer has come")
+                stays(lambda: True, 1.5)
                 self.assertEqual(len(self.service.commands()) - before, asked)
 
     def test_quits(self):
-        self.start("still")
-        keys("ctrl+q")
-        self.assertEqual(self.app.process.wait(4 + QUITTING), 0)
+        for way in (lambda: keys("ctrl+q"), lambda: self.app.press("push button", "Quit Quorbit")):
+            self.start("still")
+            way()
+            self.assertEqual(self.app.process.wait(4 + QUITTING), 0)
+            self.doCleanups()
 
 
 class Pointer(Hands):
