@@ -316,6 +316,11 @@ def pointer(place, *action):
     xdotool("mousemove", x + width // 2, y + height // 2, *action)
 
 
+def click(node, button=1):
+    place = extents(node)
+    pointer((place.x, place.y, place.width, place.height), "click", button)
+
+
 def keys(*names):
     xdotool("key", "--clearmodifiers", *names)
 

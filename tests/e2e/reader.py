@@ -13,8 +13,8 @@ UNFINISHED = re.compile(r"%\d|^[a-z_]+(\.[a-z_]+)+$")  # a placeholder, or the k
 
 
 class Element:
-    """A node as it was when it was read and, if it was read deeply, all below it that is showing or, as a row of a list,
-    would be after scrolling."""
+    """A node as it was when it was read and, if it was read deeply, all below it that is showing or, as a row of a
+    list, would be after scrolling."""
 
     def __init__(self, node, parent=None, deep=True):
         self.node, self.parent, self.states = node, parent, states(node)

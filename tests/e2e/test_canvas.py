@@ -44,7 +44,7 @@ class Canvas(Desk):
     def wait_for_refresh(self, saves):
         """Until that many saves, and what follows the last of them, have been answered."""
         wait_for("the save", lambda: len(self.saves()) == saves)
-        wait_for("the refresh", lambda: "GET /api/settings" in self.service.printed().rpartition("PUT /api/settings")[2])
+        wait_for("the refresh", lambda: "GET /api/settings" in self.service.printed().rpartition("PUT ")[2])
         stays(lambda: True, 0.1)
 
     def test_drops_on_the_pixel(self):

@@ -4,8 +4,7 @@ seen, and the service's log that nothing else was worked."""
 import subprocess
 import unittest
 
-from desktop import (QUITTING, Atspi, Desk, GLib, extents, keys, pixels, pointer, states, stays, wait_for, windows,
-                     xdotool)
+from desktop import QUITTING, Atspi, Desk, GLib, click, keys, pixels, states, stays, wait_for, windows, xdotool
 from reader import Announcements, screen, with_those_above
 
 WIDTH = 1280  # of the screen
@@ -43,30 +42,20 @@ class Hands(Desk):
         self.fail(f"the Tab key does not lead to {name}")
 
     def open_settings(self):
-        self.go_to("Settings…")
-        keys("Return")
+        keys("ctrl+comma")
         self.app.wait("page tab")
-
-    def show_tab(self, tab):
-        while "selected" not in states(self.app.find("page tab", tab)):
-            keys("ctrl+Tab")
-            stays(lambda: True, 0.3)
+        stays(lambda: True, 0.5)
 
     def click(self, role, name):
-        place = extents(self.app.wait(role, name))
-        pointer((place.x, place.y, place.width, place.height), "click", 1)
-
-    def click_tab(self, tab):
-        self.click("page tab", tab)
-        wait_for(tab, lambda: "selected" in states(self.app.find("page tab", tab)))
+        click(self.app.wait(role, name))
         stays(lambda: True, 0.3)
 
     def is_at_rest(self):
         """Whether the window itself has the keyboard, and no key does anything."""
         before = self.service.commands()
         keys("x", "space", "Up", "Right", "Delete")
-        return (stays(lambda: self.service.commands() == before, 0.5) and self.focused().role in ("panel", "dialog", "alert")
-                and not self.app.find("popup menu"))
+        return (stays(lambda: self.service.commands() == before, 0.5) and not self.app.find("popup menu")
+                and self.focused().role in ("panel", "dialog", "alert"))
 
 
 class Keyboard(Hands):
@@ -96,78 +85,65 @@ class Keyboard(Hands):
         self.start("full")
         self.walk("panel")
         self.open_settings()
-        tabs = [tab.get_name() for tab in self.app.all("page tab")]
-        for before, tab in zip([None, *tabs], tabs):
-            if before:
-                self.go_to(before)
-                self.assertEqual(self.go("Right").name, tab)
+        for tab in [tab.get_name() for tab in self.app.all("page tab")]:
+            self.app.open_tab(tab)
             stays(lambda: True, 0.5)
             self.walk(tab)
 
-    def test_the_focus_comes_back(self):
+    def test_what_opens_takes_the_keyboard_and_gives_it_back(self):
         self.start("still")
         self.open_settings()
-        # tab, control, key that opens, what opens, whether the Tab key goes round in it
-        for tab, control, key, opened, has_stops in (("Devices", "Remove, Office Linux", "space", "alert", True),
-                                                     ("Devices", "Add a computer", "Return", "dialog", True),
-                                                     ("About", "Interface language", "space", "popup menu", False),
-                                                     ("About", "Interface language", "Down", "popup menu", False)):
+        for tab, control, key, opened in (("Devices", "Remove, Office Linux", "space", "alert"),
+                                          ("Devices", "Add a computer", "Return", "dialog"),
+                                          ("About", "Interface language", "space", "popup menu"),
+                                          ("About", "Interface language", "Down", "popup menu")):
             with self.subTest(control=control, key=key):
-                self.show_tab(tab)
+                self.app.open_tab(tab)
                 self.go_to(control)
                 keys(key)
                 self.app.wait(opened)
-                if has_stops:
+                if opened != "popup menu":
                     self.walk(opened)
+                    keys("ctrl+Tab", "ctrl+Prior", "ctrl+w")
+                    self.assertTrue(stays(lambda opened=opened: self.app.find(opened), 0.5))
+                    self.assertIn("selected", states(self.app.find("page tab", tab)))
                 keys("Escape")
                 self.app.wait_gone(opened)
                 wait_for("the focus", lambda control=control: self.focused() and self.focused().name == control)
-
-    def test_what_has_the_focus_may_go(self):
-        self.start("still")
-        self.open_settings()
-        self.show_tab("Devices")
-        self.go_to("Remove, Office Linux")
-        keys("space")
-        self.app.wait("alert")
-        self.go_to("Remove")
-        keys("space")
+        self.assertEqual(self.service.commands(), [])
+        self.app.open_tab("Devices")
+        self.app.wait("push button", "Add a computer")
+        for control in ("Remove, Office Linux", "Remove"):
+            self.go_to(control)
+            keys("space")
+            stays(lambda: not self.app.find("alert"), 1)
         self.app.wait_gone("push button", "Remove, Office Linux")
-        self.assertTrue(self.is_at_rest())
+        self.assertTrue(self.is_at_rest(), "what had the focus has gone")
         self.assertEqual(self.go("Tab").name, "Travel laptop")
+        self.app.press("push button", "Add a computer")
+        self.app.wait("dialog")
+        keys("alt+F4")  # of the window manager
+        wait_for("the window's end", lambda: not windows("Settings", self.app.pid))
 
     def test_shortcuts(self):
         self.start("still")
         keys("Escape")
         wait_for("the panel's end", lambda: not windows("Quorbit", self.app.pid))
         self.tray.open_panel(self.app)
-        keys("ctrl+comma")
-        self.app.wait("page tab")
-        stays(lambda: True, 0.5)
+        self.open_settings()
         self.assertTrue(self.is_at_rest())
         for key, tab in (("ctrl+Tab", "Sync"), ("ctrl+Next", "KVM"), ("ctrl+Prior", "Sync"),
                          ("ctrl+shift+Tab", "Overview")):
             self.assertEqual(self.go(key).name, tab)
         keys("ctrl+w")
-        wait_for("the window's end", lambda: not windows("Settings"))
+        wait_for("the window's end", lambda: not windows("Settings", self.app.pid))
 
-    def test_what_is_open_is_answered_first(self):
-        self.start("still")
-        self.open_settings()
-        self.show_tab("Devices")
-        for control, opened in (("Add a computer", "dialog"), ("Remove, Office Linux", "alert")):
-            self.go_to(control)
-            keys("space")
-            self.app.wait(opened)
-            keys("ctrl+Tab", "ctrl+Prior", "ctrl+w")
-            self.assertTrue(stays(lambda opened=opened: self.app.find(opened), 0.5))
-            self.assertIn("selected", states(self.app.find("page tab", "Devices")))
-            if opened == "dialog":
-                keys("Escape")
-                self.app.wait_gone(opened)
-        keys("alt+F4")  # of the window manager
-        wait_for("the window's end", lambda: not windows("Settings"))
-        self.assertEqual(self.service.commands(), [])
+    def test_quits(self):
+        for way in (lambda: keys("ctrl+q"), lambda: self.app.press("push button", "Quit Quorbit")):
+            self.start("still")
+            way()
+            self.assertEqual(self.app.process.wait(4 + QUITTING), 0)
+            self.doCleanups()
 
     def test_keys_that_move_within(self):
         """What is one stop of the Tab key, and up and down the panel."""
@@ -176,7 +152,8 @@ class Keyboard(Hands):
         for tab, control, moves in (
                 (None, "Pause syncing", (("Down", "ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"),
                                          ("Up", "Pause syncing"))),
-                ("Overview", "Overview", (("End", "About"), ("Left", "Devices"), ("Home", "Overview"), ("Right", "Sync"))),
+                ("Overview", "Overview", (("End", "About"), ("Left", "Devices"), ("Home", "Overview"),
+                                          ("Right", "Sync"))),
                 ("Sync", "Clipboard history", (("Down", [1]), ("End", [11]), ("Up", [10]), ("Home", [0]),
                                                ("Next", range(2, 12)), ("Prior", [0])))):
             if tab:
@@ -219,34 +196,26 @@ class Keyboard(Hands):
                 stays(lambda: True, 1.5)
                 self.assertEqual(len(self.service.commands()) - before, asked)
 
-    def test_quits(self):
-        for way in (lambda: keys("ctrl+q"), lambda: self.app.press("push button", "Quit Quorbit")):
-            self.start("still")
-            way()
-            self.assertEqual(self.app.process.wait(4 + QUITTING), 0)
-            self.doCleanups()
-
 
 class Pointer(Hands):
     def test_a_click_leaves_the_keyboard_at_rest(self):
         self.start("still")
         self.click("push button", "Settings…")
         self.app.wait("page tab")
-        stays(lambda: True, 0.5)
         self.assertTrue(self.is_at_rest(), "the window has just opened")
         for tab, first in (("Sync", "Text"), ("KVM", "Share keyboard and mouse"), ("About", "Check now"),
                            ("Overview", "Device name")):
             with self.subTest(tab=tab):
-                self.click_tab(tab)
+                self.click("page tab", tab)
                 self.assertTrue(self.is_at_rest())
                 self.assertEqual(self.go("Tab").name, first)
         self.assertEqual(self.go("shift+Tab").name, "Overview")
-        self.click_tab("Sync")
+        self.click("page tab", "Sync")
         self.assertTrue(self.is_at_rest(), "the tab that had the ring was left by a click")
         without = pixels()
         place = self.go("Tab").place
         self.assertGreater(different(without, pixels(), place), SEEN)
-        self.click_tab("Sync")
+        self.click("page tab", "Sync")
         self.assertEqual(different(without, pixels(), place), 0, "a click leaves no ring")
         self.assertTrue(self.is_at_rest())
 
@@ -261,15 +230,6 @@ class Pointer(Hands):
         self.click("radio button", "Show a PIN")
         self.app.wait_gone("text", "PIN")
         self.assertTrue(self.is_at_rest())
-
-    def test_opens_a_menu(self):
-        self.start("still")
-        self.app.open_tab("About")
-        place = extents(self.app.wait("combo box", "Interface language"))
-        pointer((place.x, place.y, place.width, place.height), "click", 1)
-        self.app.wait("popup menu")
-        keys("Down", "Return")
-        self.app.wait("push button", "Restart now")
 
 
 def names_of(places):

@@ -1,14 +1,13 @@
 #!/usr/bin/python3
 """The real executable and the service: launched or left alone, ended or restarted with the program."""
 import os
-import shutil
 import signal
 import sys
 import time
 import unittest
 from pathlib import Path
 
-from desktop import (BIN, CONNECTION, HOME, PATIENCE, QUITTING, Gio, Installed, Sim, Tree, XembedTray, icon, pointer,
+from desktop import (CONNECTION, HOME, PATIENCE, QUITTING, Gio, Installed, Sim, Tree, XembedTray, icon, pointer,
                      processes, stays, wait_for)
 
 UPTIME = time.clock_gettime(time.CLOCK_MONOTONIC)
@@ -47,7 +46,9 @@ class Permission(unittest.TestCase):
         # A new instance that came before the service's end would find it, and lose it.
         state = {"QUORBITD_SIM_SCENARIO": "no-permission", "QUORBITD_SIM_SPEED": "4", "QUORBITD_SIM_LINGER": "2",
                  "QUORBITD_SIM_STATE": str(HOME / "state.json")}
-        with XembedTray(), Installed(env=state) as app:
+        # As if a new version had been installed while the old one was being started.
+        replaced = ("sh", "-c", 'exec 3<"$0" && cp "$0" new && mv new "$0" && exec /proc/self/fd/3')
+        with XembedTray(), Installed(state, replaced) as app:
             place = wait_for("the icon", icon)
             for opens in (True, False, True):
                 pointer(place, "click", 1)
@@ -57,9 +58,6 @@ class Permission(unittest.TestCase):
             app.wait(name="Accessibility is not allowed yet")
             app.press("push button", "Allow…")
             app.wait(name="Accessibility needs a restart")
-            # As a new version does that is installed over the old.
-            shutil.copy2(BIN / "quorbit", app.executable.with_name("new"))
-            os.replace(app.executable.with_name("new"), app.executable)
             app.press("push button", "Restart")
             second = Tree(app.successor())
             wait_for("the new instance's icon", icon)
@@ -94,5 +92,6 @@ class Permission(unittest.TestCase):
 
 if __name__ == "__main__":
     if UPTIME < 330:  # where the program would take the permission for one that was given before it was started
-        os.execvp("unshare", ["unshare", "--time", "--monotonic=1000", "--fork", "--kill-child", sys.executable, *sys.argv])
+        later = ["unshare", "--time", "--monotonic=1000", "--fork", "--kill-child"]
+        os.execvp(later[0], [*later, sys.executable, *sys.argv])
     unittest.main()
