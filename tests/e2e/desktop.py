@@ -110,8 +110,8 @@ class Program:
             assert "runtime error: " not in self.printed(), self.printed()
 
     def printed(self):
-        self.output.seek(0)
-        return self.output.read().decode(errors="replace")
+        # Not by seeking: the program writes where this descriptor stands.
+        return os.pread(self.output.fileno(), os.fstat(self.output.fileno()).st_size, 0).decode(errors="replace")
 
 
 class Sim(Program):
@@ -144,6 +144,10 @@ class Sim(Program):
     def requests(self, path):
         """How many requests for that path came."""
         return self.printed().count(f" {path} ")
+
+    def commands(self):
+        """What else than its state it was asked for, in the order of the answers."""
+        return re.findall(r"^((?:PUT|POST|DELETE) \S+)", self.printed(), re.MULTILINE)
 
     def wait_for_polls(self, count=2):
         """More than there were; what was asked first has been answered when it is asked again."""
@@ -226,13 +230,29 @@ class Tree:
 
 
 class Application(Program, Tree):
+    """An instance of the program, and those that take its place when it restarts itself."""
+
     def __init__(self, env=None, executable=BIN / "quorbit", wrapper=()):
-        self.command = [*wrapper, executable]
+        self.command, self.executable, self.env = [*wrapper, executable], executable, env or {}
         super().__init__(*self.command, env=env)
-        self.env = env
+
+    def __exit__(self, *arguments):
+        super().__exit__(*arguments)
+        for pid in self.instances():
+            os.kill(pid, signal.SIGTERM)
+        wait_for("the end of every instance", lambda: not self.instances())
+
+    def instances(self):
+        runtime = {**os.environ, **self.env}["XDG_RUNTIME_DIR"]
+        return processes(self.executable, f"XDG_RUNTIME_DIR={runtime}\0".encode())
+
+    def successor(self):
+        """The only instance, once this one has made way for it."""
+        self.process.wait(PATIENCE)
+        return wait_for("the new instance", self.instances)[0]
 
     def start_again(self, **env):
-        with Program(*self.command, env={**(self.env or {}), **env}) as second:
+        with Program(*self.command, env={**self.env, **env}) as second:
             assert second.process.wait(PATIENCE) == 0
 
     def open_panel(self):
@@ -249,33 +269,21 @@ class Installed(Application):
         for folder in ("bin", "libexec/quorbit"):
             (prefix / folder).mkdir(parents=True)
         self.service = Path(shutil.copy2(service, prefix / "libexec/quorbit/quorbitd"))
-        self.executable = Path(shutil.copy2(BIN / "quorbit", prefix / "bin/quorbit"))
-        super().__init__(env, self.executable, wrapper)
+        super().__init__(env, Path(shutil.copy2(BIN / "quorbit", prefix / "bin/quorbit")), wrapper)
 
     def __exit__(self, *arguments):
-        """Ends every instance."""
         super().__exit__(*arguments)
-        for pid in processes(self.executable):
-            os.kill(pid, signal.SIGTERM)
-        wait_for("the end of every instance", lambda: not processes(self.executable))
         wait_for("the end of the service", lambda: not processes(self.service))
-
-    def successor(self):
-        """The only instance, once this one has made way for it."""
-        self.process.wait(PATIENCE)
-        return wait_for("the new instance", lambda: processes(self.executable))[0]
 
 
 class Desk(unittest.TestCase):
     """A desktop with a tray, a service and the application, whose panel is open."""
 
     def start(self, scenario, *options, env=None):
-        tray = self.enterContext(StatusNotifierTray())
+        self.tray = self.enterContext(StatusNotifierTray())
         self.service = self.enterContext(Sim(scenario, *options))
         self.app = self.enterContext(Application(env))
-        wait_for("the item", lambda: tray.items)
-        tray.ask("Activate")
-        wait_for("the panel's rows", lambda: len(self.app.all("push button")) > 1)
+        self.tray.open_panel(self.app)
 
 
 # Windows, as the X server knows them
@@ -308,8 +316,19 @@ def pointer(place, *action):
     xdotool("mousemove", x + width // 2, y + height // 2, *action)
 
 
+def click(node, button=1):
+    place = extents(node)
+    pointer((place.x, place.y, place.width, place.height), "click", button)
+
+
 def keys(*names):
     xdotool("key", "--clearmodifiers", *names)
+
+
+def pixels(window="root"):
+    """Of the screen or of a window, three bytes each."""
+    return subprocess.run(["import", "-silent", "-window", window, "-depth", "8", "rgb:-"], capture_output=True,
+                          check=True).stdout
 
 
 def picture(path):
@@ -373,6 +392,23 @@ class StatusNotifierTray(BusObject):
         name, path = (sender, item) if item.startswith("/") else (item, "/StatusNotifierItem")
         self.connection.call(name, path, "org.kde.StatusNotifierItem", method, GLib.Variant("(ii)", (600, 300)), None,
                              Gio.DBusCallFlags.NONE, -1, None, None)
+
+    def open_panel(self, app):
+        wait_for("the item", lambda: self.items)
+        self.ask("Activate")
+        wait_for("the panel's rows", lambda: len(app.all("push button")) > 1)
+
+    def menu(self, chosen=None):
+        """Chooses that entry of the newest item's menu, and gives back the entries with their check marks."""
+        def call(method, types, *arguments):
+            return self.connection.call_sync(self.items[-1][0], "/MenuBar", "com.canonical.dbusmenu", method,
+                                             GLib.Variant(types, arguments), None, Gio.DBusCallFlags.NONE, -1, None)
+        _, (_, _, entries) = call("GetLayout", "(iias)", 0, -1, []).unpack()
+        entries = {properties["label"]: (number, properties.get("toggle-state"))
+                   for number, properties, _ in entries if "label" in properties}
+        if chosen:
+            call("Event", "(isvu)", entries[chosen][0], "clicked", GLib.Variant("i", 0), 0)
+        return {label: checked for label, (_, checked) in entries.items()}
 
 
 class Portal(BusObject):

@@ -9,13 +9,14 @@ CONTROLS = {"push button", "check box", "text", "page tab", "spin button", "comb
             "radio button", "menu item", "check menu item", "radio menu item", "popup menu", "dialog", "alert", "panel",
             "scroll bar", "frame"}
 MARKUP = re.compile(r"&(?:amp|lt|gt|\w(?!\w*;))|</?[a-z]", re.IGNORECASE)
+UNFINISHED = re.compile(r"%\d|^[a-z_]+(\.[a-z_]+)+$")  # a placeholder, or the key of a text
 
 
 class Element:
-    """A node as it was when it was read and, below it, all that is showing or, as a row of a list, would be after
-    scrolling."""
+    """A node as it was when it was read and, if it was read deeply, all below it that is showing or, as a row of a
+    list, would be after scrolling."""
 
-    def __init__(self, node, parent=None):
+    def __init__(self, node, parent=None, deep=True):
         self.node, self.parent, self.states = node, parent, states(node)
         self.role, self.name, self.description = node.get_role_name(), node.get_name(), node.get_description()
         interfaces = node.get_interfaces()
@@ -26,7 +27,7 @@ class Element:
         self.range = [read(node) for read in (Atspi.Value.get_minimum_value, Atspi.Value.get_current_value,
                                               Atspi.Value.get_maximum_value)] if "Value" in interfaces else []
         self.children = []
-        if "showing" in self.states:
+        if deep and "showing" in self.states:
             for index in range(node.get_child_count()):
                 child = node.get_child_at_index(index)
                 if child is None:
@@ -53,6 +54,11 @@ class Element:
 
     def __str__(self):
         return f"{self.role} “{self.name}” [{', '.join(sorted(self.states))}]"
+
+
+def with_those_above(node):
+    parent = node.get_parent() if node.get_role_name() != "application" else None
+    return Element(node, parent and with_those_above(parent), deep=False)
 
 
 def screen(pid):
@@ -82,6 +88,7 @@ def faults(elements, data=()):
             "is gone": each.states & {"defunct", "invalid"},
             "has the focus but cannot": "focused" in each.states and "focusable" not in each.states
             and "menu item" not in each.role,
+            "says no text": any(map(UNFINISHED.search, (each.name, each.description, each.text))),
             "says markup": MARKUP.search(each.name + each.description) and not any(text in each.name for text in data),
             "tells no value": each.role in ("combo box", "spin button") and not each.text,
             "has no range": each.role == "spin button" and not (
@@ -111,28 +118,28 @@ def faults(elements, data=()):
 
 
 class Announcements:
-    """What the program announces of what is showing while the block runs."""
+    """What the program announces of what is showing while the block runs: names and nodes."""
 
-    KINDS = ["object:state-changed", "object:property-change", "object:children-changed", "object:text-changed",
-             "object:selection-changed", "object:visible-data-changed", "object:active-descendant-changed", "window"]
+    ALL = ["object:state-changed", "object:property-change", "object:children-changed", "object:text-changed",
+           "object:selection-changed", "object:visible-data-changed", "object:active-descendant-changed", "window"]
 
-    def __init__(self, pid):
-        self.pid, self.heard = pid, []
+    def __init__(self, pid, kinds=tuple(ALL)):
+        self.pid, self.kinds, self.heard = pid, kinds, []
         self.listener = Atspi.EventListener.new(self._hear)
 
     def _hear(self, event):
         try:
             if event.source and event.source.get_process_id() == self.pid and "showing" in states(event.source):
-                self.heard.append(event.source.get_name())
+                self.heard.append((event.source.get_name(), event.source))
         except GLib.Error:
             pass  # it has gone already
 
     def __enter__(self):
-        for kind in self.KINDS:
+        for kind in self.kinds:
             self.listener.register(kind)
         pump()
         return self
 
     def __exit__(self, *_):
-        for kind in self.KINDS:
+        for kind in self.kinds:
             self.listener.deregister(kind)

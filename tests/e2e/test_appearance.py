@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 """The real executable follows the desktop while it runs: colours, contrast, font and motion."""
 import operator
-import subprocess
+import re
 import unittest
 
-from desktop import HOME, Desk, GLib, Portal, extents, stays, wait_for, windows
+from desktop import HOME, Desk, GLib, Portal, extents, pixels, pointer, stays, wait_for, windows, xdotool
 
 ACCENT = (0.57, 0.25, 0.67)
 
@@ -19,8 +19,7 @@ class Appearance(Desk):
         self.usual = extents(self.field).height
 
     def pixels(self):
-        return subprocess.run(["import", "-silent", "-window", self.window, "-depth", "8", "rgb:-"],
-                              capture_output=True, check=True).stdout
+        return pixels(self.window)
 
     def differs(self, before):
         """By more than a text cursor."""
@@ -53,6 +52,15 @@ class Appearance(Desk):
                                             ("font-name", "s", "DejaVu Sans Bold 15", 1.5)):
                 portal.set(key, kind, value, Portal.GNOME)
                 self.wait_for_scale(scale)
+            xdotool("windowsize", "--sync", self.window, 580, 940)
+            for tab, role, name in (("Sync", "list item", "ssh deploy@10.0.0.12 'systemctl status quorbitd'"),
+                                    ("KVM", "push button", "Studio Mac (this computer)")):
+                with self.subTest("what is cut can be read whole", name=name):
+                    self.app.open_tab(tab)
+                    place = extents(self.app.wait(role, re.compile(re.escape(name))))
+                    pointer((place.x, place.y, place.width, place.height))
+                    xdotool("mousemove_relative", 3, 0)
+                    self.app.wait("tool tip", re.compile(re.escape(name)))
         self.assertTrue(stays(self.is_dark, 1))
         with Portal():
             wait_for("the light window", lambda: not self.is_dark())

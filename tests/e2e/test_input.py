@@ -4,8 +4,8 @@ seen, and the service's log that nothing else was worked."""
 import subprocess
 import unittest
 
-from desktop import QUITTING, Desk, extents, keys, pointer, states, stays, wait_for, windows, xdotool
-from reader import screen
+from desktop import QUITTING, Atspi, Desk, GLib, click, keys, pixels, states, stays, wait_for, windows, xdotool
+from reader import Announcements, screen, with_those_above
 
 WIDTH = 1280  # of the screen
 RING = 3  # how far a control's ring may reach beyond it
@@ -17,6 +17,7 @@ class Hands(Desk):
         # On a busy computer a key may stay down for so long that it would repeat.
         subprocess.run(["xset", "r", "off"], check=True)
         super().start(scenario, *(options or ("--speed", "10")))
+        self.moves = self.enterContext(Announcements(self.app.pid, ["object:state-changed:focused"]))
         wait_for("the focus", lambda: self.focused() and self.focused().role == "panel")
 
     def focused(self):
@@ -25,49 +26,36 @@ class Hands(Desk):
 
     def go(self, key):
         """Presses a key that moves the focus and tells where it went."""
-        before = self.focused()
-
-        def moved():
-            now = self.focused()
-            return now if now and (before is None or now.node != before.node) else None
+        def arrived():
+            try:
+                return next((node for _, node in reversed(self.moves.heard) if "focused" in states(node)), None)
+            except GLib.Error:
+                return None  # it has gone meanwhile
+        self.moves.heard.clear()
         keys(key)
-        return wait_for(f"the focus to leave {before} by {key}", moved)
+        return with_those_above(wait_for(f"the focus to move by {key}", arrived))
 
     def go_to(self, name):
         for _ in range(30):
-            if self.go("Tab").name == name:
+            if names_of([self.go("Tab")]) == [name]:
                 return
         self.fail(f"the Tab key does not lead to {name}")
 
     def open_settings(self):
-        self.go_to("Settings…")
-        keys("Return")
+        keys("ctrl+comma")
         self.app.wait("page tab")
-
-    def show_tab(self, tab):
-        while "selected" not in states(self.app.find("page tab", tab)):
-            keys("ctrl+Tab")
-            stays(lambda: True, 0.3)
+        stays(lambda: True, 0.5)
 
     def click(self, role, name):
-        place = extents(self.app.wait(role, name))
-        pointer((place.x, place.y, place.width, place.height), "click", 1)
-
-    def click_tab(self, tab):
-        self.click("page tab", tab)
-        wait_for(tab, lambda: "selected" in states(self.app.find("page tab", tab)))
+        click(self.app.wait(role, name))
         stays(lambda: True, 0.3)
-
-    def commands(self):
-        """What was asked of the service that is not to be had by asking for its state."""
-        return [line for line in self.service.printed().splitlines() if line.startswith(("PUT", "POST", "DELETE"))]
 
     def is_at_rest(self):
         """Whether the window itself has the keyboard, and no key does anything."""
-        before = self.commands()
+        before = self.service.commands()
         keys("x", "space", "Up", "Right", "Delete")
-        return (stays(lambda: self.commands() == before, 0.5) and self.focused().role in ("panel", "dialog", "alert")
-                and not self.app.find("popup menu"))
+        return (stays(lambda: self.service.commands() == before, 0.5) and not self.app.find("popup menu")
+                and self.focused().role in ("panel", "dialog", "alert"))
 
 
 class Keyboard(Hands):
@@ -76,7 +64,7 @@ class Keyboard(Hands):
         stops = [each.name for each in screen(self.app.pid) if {"focusable", "enabled"} <= each.states
                  and each.role not in ("list item", "panel", "dialog", "alert")]  # in the order of reading
         forward = [self.go("Tab")]
-        shown = picture()
+        shown = pixels()
         for _ in stops:
             place = forward[-1]
             with self.subTest(view=view, control=str(place)):
@@ -84,7 +72,7 @@ class Keyboard(Hands):
                     self.assertTrue(above.role == "application" or contains(above.place, place.place),
                                     f"it sticks out of {above}")
             forward.append(self.go("Tab"))
-            before, shown = shown, picture()
+            before, shown = shown, pixels()
             with self.subTest(view=view, control=str(place)):
                 self.assertGreater(different(before, shown, place.place), SEEN, "the focus is not to be seen")
         seen = names_of(forward)
@@ -97,99 +85,116 @@ class Keyboard(Hands):
         self.start("full")
         self.walk("panel")
         self.open_settings()
-        tabs = [tab.get_name() for tab in self.app.all("page tab")]
-        for before, tab in zip([None, *tabs], tabs):
-            if before:
-                self.go_to(before)
-                self.assertEqual(self.go("Right").name, tab)
+        for tab in [tab.get_name() for tab in self.app.all("page tab")]:
+            self.app.open_tab(tab)
             stays(lambda: True, 0.5)
             self.walk(tab)
 
-    def test_the_focus_comes_back(self):
+    def test_what_opens_takes_the_keyboard_and_gives_it_back(self):
         self.start("still")
         self.open_settings()
-        # tab, control, key that opens, what opens, whether the Tab key goes round in it
-        for tab, control, key, opened, has_stops in (("Devices", "Remove, Office Linux", "space", "alert", True),
-                                                     ("Devices", "Add a computer", "Return", "dialog", True),
-                                                     ("About", "Interface language", "space", "popup menu", False),
-                                                     ("About", "Interface language", "Down", "popup menu", False)):
+        for tab, control, key, opened in (("Devices", "Remove, Office Linux", "space", "alert"),
+                                          ("Devices", "Add a computer", "Return", "dialog"),
+                                          ("About", "Interface language", "space", "popup menu"),
+                                          ("About", "Interface language", "Down", "popup menu")):
             with self.subTest(control=control, key=key):
-                self.show_tab(tab)
+                self.app.open_tab(tab)
                 self.go_to(control)
                 keys(key)
                 self.app.wait(opened)
-                if has_stops:
+                if opened != "popup menu":
                     self.walk(opened)
+                    keys("ctrl+Tab", "ctrl+Prior", "ctrl+w")
+                    self.assertTrue(stays(lambda opened=opened: self.app.find(opened), 0.5))
+                    self.assertIn("selected", states(self.app.find("page tab", tab)))
                 keys("Escape")
                 self.app.wait_gone(opened)
                 wait_for("the focus", lambda control=control: self.focused() and self.focused().name == control)
-
-    def test_what_has_the_focus_may_go(self):
-        self.start("still")
-        self.open_settings()
-        self.show_tab("Devices")
-        self.go_to("Remove, Office Linux")
-        keys("space")
-        self.app.wait("alert")
-        self.go_to("Remove")
-        keys("space")
+        self.assertEqual(self.service.commands(), [])
+        self.app.open_tab("Devices")
+        self.app.wait("push button", "Add a computer")
+        for control in ("Remove, Office Linux", "Remove"):
+            self.go_to(control)
+            keys("space")
+            stays(lambda: not self.app.find("alert"), 1)
         self.app.wait_gone("push button", "Remove, Office Linux")
-        self.assertTrue(self.is_at_rest())
+        self.assertTrue(self.is_at_rest(), "what had the focus has gone")
         self.assertEqual(self.go("Tab").name, "Travel laptop")
+        self.app.press("push button", "Add a computer")
+        self.app.wait("dialog")
+        keys("alt+F4")  # of the window manager
+        wait_for("the window's end", lambda: not windows("Settings", self.app.pid))
 
     def test_shortcuts(self):
         self.start("still")
-        keys("ctrl+comma")
-        self.app.wait("page tab")
-        stays(lambda: True, 0.5)
+        keys("Escape")
+        wait_for("the panel's end", lambda: not windows("Quorbit", self.app.pid))
+        self.tray.open_panel(self.app)
+        self.open_settings()
         self.assertTrue(self.is_at_rest())
         for key, tab in (("ctrl+Tab", "Sync"), ("ctrl+Next", "KVM"), ("ctrl+Prior", "Sync"),
                          ("ctrl+shift+Tab", "Overview")):
             self.assertEqual(self.go(key).name, tab)
         keys("ctrl+w")
-        wait_for("the window's end", lambda: not windows("Settings"))
-
-    def test_what_is_open_is_answered_first(self):
-        self.start("still")
-        self.open_settings()
-        self.show_tab("Devices")
-        for control, opened in (("Add a computer", "dialog"), ("Remove, Office Linux", "alert")):
-            self.go_to(control)
-            keys("space")
-            self.app.wait(opened)
-            keys("ctrl+Tab", "ctrl+Prior", "ctrl+w")
-            self.assertTrue(stays(lambda opened=opened: self.app.find(opened), 0.5))
-            self.assertIn("selected", states(self.app.find("page tab", "Devices")))
-            if opened == "dialog":
-                keys("Escape")
-                self.app.wait_gone(opened)
-        keys("alt+F4")  # of the window manager
-        wait_for("the window's end", lambda: not windows("Settings"))
-        self.assertEqual(self.commands(), [])
-
-    def test_a_held_key_acts_once(self):
-        self.start("still", "--fault", "/api/settings=slow")
-        self.open_settings()
-        subprocess.run(["xset", "r", "on"], check=True)
-        # The service takes two seconds to answer, for which a key that steps waits.
-        for tab, control, key, asked in (("Sync", "Largest file", "Up", 1), ("Sync", "Text", "space", 1),
-                                         ("Overview", "Device name", "Return", 1),
-                                         ("KVM", "Switch delay", "Return", 0)):
-            with self.subTest(control=control, key=key):
-                self.show_tab(tab)
-                self.app.wait(name=control)
-                self.go_to(control)
-                before = len(self.commands())
-                if tab == "Overview":
-                    keys("x")
-                xdotool("keydown", key, "sleep", 1.5, "keyup", key)
-                stays(lambda: True, 3)
-                self.assertEqual(len(self.commands()) - before, asked)
+        wait_for("the window's end", lambda: not windows("Settings", self.app.pid))
 
     def test_quits(self):
-        self.start("still")
-        keys("ctrl+q")
-        self.assertEqual(self.app.process.wait(4 + QUITTING), 0)
+        for way in (lambda: keys("ctrl+q"), lambda: self.app.press("push button", "Quit Quorbit")):
+            self.start("still")
+            way()
+            self.assertEqual(self.app.process.wait(4 + QUITTING), 0)
+            self.doCleanups()
+
+    def test_keys_that_move_within(self):
+        """What is one stop of the Tab key, and up and down the panel."""
+        self.start("full")
+        # tab, control, keys, and the name or the numbers of what has the focus then
+        for tab, control, moves in (
+                (None, "Pause syncing", (("Down", "ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"),
+                                         ("Up", "Pause syncing"))),
+                ("Overview", "Overview", (("End", "About"), ("Left", "Devices"), ("Home", "Overview"),
+                                          ("Right", "Sync"))),
+                ("Sync", "Clipboard history", (("Down", [1]), ("End", [11]), ("Up", [10]), ("Home", [0]),
+                                               ("Next", range(2, 12)), ("Prior", [0])))):
+            if tab:
+                self.app.open_tab(tab)
+            self.go_to(control)
+            for key, wanted in moves:
+                with self.subTest(control=control, key=key):
+                    place = self.go(key)
+                    self.assertIn(place.name if tab != "Sync" else place.node.get_index_in_parent(),
+                                  [wanted] if isinstance(wanted, str) else wanted)
+        for key, number in (("Return", 11), ("space", 12)):
+            with self.subTest("the chosen row stays chosen while it is put first, and another is", key=key):
+                chosen = self.go("Down").name
+                keys(key)
+                wait_for("the entry", lambda: self.service.commands()[-1:] == [f"POST /api/history/apply/{number}"])
+                wait_for("its place", lambda: self.app.find("list item", chosen).get_index_in_parent() == 0)
+                self.service.ask("/api/history/apply/8", "POST")
+                wait_for("its place", lambda: self.app.find("list item", chosen).get_index_in_parent() == 1)
+                self.assertEqual(self.focused().name, chosen)
+
+    def test_a_held_key_acts_once(self):
+        self.start("still", "--delay", "/api/settings=1000")
+        subprocess.run(["xset", "r", "rate", "150", "50"], check=True)
+        # A key that steps waits for the answer.
+        for tab, role, name, key, asked in (("Sync", "spin button", "Largest file", "Up", 1),
+                                            ("Sync", "check box", "Text", "space", 1),
+                                            ("Sync", "check box", "Images", "Return", 1),
+                                            ("Sync", "list", "Clipboard history", "Return", 1),
+                                            ("Overview", "text", "Device name", "Return", 1),
+                                            ("KVM", "combo box", "Switch delay", "Return", 0)):
+            with self.subTest(control=name, key=key):
+                self.app.open_tab(tab)
+                control = self.app.wait(role, name)
+                Atspi.Component.grab_focus(control)
+                if role == "text":
+                    keys("x")
+                before, shown = len(self.service.commands()), "checked" in states(control)
+                xdotool("keydown", key, "sleep", 0.4, "keyup", key)
+                self.assertEqual("checked" in states(control), shown, "no answer has come")
+                stays(lambda: True, 1.5)
+                self.assertEqual(len(self.service.commands()) - before, asked)
 
 
 class Pointer(Hands):
@@ -197,22 +202,21 @@ class Pointer(Hands):
         self.start("still")
         self.click("push button", "Settings…")
         self.app.wait("page tab")
-        stays(lambda: True, 0.5)
         self.assertTrue(self.is_at_rest(), "the window has just opened")
         for tab, first in (("Sync", "Text"), ("KVM", "Share keyboard and mouse"), ("About", "Check now"),
                            ("Overview", "Device name")):
             with self.subTest(tab=tab):
-                self.click_tab(tab)
+                self.click("page tab", tab)
                 self.assertTrue(self.is_at_rest())
                 self.assertEqual(self.go("Tab").name, first)
         self.assertEqual(self.go("shift+Tab").name, "Overview")
-        self.click_tab("Sync")
+        self.click("page tab", "Sync")
         self.assertTrue(self.is_at_rest(), "the tab that had the ring was left by a click")
-        without = picture()
+        without = pixels()
         place = self.go("Tab").place
-        self.assertGreater(different(without, picture(), place), SEEN)
-        self.click_tab("Sync")
-        self.assertEqual(different(without, picture(), place), 0, "a click leaves no ring")
+        self.assertGreater(different(without, pixels(), place), SEEN)
+        self.click("page tab", "Sync")
+        self.assertEqual(different(without, pixels(), place), 0, "a click leaves no ring")
         self.assertTrue(self.is_at_rest())
 
     def test_a_sheet_is_typed_into(self):
@@ -227,25 +231,10 @@ class Pointer(Hands):
         self.app.wait_gone("text", "PIN")
         self.assertTrue(self.is_at_rest())
 
-    def test_opens_a_menu(self):
-        self.start("still")
-        self.app.open_tab("About")
-        place = extents(self.app.wait("combo box", "Interface language"))
-        pointer((place.x, place.y, place.width, place.height), "click", 1)
-        self.app.wait("popup menu")
-        keys("Down", "Return")
-        self.app.wait("push button", "Restart now")
-
 
 def names_of(places):
     """A list is one stop, at one of its rows."""
     return [(place.parent if place.role == "list item" else place).name for place in places]
-
-
-def picture():
-    """The screen, three bytes a pixel."""
-    return subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"], capture_output=True,
-                          check=True).stdout
 
 
 def different(one, other, area):

@@ -3,13 +3,12 @@
 what a sheet covers, and without a pause."""
 import itertools
 import json
-import math
 import threading
 import time
 import unittest
 
-from desktop import (Application, Atspi, Desk, Gio, GLib, StatusNotifierTray, extents, keys, pointer, press, states, stays,
-                     wait_for, windows, xdotool)
+from desktop import (Application, Desk, Gio, GLib, StatusNotifierTray, click, keys, press, stays, wait_for, windows,
+                     xdotool)
 from weather import Service, state
 
 ATSPI = "org.a11y.atspi."
@@ -110,11 +109,7 @@ class Wire:
 class AtOdds(Desk):
     def setUp(self):
         self.start("still")
-        self.wire = Wire(self.app.pid)
-        self.changes = self.service_changes()
-
-    def service_changes(self):
-        return [line for line in self.service.printed().splitlines() if " GET " not in f" {line} "]
+        self.wire, self.asked = Wire(self.app.pid), set()
 
     def views(self):
         """Opens one after the other."""
@@ -129,8 +124,8 @@ class AtOdds(Desk):
                 keys("Escape")
                 self.app.wait_gone("popup menu")
             if field := self.app.find("text", "Device name"):
-                place, shown = extents(field), len(self.wire.showing())
-                pointer((place.x, place.y, place.width, place.height), "click", 3)
+                shown = len(self.wire.showing())
+                click(field, 3)
                 wait_for("its menu", lambda: len(self.wire.showing()) > shown)
                 yield "the menu of a field"
                 keys("Escape")
@@ -149,11 +144,13 @@ class AtOdds(Desk):
         for view in self.views():
             with self.subTest(view=view):
                 self.ask_odd_things()
-        self.assertEqual(self.service_changes(), self.changes)
+        self.assertEqual(self.service.commands(), [])
         self.assertEqual(self.app.end(), 0)
 
     def ask_odd_things(self):
-        for path, interfaces in self.wire.showing().items():
+        new = {path: interfaces for path, interfaces in self.wire.showing().items() if path not in self.asked}
+        self.asked |= new.keys()
+        for path, interfaces in new.items():
             before = self.wire.told(path, interfaces)
             end = max(self.wire.get(path, count) or 0 for count in COUNTS)
             for interface, methods in METHODS.items():
@@ -170,6 +167,10 @@ class AtOdds(Desk):
                 for offset in (-1, len(text)):
                     self.assertEqual(self.wire.ask(path, "Text.GetTextAtOffset", "iu", offset, LINE),
                                      (text, 0, len(text)))
+            if "Value" in interfaces:
+                for value in map(float, ("nan", "inf", "-inf", 1e300, 2**31 + 5, 2**32 + 5, 1e6, -1, 1.5)):
+                    self.wire.set_value(path, GLib.Variant("d", value))
+                self.wire.set_value(path, GLib.Variant("s", "many"))
             self.wire.ask(path, PROPERTIES + ".GetAll", "s", ATSPI + "Text")
             self.assertEqual(self.wire.told(path, interfaces), before, path)
         for name in ("", "/0", "/1", f"/{1 << 31}", "/null", "/root/0"):
@@ -195,19 +196,6 @@ class AtOdds(Desk):
         self.wire.ask(field, "EditableText.DeleteText", "ii", 0, 1)  # half of it
         self.wire.ask(field, "EditableText.InsertText", "isi", 0, "😀", 1)
         self.assertEqual(self.wire.ask(field, "Text.GetText", "ii", 0, 1 << 20), ("😀",))
-
-    def test_values_that_are_none(self):
-        self.app.open_tab("Sync")
-        for role in ("spin button", "scroll bar"):
-            path = self.app.wait(role).path
-            before, most = (self.wire.get(path, f"Value.{name}") for name in ("CurrentValue", "MaximumValue"))
-            for value in (math.nan, math.inf, -math.inf, 1e300, -1e300, 2**31 + 5, 2**32 + 5, -1, most + 1, 1.5):
-                with self.subTest(role=role, value=value):
-                    self.wire.set_value(path, GLib.Variant("d", value))
-                    self.assertEqual(self.wire.get(path, "Value.CurrentValue"), before)
-            self.wire.set_value(path, GLib.Variant("s", "many"))
-            self.assertEqual(self.wire.get(path, "Value.CurrentValue"), before)
-        self.assertEqual(self.service_changes(), self.changes)
 
     def test_what_cannot_be_used(self):
         self.app.open_tab("Devices")
@@ -235,13 +223,13 @@ class AtOdds(Desk):
         self.wire.ask(only_read, "EditableText.SetTextContents", "s", "x")
         self.assertEqual(self.wire.told(only_read, {"Text"}), before)
         self.service.wait_for_polls()
-        self.assertEqual(self.service_changes(), self.changes)
+        self.assertEqual(self.service.commands(), [])
 
 
 class Walk(unittest.TestCase):
     """A reader that never stops, while everything that it meets comes and goes."""
 
-    SECONDS = 60
+    SECONDS = 20
 
     def walk(self, wire, path=ROOT):
         """Asks for one child more than there were."""

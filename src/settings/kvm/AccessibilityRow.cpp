@@ -50,7 +50,7 @@ QWidget *AccessibilityRow::makeButtons() {
     auto *restart = new Button(qtTrId("kvm.restart_helper"), ButtonKind::bordered, ButtonSize::small);
     connect(grant, &Button::clicked, this, &AccessibilityRow::grantRequested);
     connect(restart, &Button::clicked, this, &AccessibilityRow::restartRequested);
-    auto *buttons = new QWidget(this);
+    auto *buttons = new QWidget; // which joins this row last, to be read last
     QVBoxLayout *column = columnLayout(buttons, buttonGap);
     column->addWidget(grant, 0, Qt::AlignTrailing);
     column->addWidget(restart, 0, Qt::AlignTrailing);
