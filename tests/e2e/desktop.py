@@ -233,8 +233,8 @@ class Application(Program, Tree):
     """An instance of the program, and those that take its place when it restarts itself."""
 
     def __init__(self, env=None, executable=BIN / "quorbit", wrapper=()):
-        self.command, self.executable, self.env = [*wrapper, executable], executable, env or {}
-        super().__init__(*self.command, env=env)
+        self.executable, self.env = executable, env or {}
+        super().__init__(*wrapper, executable, env=env)
 
     def __exit__(self, *arguments):
         super().__exit__(*arguments)
@@ -252,7 +252,7 @@ class Application(Program, Tree):
         return wait_for("the new instance", self.instances)[0]
 
     def start_again(self, **env):
-        with Program(*self.command, env={**self.env, **env}) as second:
+        with Program(self.executable, env={**self.env, **env}) as second:
             assert second.process.wait(PATIENCE) == 0
 
     def open_panel(self):

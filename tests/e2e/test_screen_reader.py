@@ -41,15 +41,14 @@ class Audit(unittest.TestCase):
         app.open_panel()
         told = {"panel": self.audit(app, "panel", expected)}
         press(wait_for("the panel", lambda: app.all("push button"))[-2])
-        app.wait("page tab")
-        *_, devices, _ = tabs = app.all("page tab")
+        tabs = wait_for("the tabs", lambda: len(found := app.all("page tab")) == 5 and found)
         for tab in tabs:
             press(tab)
             wait_for("the tab", lambda tab=tab: "selected" in states(tab))
             told[tab.get_name()] = self.audit(app, tab.get_name(), expected)
             if with_menus:
                 self.audit_pickers(app)
-            if with_menus and tab == devices:
+            if with_menus and tab == tabs[-2]:
                 self.audit_sheets(app)
         return told
 
