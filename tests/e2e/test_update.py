@@ -6,6 +6,7 @@ import unittest
 
 from desktop import HOME, Desk, wait_for
 from internet import HOST, Server, be_the_internet
+from reader import faults, screen
 
 PACKAGE = os.urandom(1) * 3_000_000
 MANIFEST = {"version": "9.5.0", "download": {"macos": f"https://{HOST}/pkg/quorbit-9.5.0.deb"},
@@ -19,6 +20,8 @@ class Update(Desk):
         self.start("still")
         self.app.press("push button", "Quorbit 9.5.0 is available")
         self.app.press("page tab", "About")
+        self.app.wait("push button", "Download")
+        self.assertEqual(faults(screen(self.app.pid)), [])
         self.app.press("push button", "Download")
         package = HOME / "Downloads" / "quorbit-9.5.0.deb"
         wait_for("the package", package.exists)
