@@ -8,6 +8,7 @@ from pathlib import Path
 
 from desktop import HOME, BusObject, Desk, wait_for
 from internet import HOST, Server, be_the_internet
+from reader import faults, screen
 
 NAME = "/pkg/quorbit%209.5%20f%C3%BCr%20alle.deb"
 DOWNLOADS = HOME / "Downloads"
@@ -46,6 +47,8 @@ class Update(Desk):
         self.start("still", env={"PATH": f"{HOME}/fakes:{os.environ['PATH']}"})
         self.app.press("push button", "Quorbit 9.5.0 is available")
         self.app.press("page tab", "About")
+        self.app.wait("push button", "Download")
+        self.assertEqual(faults(screen(self.app.pid)), [])
 
     def peak(self):
         """The most memory that the program has had, in bytes."""
