@@ -8,10 +8,8 @@ import sys
 import time
 from pathlib import Path
 
+from desktop import BIN, Program, Sim, XembedTray
 from table import Figure, heading, table
-
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tests" / "e2e"))
-from desktop import BIN, Program, Sim, XembedTray  # noqa: E402
 
 STARTS = 50
 SETTLED = 15  # seconds after the start at which memory is read

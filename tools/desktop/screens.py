@@ -5,7 +5,6 @@ import subprocess
 import sys
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tests/e2e"))
 from desktop import Application, Portal, Sim, XembedTray, icon, picture, press, stays, wait_for
 
 LANGUAGES = {"english": "en_GB.UTF-8", "chinese": "zh_CN.UTF-8"}

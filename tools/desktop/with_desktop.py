@@ -44,6 +44,7 @@ def main():
         "NO_AT_BRIDGE": "0",
         "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
         "FONTCONFIG_FILE": str(FONTS),
+        "PYTHONPATH": str(Path(__file__).resolve().parent),  # desktop.py, for whatever is run
         "LANG": env.get("LANG", "C.UTF-8"),
     }
     # Not every check looks at how a program ended.

@@ -1,4 +1,5 @@
-"""What the end-to-end checks have in common: the programs, the tray hosts, the portal and the accessibility tree.
+"""How pictures, measurements and the end-to-end checks use the program on a desktop: the programs, the tray hosts, the
+portal and the accessibility tree.
 
 They run inside with_desktop.py and take the folder of the executables from QUORBIT_BIN, build/release/bin unless it is
 set.
