@@ -150,15 +150,16 @@ class Keyboard(Hands):
         self.start("full")
         # tab, control, keys, and the name or the numbers of what has the focus then
         for tab, control, moves in (
-                (None, "Pause syncing", (("Down", "ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"),
-                                         ("Up", "Pause syncing"))),
+                (None, None, (("Down", "Pause syncing"),
+                              ("Down", "ssh deploy@10.0.0.12 'systemctl status quorbitd', Office Linux"),
+                              ("Up", "Pause syncing"))),
                 ("Overview", "Overview", (("End", "About"), ("Left", "Devices"), ("Home", "Overview"),
                                           ("Right", "Sync"))),
                 ("Sync", "Clipboard history", (("Down", [1]), ("End", [11]), ("Up", [10]), ("Home", [0]),
                                                ("Next", range(2, 12)), ("Prior", [0])))):
             if tab:
                 self.app.open_tab(tab)
-            self.go_to(control)
+                self.go_to(control)
             for key, wanted in moves:
                 with self.subTest(control=control, key=key):
                     place = self.go(key)

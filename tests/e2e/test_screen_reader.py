@@ -227,7 +227,9 @@ class Use(Desk):
         self.app.press("push button", "Restart now")
         again = Tree(self.app.successor())
         self.tray.open_panel(again)
-        self.assertTrue(again.find("check box", "暂停同步"))
+        again.press("push button", "设置…")
+        again.press("page tab", "关于")
+        again.wait("label", re.compile(r"上次检查.*20\d\d年"))
         self.tray.menu("退出 Quorbit")
         wait_for("the end", lambda: not self.app.instances())
 
